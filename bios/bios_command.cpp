@@ -1,0 +1,3 @@
+#include "bios/bios_command.h"
+
+constinit cli_node biosTable[11] = {};

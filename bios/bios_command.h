@@ -1,0 +1,11 @@
+// The `bios` command over the platform information record.
+
+#ifndef BIOS_BIOS_COMMAND_H
+#define BIOS_BIOS_COMMAND_H
+
+#include "cli/node.h"
+
+/// Children of `bios` and of `memdbg`.
+extern cli_node biosTable[11];
+
+#endif

@@ -1,0 +1,12 @@
+// The line executor: from a typed line to the action of its node.
+
+#ifndef CLI_EXECUTOR_H
+#define CLI_EXECUTOR_H
+
+/// Runs one line. Returns the handler's result, or 0 when no handler ran.
+int executeLine(const char* line);
+
+/// Lists the words and, below them, the visible children of the node that they select. Always 0.
+int helpLister(int argc, char** argv);
+
+#endif

@@ -1,0 +1,96 @@
+// The command node: one record per command word, and the tree that the records form.
+
+#ifndef CLI_NODE_H
+#define CLI_NODE_H
+
+#include <cstddef>
+#include <cstdint>
+
+struct cli_node;
+
+/// A command's action. `argv` holds the words of the line, the command words included; `argc` counts them, up to the
+/// first pipe symbol. 0: the line is complete and enters the history. The words live until the next line is parsed.
+using CliHandler = int (*)(int argc, char** argv);
+
+/// Called once at start; may give `node` a handler and children of its own, which live until the process ends.
+using CliPrepare = int (*)(cli_node* node, cli_node* siblings);
+
+/// Display of a node in help and completion; a node is found and executed whatever it says.
+inline constexpr std::int32_t kVisible = 0;
+inline constexpr std::int32_t kHidden = 1;
+inline constexpr std::int32_t kRootHelp = 2; ///< the root `help` node
+inline constexpr std::int32_t kRevealed = 3; ///< hidden by nature, shown for now
+
+struct cli_node {
+    char name[64];  ///< the command word, matched exactly
+    char help[128]; ///< one line
+    CliHandler handler;
+    CliPrepare prepare;
+    std::int32_t childCount;
+    cli_node* children; ///< `childCount` records in display order; one array may serve several parents
+    std::int32_t visibility;
+    std::int32_t spare; ///< zeroed by the preparation pass
+};
+
+/// Copies a literal into a node's text field; one that does not fit does not compile.
+template <std::size_t Size, std::size_t Length>
+consteval void setNodeText(char (&field)[Size], const char (&text)[Length])
+{
+    static_assert(Length <= Size);
+    for (std::size_t i = 0; i < Length; ++i)
+        field[i] = text[i];
+}
+
+/// A table row that runs `handler`.
+template <std::size_t NameLength, std::size_t HelpLength>
+consteval cli_node command(const char (&name)[NameLength], const char (&help)[HelpLength], CliHandler handler)
+{
+    cli_node row{};
+    setNodeText(row.name, name);
+    setNodeText(row.help, help);
+    row.handler = handler;
+    return row;
+}
+
+/// A table row with children, and with a handler of its own where one is given.
+template <std::size_t NameLength, std::size_t HelpLength, std::size_t Count>
+consteval cli_node group(const char (&name)[NameLength], const char (&help)[HelpLength], cli_node (&children)[Count],
+                         CliHandler handler = nullptr)
+{
+    cli_node row = command(name, help, handler);
+    row.childCount = static_cast<std::int32_t>(Count);
+    row.children = children;
+    return row;
+}
+
+/// The same row, left out of help and completion.
+consteval cli_node hidden(cli_node row)
+{
+    row.visibility = kHidden;
+    return row;
+}
+
+/// The same row, prepared at start by `prepare`.
+consteval cli_node prepared(cli_node row, CliPrepare prepare)
+{
+    row.prepare = prepare;
+    return row;
+}
+
+/// The root descriptor: its children are the root commands. Every lookup starts here.
+extern cli_node cliRoot;
+
+/// Runs the prepare hooks below `node`, parents first.
+void prepareTree(cli_node& node);
+
+/// The child of `node` with exactly this name, or null.
+cli_node* findChild(const cli_node& node, const char* name);
+
+/// The node that the words select, or null. Lookup ends at a leaf, and at a node with a handler that has no child of
+/// the next word's name: what follows is its arguments. No words select the root descriptor.
+cli_node* findNode(int argc, char** argv);
+
+/// Whether some root command has exactly this name.
+bool isRootCommand(const char* word);
+
+#endif

@@ -1,0 +1,6 @@
+#include "conf/cfg.h"
+
+int cfgCommand(int, char**)
+{
+    return 0;
+}

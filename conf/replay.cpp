@@ -1,0 +1,6 @@
+#include "conf/replay.h"
+
+int confReplay()
+{
+    return 0;
+}

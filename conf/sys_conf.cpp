@@ -1,0 +1,5 @@
+#include "conf/sys_conf.h"
+
+constinit SysConfig sysConfig{};
+
+void sysConfRefresh(SysConfig&) {}

@@ -1,0 +1,77 @@
+// The debug library: switches of daemons and kernel modules, debug log, crash records.
+
+#ifndef PLATFORM_DEBUG_LIBRARY_H
+#define PLATFORM_DEBUG_LIBRARY_H
+
+#include <cstddef>
+#include <cstdint>
+
+inline constexpr int kDebugAppCount = 5;
+inline constexpr int kDebugKernelModuleCount = 4;
+
+struct dbg_submodule {
+    int32_t id;
+    char name[32];
+    char help[128];
+};
+static_assert(sizeof(dbg_submodule) == 164);
+
+struct dbg_module {
+    int32_t count;
+    dbg_submodule* submodules;
+};
+
+struct udbg_header_t {
+    uint16_t reserved[8];
+    uint16_t output_mode; ///< 0: console, 1: buffer
+};
+static_assert(offsetof(udbg_header_t, output_mode) == 16);
+
+extern "C" {
+
+extern dbg_module app_debug[kDebugAppCount];
+extern dbg_module kmod_debug[kDebugKernelModuleCount];
+
+/// 64-bit switch masks by application id and by kernel module id; valid after the attach calls.
+extern uint64_t* udbg_info;
+extern uint64_t* kdbg_info;
+extern udbg_header_t* udbg_header;
+
+int conf_init(void);
+int attach_udebug(void);
+int attach_kdebug(void);
+
+/// -1: unknown.
+int appname2id(const char* name);
+const char* appid2name(int id);
+/// -1: unknown.
+int submod_name2id(int app, const char* name);
+/// The print calls write to standard output.
+void print_submod_names(int app);
+void print_submod_all_app(void);
+void dbg_all(void);
+void clear_dbg_all(void);
+int print_udebug(void);
+int clear_udebug_logs(void);
+
+/// 0: unknown, or the first module.
+int kmodname2id(const char* name);
+const char* kmodid2name(int id);
+/// -1: unknown.
+int subkmod_name2id(int kmod, const char* name);
+void print_subkmod_names(int kmod);
+void print_subkmod_all_kmod(void);
+void clear_kdbg_all(void);
+int print_kdebug(void);
+int clear_kdebug_log(void);
+
+/// Debug state of the pseudo-terminal; called with (1, 0).
+int set_pts_debug_stats(int state, int reserved);
+
+/// Text of crash record `index`, from 0, terminated within `size` bytes. Negative: no such record.
+int read_crash(int index, char* buffer, int size);
+void read_crash_reset(void);
+int clear_crash(void);
+}
+
+#endif

@@ -1,0 +1,12 @@
+// What the simulated daemon adds to the debug library's shared state.
+
+#ifndef PLATFORM_SIMULATION_DEBUG_STATE_H
+#define PLATFORM_SIMULATION_DEBUG_STATE_H
+
+/// Logs a line for a submodule of an application whose switch is on; dropped otherwise.
+void simDebugLog(int app, int submodule, const char* text);
+
+/// Adds a crash record.
+void simRecordCrash(const char* text);
+
+#endif

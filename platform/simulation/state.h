@@ -1,0 +1,21 @@
+// The simulated device's state: small text files in the folder "sim" of its root, one value each. Anyone may read or
+// set them while the shell runs.
+
+#ifndef PLATFORM_SIMULATION_STATE_H
+#define PLATFORM_SIMULATION_STATE_H
+
+#include <cstddef>
+
+/// Reads the value `name` (for example "interfaces/wlan0/up"), terminated and without its line feed. Where there is no
+/// such file the result is false and `buffer` holds `fallback`.
+bool simReadText(const char* name, char* buffer, std::size_t size, const char* fallback);
+
+/// The same as a decimal number.
+int simReadNumber(const char* name, int fallback);
+
+/// Replaces the value, making the folders on its way. False when it cannot be written.
+bool simWriteText(const char* name, const char* text);
+
+bool simWriteNumber(const char* name, int value);
+
+#endif
