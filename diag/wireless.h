@@ -1,0 +1,15 @@
+// The wireless driver's operations.
+
+#ifndef DIAG_WIRELESS_H
+#define DIAG_WIRELESS_H
+
+#include "cli/node.h"
+#include "platform/wireless_library.h"
+
+/// The driver's operation table; any operation may be missing (null).
+extern wlan_api wirelessApi;
+
+/// Prepare hook of `get vap`: fills the operation table.
+void vapPrepare(cli_node* node, cli_node* siblings);
+
+#endif
