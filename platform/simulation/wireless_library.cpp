@@ -1,21 +1,120 @@
 #include "platform/wireless_library.h"
 
-int init_wlan_api(wlan_api*)
+#include <cstdio>
+#include <cstring>
+
+#include "platform/simulation/interface_state.h"
+#include "platform/simulation/regulatory_table.h"
+#include "platform/simulation/state.h"
+
+namespace
 {
+
+/// Size of the buffer that get_radio_mode() is given.
+constexpr std::size_t kRadioModeSize = 256;
+
+/// Bytes that a scan's results take unless the state file "scan_size" says otherwise.
+constexpr int kScanSize = 20000;
+
+template <const char* Setting>
+int getNumber(const char* interface)
+{
+    return simInterfaceNumber(interface, Setting);
+}
+
+constexpr char kCoexist[] = "coexist";
+constexpr char kChannel[] = "channel";
+constexpr char kBeaconInterval[] = "beacon_interval";
+constexpr char kDtimPeriod[] = "dtim_period";
+constexpr char kRtsThreshold[] = "rts_threshold";
+constexpr char kFragThreshold[] = "frag_threshold";
+constexpr char kBroadcastSsid[] = "broadcast_ssid";
+constexpr char kLocalBridging[] = "local_bridging";
+constexpr char kAuthType[] = "auth_type";
+
+int getRadioMode(const char* interface, char* buffer)
+{
+    simInterfaceText(interface, "radio_mode", buffer, kRadioModeSize);
+    return buffer[0] != '\0' ? 0 : -1;
+}
+
+const char* getSsid(const char* interface, char* buffer, int size)
+{
+    if (size <= 0)
+        return nullptr;
+    simInterfaceText(interface, "ssid", buffer, static_cast<std::size_t>(size));
+    return buffer;
+}
+
+int getCountry(const char* interface, char* buffer, int size)
+{
+    if (size <= 0)
+        return -1;
+    simInterfaceText(interface, "country", buffer, static_cast<std::size_t>(size));
+    return buffer[0] != '\0' ? 0 : -1;
+}
+
+/// A radio has one country: its VAPs follow.
+int setCountry(const char* interface, int code)
+{
+    const RegulatoryCountry* country = simCountryByNumber(code);
+    if (country == nullptr || !simIsInterface(interface))
+        return -1;
+    const std::size_t length = std::strlen(interface);
+    bool done = true;
+    for (const char* name : simInterfaces())
+        if (std::strncmp(name, interface, length) == 0)
+            done = simSetInterfaceText(name, "country", country->code) && done;
+    return done ? 0 : -1;
+}
+
+} // namespace
+
+int init_wlan_api(wlan_api* table)
+{
+    *table = {};
+    table->get_coexist = getNumber<kCoexist>;
+    table->get_radio_mode = getRadioMode;
+    table->get_channel = getNumber<kChannel>;
+    table->get_beacon_interval = getNumber<kBeaconInterval>;
+    table->get_dtim_period = getNumber<kDtimPeriod>;
+    table->get_rts_threshold = getNumber<kRtsThreshold>;
+    table->get_frag_threshold = getNumber<kFragThreshold>;
+    table->get_ssid = getSsid;
+    table->get_broadcast_ssid = getNumber<kBroadcastSsid>;
+    table->set_country = setCountry;
+    table->get_country = getCountry;
+    table->get_local_bridging = getNumber<kLocalBridging>;
+    table->get_auth_type = getNumber<kAuthType>;
     return 0;
 }
 
-int rtl_wlan_get_bgscan(const char*, int, void*, int)
+int rtl_wlan_get_bgscan(const char* interface, int, void* buffer, int size)
 {
-    return 0;
+    if (!simIsInterface(interface) || size < simReadNumber("scan_size", kScanSize))
+        return -1;
+    const int channel = simInterfaceNumber(interface, kChannel);
+    char* text = static_cast<char*>(buffer);
+    auto room = static_cast<std::size_t>(size);
+    int found = 0;
+    for (; found < 3; ++found) {
+        const int length = std::snprintf(text, room, "02:00:5e:00:53:%02x %d %d neighbour-%d\n", found, channel,
+                                         -60 - 7 * found, found + 1);
+        if (length < 0 || static_cast<std::size_t>(length) >= room)
+            break;
+        text += length;
+        room -= static_cast<std::size_t>(length);
+    }
+    return found;
 }
 
-int kstr_regdmn_get_country_code(const char*)
+int kstr_regdmn_get_country_code(const char* country)
 {
-    return 0;
+    const RegulatoryCountry* row = simCountryByCode(country);
+    return row != nullptr ? row->number : 0;
 }
 
-const char* kstr_regdmn_get_default_country(const char*)
+const char* kstr_regdmn_get_default_country(const char* region_code)
 {
-    return nullptr;
+    return simDefaultCountry(region_code);
 }

@@ -1,0 +1,28 @@
+// The wireless interfaces of the simulated device: the state files "sim/interfaces/<interface>/<setting>", and what
+// holds where one is missing.
+//
+// Settings: up, ssid, broadcast_ssid, channel, beacon_interval, dtim_period, rts_threshold, frag_threshold, coexist,
+// radio_mode, auth_type, local_bridging, country.
+
+#ifndef PLATFORM_SIMULATION_INTERFACE_STATE_H
+#define PLATFORM_SIMULATION_INTERFACE_STATE_H
+
+#include <cstddef>
+#include <span>
+
+/// All of them, a radio's own before its VAPs'.
+std::span<const char* const> simInterfaces();
+
+bool simIsInterface(const char* name);
+
+/// The setting as text, terminated within `size` bytes; empty for an unknown setting.
+void simInterfaceText(const char* interface, const char* setting, char* buffer, std::size_t size);
+
+/// The setting as a decimal number.
+int simInterfaceNumber(const char* interface, const char* setting);
+
+bool simSetInterfaceText(const char* interface, const char* setting, const char* text);
+
+bool simSetInterfaceNumber(const char* interface, const char* setting, int value);
+
+#endif
