@@ -1,10 +1,85 @@
 #include "cli/executor.h"
 
-int executeLine(const char*)
+#include <cstdio>
+#include <cstring>
+
+#include "cli/alias.h"
+#include "cli/node.h"
+#include "cli/output.h"
+#include "cli/pass_through.h"
+#include "cli/tokenizer.h"
+
+namespace
 {
-    return 0;
+
+/// Cuts the line and finds its node; an alias is replaced by what it stands for, and keeps its node.
+cli_node* selectNode(const char* line)
+{
+    if (parseLine(line, ParseMode::execute) != ParseResult::end)
+        return nullptr;
+    cli_node* node = findNode(wordCount(), tokenStore.tokens);
+    if (node == nullptr || !isAlias(*node))
+        return node;
+    char expansion[kLineLength + 1];
+    expandAlias(*node, expansion);
+    return parseLine(expansion, ParseMode::execute) == ParseResult::end ? node : nullptr;
 }
-int helpLister(int, char**)
+
+/// Every segment must begin with a root command; says which one does not.
+bool segmentsAreCommands()
 {
+    for (std::size_t i = 0; i <= tokenStore.segmentIndex; ++i) {
+        const char* word = tokenStore.segments[i];
+        if (!isRootCommand(word)) {
+            std::printf("Command \"%s\" is not supported.\n", word);
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+int executeLine(const char* line)
+{
+    if (std::strcmp(line, "list") == 0)
+        return 0;
+    const cli_node* node = selectNode(line);
+    if (!segmentsAreCommands())
+        return 0;
+    if (node == nullptr) {
+        std::puts("Command is not supported.");
+        return 0;
+    }
+    if (node->handler == capturePassThrough) {
+        runCaptured();
+        return 0;
+    }
+    if (node->handler == directPassThrough) {
+        runDirect();
+        return 0;
+    }
+    const CliHandler handler = node->handler != nullptr ? node->handler : helpLister;
+    return tokenStore.pipeIndex != 0 ? runPiped(handler) : handler(tokenStore.argc, tokenStore.tokens);
+}
+
+int helpLister(int argc, char** argv)
+{
+    for (int i = 0; i < argc; ++i) {
+        cli_print(argv[i]);
+        cli_print(" ");
+    }
+    cli_print(":\n");
+    const cli_node* node = findNode(argc, argv);
+    if (node == nullptr)
+        return 0;
+    if (node->visibility == kRootHelp)
+        node = &cliRoot;
+    for (std::int32_t i = 0; i < node->childCount; ++i) {
+        const cli_node& child = node->children[i];
+        if (child.visibility != kHidden)
+            cli_printf("\t%-32s %s\n", child.name, child.help);
+    }
+    cli_print("\n");
     return 0;
 }

@@ -1,0 +1,148 @@
+#include "cli/session.h"
+
+#include <climits>
+#include <csetjmp>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <readline/history.h>
+#include <readline/readline.h>
+
+#include "cli/completion.h"
+#include "cli/executor.h"
+#include "cli/guard.h"
+#include "cli/output.h"
+#include "cli/tokenizer.h"
+#include "conf/sys_conf.h"
+#include "platform/device_file.h"
+#include "platform/system_library.h"
+
+namespace
+{
+
+constexpr char kTimeoutFile[] = "/etc/admin-timeout.tmp";
+constexpr unsigned kDefaultTimeout = 300; ///< seconds
+constexpr int kInstanceClass = 3;
+constexpr std::size_t kPromptSize = 256;
+
+constinit volatile std::sig_atomic_t interrupted = 0;
+constinit volatile std::sig_atomic_t idleTimeExpired = 0;
+
+/// Where a fresh line begins. An interrupt has to leave readline from any depth: a search, a half-typed key sequence.
+sigjmp_buf nextLine;
+
+void noteInterrupt(int)
+{
+    interrupted = 1;
+}
+
+/// readline may be at work on a key just now and come back to waiting without a look at the flag: so ask again.
+void noteIdleTime(int)
+{
+    idleTimeExpired = 1;
+    alarm(1);
+}
+
+/// Called by readline where it waits for a key and a signal has come in.
+int handleSignals()
+{
+    if (idleTimeExpired != 0) {
+        alarm(0);
+        rl_eof_found = 1; // readline leaves the line as at the end of input
+        rl_cleanup_after_signal();
+        endIdleSession();
+    }
+    if (interrupted != 0) {
+        rl_crlf();
+        rl_free_line_state();
+        rl_cleanup_after_signal();
+        rl_readline_state &= RL_STATE_INITIALIZED;
+        siglongjmp(nextLine, 1);
+    }
+    return 0;
+}
+
+void installHandlers()
+{
+    struct sigaction action {
+    };
+    sigemptyset(&action.sa_mask);
+    action.sa_handler = noteIdleTime;
+    sigaction(SIGALRM, &action, nullptr);
+    action.sa_handler = noteInterrupt;
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGQUIT, &action, nullptr);
+    rl_signal_event_hook = handleSignals;
+}
+
+/// Seconds that a session may wait for a line, 0: for ever.
+unsigned readIdleTimeout()
+{
+    FILE* file = std::fopen(DeviceFile(kTimeoutFile).path(), "re");
+    if (file == nullptr)
+        return kDefaultTimeout;
+    char line[64];
+    const bool found = std::fgets(line, sizeof line, file) != nullptr;
+    std::fclose(file);
+    if (!found)
+        return kDefaultTimeout;
+    const long seconds = std::strtol(line, nullptr, 10);
+    return seconds > INT_MAX ? INT_MAX : static_cast<unsigned>(seconds);
+}
+
+char* readLine()
+{
+    if (!factoryResetStarted())
+        sysConfRefresh(sysConfig);
+    char prompt[kPromptSize];
+    std::snprintf(prompt, sizeof prompt, "%.251s  # ", sysConfig.hostname);
+    interrupted = 0;
+    return readline(prompt);
+}
+
+void listHistory()
+{
+    std::fflush(stdout);
+    HIST_ENTRY** entries = history_list();
+    for (int i = 0; entries != nullptr && entries[i] != nullptr; ++i)
+        std::fprintf(stderr, "%d: %s\r\n", i, entries[i]->line);
+}
+
+void runLine(const char* line)
+{
+    if (*line == '\0')
+        return;
+    if (std::strlen(line) > kLineLength)
+        cli_printf("    Error: Input beyond the upper limit %zu.\n", kLineLength);
+    if (executeLine(line) == 0)
+        add_history(line);
+    if (std::strcmp(line, "list") == 0)
+        listHistory();
+}
+
+} // namespace
+
+void runSession()
+{
+    rl_readline_name = "cli";
+    rl_prefer_env_winsize = 1;
+    installCompletion();
+    qln_app_init_with_instd(kInstanceClass, getpid());
+    installHandlers();
+    const unsigned timeout = readIdleTimeout();
+    sigsetjmp(nextLine, 1);
+    for (;;) {
+        alarm(timeout);
+        char* line = readLine();
+        if (line == nullptr)
+            std::exit(EXIT_FAILURE);
+        alarm(0);
+        idleTimeExpired = 0;
+        runLine(line);
+        std::free(line);
+    }
+}

@@ -1,0 +1,196 @@
+#include "cli/tokenizer.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "cli/output.h"
+
+constinit TokenStore tokenStore{};
+
+namespace
+{
+
+constexpr const char* kClassNames[] = {"normal", "tab",   "CTL+C", "CTL+Z", "ESC",     "BLANK", "END",
+                                       "LEFT",   "RIGHT", "UP",    "DOWN",  "INVALID", "PIPE",  ""};
+constexpr std::string_view kPipeSymbols = "&|;";
+constexpr std::string_view kForbidden = "$`><#()\\";
+constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+
+constexpr CharClass classOf(char c)
+{
+    switch (c) {
+    case '\t':
+        return CharClass::tab;
+    case ' ':
+        return CharClass::blank;
+    case '\0':
+    case '\n':
+        return CharClass::end;
+    default:
+        if (kPipeSymbols.find(c) != std::string_view::npos)
+            return CharClass::pipe;
+        return kForbidden.find(c) != std::string_view::npos ? CharClass::invalid : CharClass::normal;
+    }
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && kWhiteSpace.find(text.front()) != std::string_view::npos)
+        text.remove_prefix(1);
+    while (!text.empty() && kWhiteSpace.find(text.back()) != std::string_view::npos)
+        text.remove_suffix(1);
+    return text;
+}
+
+void resetStore()
+{
+    std::memset(&tokenStore, 0, sizeof tokenStore);
+    tokenStore.previous = CharClass::blank;
+}
+
+char* writePlace()
+{
+    return &tokenStore.segments[tokenStore.segmentIndex][tokenStore.position];
+}
+
+/// Stores the write place as the start of a token. False when there are too many.
+bool startToken()
+{
+    if (tokenStore.tokenCount == static_cast<int>(kTokenCount)) {
+        std::printf("    Error: Too many words, the upper limit is %zu.\n", kTokenCount);
+        return false;
+    }
+    tokenStore.tokens[tokenStore.tokenCount++] = writePlace();
+    return true;
+}
+
+void endWord()
+{
+    *writePlace() = '\0';
+    if (tokenStore.position <= kLineLength)
+        ++tokenStore.position;
+}
+
+bool addNormal(char c)
+{
+    if (tokenStore.position >= kLineLength)
+        return true;
+    if (tokenStore.previous == CharClass::blank && !startToken())
+        return false;
+    *writePlace() = c;
+    ++tokenStore.position;
+    return true;
+}
+
+bool addPipe(char c)
+{
+    if (tokenStore.previous == CharClass::normal) {
+        endWord();
+        tokenStore.previous = CharClass::blank;
+    }
+    if (tokenStore.previous == CharClass::blank) {
+        if (tokenStore.pipeIndex == 0)
+            tokenStore.pipeIndex = tokenStore.tokenCount;
+        if (!startToken())
+            return false;
+    }
+    *writePlace() = c;
+    ++tokenStore.segmentIndex;
+    tokenStore.position = 0;
+    return true;
+}
+
+void endLine(ParseMode mode)
+{
+    *writePlace() = '\0';
+    const bool typing = mode == ParseMode::complete && tokenStore.previous == CharClass::normal;
+    tokenStore.argc = tokenStore.tokenCount - (typing && tokenStore.tokenCount > 0 ? 1 : 0);
+}
+
+/// Takes one character. False when it forbids the line.
+bool step(char c, ParseMode mode)
+{
+    const CharClass kind = classOf(c);
+    switch (kind) {
+    case CharClass::normal:
+        if (!addNormal(c))
+            return false;
+        break;
+    case CharClass::blank:
+        if (tokenStore.position == 0)
+            break;
+        if (tokenStore.previous == CharClass::blank)
+            *writePlace() = '\0';
+        else
+            endWord();
+        break;
+    case CharClass::end:
+        endLine(mode);
+        break;
+    case CharClass::pipe:
+        if (!addPipe(c))
+            return false;
+        if (tokenStore.segmentIndex == kSegmentCount) {
+            resetStore();
+            return true;
+        }
+        break;
+    case CharClass::tab:
+        resetStore();
+        return true;
+    case CharClass::invalid:
+        std::printf("Invalid characters %c \n", c);
+        return false;
+    }
+    tokenStore.previous = kind;
+    return true;
+}
+
+} // namespace
+
+ParseResult parseLine(std::string_view line, ParseMode mode)
+{
+    resetStore();
+    line = trimmed(line);
+    if (!line.empty() && classOf(line.front()) == CharClass::pipe) {
+        line.remove_prefix(1);
+        line = trimmed(line);
+    }
+    for (const char c : line)
+        if (!step(c, mode))
+            return ParseResult::rejected;
+    step('\0', mode);
+    return ParseResult::end;
+}
+
+int wordCount()
+{
+    return tokenStore.pipeIndex != 0 ? tokenStore.pipeIndex : tokenStore.argc;
+}
+
+const char* partialWord()
+{
+    return tokenStore.tokenCount > tokenStore.argc ? tokenStore.tokens[tokenStore.tokenCount - 1] : nullptr;
+}
+
+std::size_t appendTokens(std::span<char> buffer, int first, int last)
+{
+    std::size_t length = 0;
+    for (int i = first; i < last && i < tokenStore.tokenCount && length + 1 < buffer.size(); ++i) {
+        const int wanted = std::snprintf(&buffer[length], buffer.size() - length, " %s", tokenStore.tokens[i]);
+        const std::size_t room = buffer.size() - length - 1;
+        length += static_cast<std::size_t>(wanted) < room ? static_cast<std::size_t>(wanted) : room;
+    }
+    if (length < buffer.size())
+        buffer[length] = '\0';
+    return length;
+}
+
+void dumpTokens()
+{
+    cli_printf("index is %zu, token_cnt is %d, level is %d, prev type %s\n", tokenStore.position, tokenStore.argc,
+               tokenStore.tokenCount, kClassNames[static_cast<int>(tokenStore.previous)]);
+    for (int i = 0; i < tokenStore.tokenCount; ++i)
+        cli_printf("\"%s\"", tokenStore.tokens[i]);
+    cli_print("\n");
+}

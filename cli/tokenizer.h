@@ -1,0 +1,60 @@
+// The line tokenizer: cuts a line into words and pipe segments. It knows no quoting and no escapes.
+
+#ifndef CLI_TOKENIZER_H
+#define CLI_TOKENIZER_H
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+/// Characters of a line that are kept; what exceeds them is dropped.
+inline constexpr std::size_t kLineLength = 1023;
+inline constexpr std::size_t kSegmentCount = 10;
+inline constexpr std::size_t kTokenCount = 256;
+
+/// What a character means to the tokenizer.
+enum class CharClass : std::int32_t { normal = 0, tab = 1, blank = 5, end = 6, pipe = 12, invalid = 13 };
+
+/// Completion does not count a word that is still being typed.
+enum class ParseMode { complete, execute };
+
+enum class ParseResult {
+    end,     ///< the whole line was cut
+    rejected ///< a character or the number of words forbids it; a message said so
+};
+
+/// The words of the current line.
+struct TokenStore {
+    /// A word, its end, a pipe symbol and its end fit behind a full line.
+    static constexpr std::size_t kSegmentSize = kLineLength + 3;
+
+    char segments[kSegmentCount][kSegmentSize]; ///< the words of each pipe segment, each terminated
+    std::size_t segmentIndex;                   ///< the segment being filled
+    char* tokens[kTokenCount + 1];              ///< starts of the words and pipe symbols, in line order; then null
+    int argc;                                   ///< complete tokens
+    std::size_t position;                       ///< where the current segment is written
+    int tokenCount;                             ///< tokens stored
+    int pipeIndex;                              ///< the first pipe symbol's token, 0: the line has none
+    CharClass previous;                         ///< class of the previous character
+};
+
+/// The process's store: what parseLine() found last.
+extern TokenStore tokenStore;
+
+/// Cuts `line` into the store. A tab, or a tenth pipe symbol, discards what came before it.
+ParseResult parseLine(std::string_view line, ParseMode mode);
+
+/// Words before the first pipe symbol, all of them when there is none.
+int wordCount();
+
+/// The word that is still being typed, or null.
+const char* partialWord();
+
+/// Writes " %s" for each token from `first` up to `last`, cut to the buffer. Returns the characters written.
+std::size_t appendTokens(std::span<char> buffer, int first, int last);
+
+/// Says the store's counters and tokens, for diagnosis.
+void dumpTokens();
+
+#endif
