@@ -16,7 +16,7 @@ void prepareTree(cli_node& node)
 cli_node* findChild(const cli_node& node, const char* name)
 {
     for (std::int32_t i = 0; i < node.childCount; ++i)
-        if (std::strcmp(node.children[i].name, name) == 0)
+        if (node.children[i].name[0] == name[0] && std::strcmp(node.children[i].name, name) == 0)
             return &node.children[i];
     return nullptr;
 }

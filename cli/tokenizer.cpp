@@ -1,7 +1,7 @@
 #include "cli/tokenizer.h"
 
+#include <array>
 #include <cstdio>
-#include <cstring>
 
 #include "cli/output.h"
 
@@ -12,25 +12,26 @@ namespace
 
 constexpr const char* kClassNames[] = {"normal", "tab",   "CTL+C", "CTL+Z", "ESC",     "BLANK", "END",
                                        "LEFT",   "RIGHT", "UP",    "DOWN",  "INVALID", "PIPE",  ""};
-constexpr std::string_view kPipeSymbols = "&|;";
-constexpr std::string_view kForbidden = "$`><#()\\";
 constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+
+consteval std::array<CharClass, 256> makeClasses()
+{
+    std::array<CharClass, 256> classes{};
+    for (const char c : std::string_view("&|;"))
+        classes[static_cast<unsigned char>(c)] = CharClass::pipe;
+    for (const char c : std::string_view("$`><#()\\"))
+        classes[static_cast<unsigned char>(c)] = CharClass::invalid;
+    classes['\t'] = CharClass::tab;
+    classes[' '] = CharClass::blank;
+    classes['\0'] = classes['\n'] = CharClass::end;
+    return classes;
+}
+
+constexpr std::array<CharClass, 256> kClasses = makeClasses();
 
 constexpr CharClass classOf(char c)
 {
-    switch (c) {
-    case '\t':
-        return CharClass::tab;
-    case ' ':
-        return CharClass::blank;
-    case '\0':
-    case '\n':
-        return CharClass::end;
-    default:
-        if (kPipeSymbols.find(c) != std::string_view::npos)
-            return CharClass::pipe;
-        return kForbidden.find(c) != std::string_view::npos ? CharClass::invalid : CharClass::normal;
-    }
+    return kClasses[static_cast<unsigned char>(c)];
 }
 
 std::string_view trimmed(std::string_view text)
@@ -42,9 +43,17 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
+/// Empties the store. Its texts stay terminated at every step, so nothing else of it has to be cleared.
 void resetStore()
 {
-    std::memset(&tokenStore, 0, sizeof tokenStore);
+    for (auto& segment : tokenStore.segments)
+        segment[0] = '\0';
+    tokenStore.segmentIndex = 0;
+    tokenStore.tokens[0] = nullptr;
+    tokenStore.argc = 0;
+    tokenStore.position = 0;
+    tokenStore.tokenCount = 0;
+    tokenStore.pipeIndex = 0;
     tokenStore.previous = CharClass::blank;
 }
 
@@ -61,7 +70,14 @@ bool startToken()
         return false;
     }
     tokenStore.tokens[tokenStore.tokenCount++] = writePlace();
+    tokenStore.tokens[tokenStore.tokenCount] = nullptr;
     return true;
+}
+
+void writeChar(char c)
+{
+    writePlace()[0] = c;
+    writePlace()[1] = '\0';
 }
 
 void endWord()
@@ -77,7 +93,7 @@ bool addNormal(char c)
         return true;
     if (tokenStore.previous == CharClass::blank && !startToken())
         return false;
-    *writePlace() = c;
+    writeChar(c);
     ++tokenStore.position;
     return true;
 }
@@ -94,7 +110,7 @@ bool addPipe(char c)
         if (!startToken())
             return false;
     }
-    *writePlace() = c;
+    writeChar(c);
     ++tokenStore.segmentIndex;
     tokenStore.position = 0;
     return true;
