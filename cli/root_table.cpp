@@ -7,6 +7,7 @@
 #include "cli/pass_through.h"
 #include "conf/cfg.h"
 #include "conf/config_tree.h"
+#include "diag/country.h"
 #include "diag/get_tree.h"
 #include "diag/hardware_commands.h"
 #include "diag/radio_commands.h"
