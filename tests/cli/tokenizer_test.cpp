@@ -1,0 +1,134 @@
+#include "cli/tokenizer.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/device.h"
+
+namespace
+{
+
+std::vector<std::string> tokens()
+{
+    return {tokenStore.tokens, tokenStore.tokens + tokenStore.tokenCount};
+}
+
+std::vector<std::string> segments()
+{
+    std::vector<std::string> words;
+    for (std::size_t i = 0; i <= tokenStore.segmentIndex; ++i)
+        words.emplace_back(tokenStore.segments[i]);
+    return words;
+}
+
+using Words = std::vector<std::string>;
+
+struct Line {
+    const char* text;
+    Words tokens;
+    int pipeIndex;
+    Words segments;
+};
+
+} // namespace
+
+TEST(Tokenizer, CutsLines)
+{
+    const std::vector<Line> lines = {
+        {"  get   wtp  ", {"get", "wtp"}, 0, {"get"}},
+        {"", {}, 0, {""}},
+        {"ifconfig | grep eth0", {"ifconfig", "|", "grep", "eth0"}, 1, {"ifconfig", "grep"}},
+        {"a b|c d", {"a", "b", "|", "d"}, 2, {"a", "c"}},
+        {"a|b", {"a", "|"}, 1, {"a", "b"}},
+        {"a  ;  b & c", {"a", ";", "b", "&", "c"}, 1, {"a", "b", "c"}},
+        {"a || b", {"a", "|", "b"}, 1, {"a", "|", "b"}},
+        {"a |", {"a", "|"}, 1, {"a", ""}},
+        {"| help", {"help"}, 0, {"help"}},
+        {" ; ; help", {";", "help"}, 0, {";", "help"}},
+        {"lost\tget wtp", {"get", "wtp"}, 0, {"get"}},
+        {"a | b\tc d", {"c", "d"}, 0, {"c"}},
+        {"1|2|3|4|5|6|7|8|9|10| get wtp", {"get", "wtp"}, 0, {"get"}},
+        {"ab\ncd", {"abcd"}, 0, {"abcd"}},
+        {"'one two'", {"'one", "two'"}, 0, {"'one"}},
+    };
+    for (const Line& line : lines) {
+        EXPECT_EQ(parseLine(line.text, ParseMode::execute), ParseResult::end) << line.text;
+        EXPECT_EQ(tokens(), line.tokens) << line.text;
+        EXPECT_EQ(tokenStore.argc, static_cast<int>(line.tokens.size())) << line.text;
+        EXPECT_EQ(tokenStore.pipeIndex, line.pipeIndex) << line.text;
+        EXPECT_EQ(segments(), line.segments) << line.text;
+        EXPECT_EQ(tokenStore.tokens[tokenStore.tokenCount], nullptr) << line.text;
+    }
+}
+
+TEST(Tokenizer, CompletionDoesNotCountTheWordBeingTyped)
+{
+    const struct {
+        const char* text;
+        int argc;
+        const char* partial;
+    } lines[] = {{"get w", 1, "w"}, {"get ", 0, "get"}, {"", 0, nullptr}, {"get |", 2, nullptr}, {"a | b c", 3, "c"}};
+    for (const auto& line : lines) {
+        EXPECT_EQ(parseLine(line.text, ParseMode::complete), ParseResult::end);
+        EXPECT_EQ(tokenStore.argc, line.argc) << line.text;
+        EXPECT_STREQ(partialWord(), line.partial) << line.text;
+    }
+}
+
+TEST(Tokenizer, RefusesForbiddenCharacters)
+{
+    for (const char c : std::string("$`><#()\\")) {
+        const std::string output = outputOf([c] {
+            EXPECT_EQ(parseLine(std::string("ping x") + c + "y | " + c, ParseMode::execute), ParseResult::rejected);
+        });
+        EXPECT_EQ(output, std::string("Invalid characters ") + c + " \n");
+    }
+}
+
+TEST(Tokenizer, HoldsItsBounds)
+{
+    const std::string full(kLineLength, 'x');
+    const std::string cases[] = {full,       full + "yz",      full + " y | z",
+                                 full + "|", full + "y; help", "a " + full + " & b"};
+    for (const std::string& line : cases) {
+        EXPECT_EQ(parseLine(line, ParseMode::execute), ParseResult::end);
+        for (const std::string& token : tokens())
+            EXPECT_LE(token.size(), kLineLength);
+    }
+    parseLine(full, ParseMode::execute);
+    EXPECT_EQ(tokens(), Words{full});
+    parseLine(full + "|", ParseMode::execute);
+    EXPECT_EQ(tokens(), (Words{full, "|"}));
+
+    std::string words;
+    for (std::size_t i = 0; i < kTokenCount; ++i)
+        words += "w ";
+    EXPECT_EQ(parseLine(words, ParseMode::execute), ParseResult::end);
+    EXPECT_EQ(tokenStore.argc, static_cast<int>(kTokenCount));
+    for (const char* surplus : {"w", "| grep x"})
+        EXPECT_EQ(outputOf([&] { EXPECT_EQ(parseLine(words + surplus, ParseMode::execute), ParseResult::rejected); }),
+                  "    Error: Too many words, the upper limit is 256.\n");
+}
+
+TEST(Tokenizer, JoinsTokensWithinTheBuffer)
+{
+    parseLine("ping  -c 1 | grep ms", ParseMode::execute);
+    char text[32];
+    EXPECT_EQ(appendTokens(text, 0, 3), 10U);
+    EXPECT_STREQ(text, " ping -c 1");
+    EXPECT_EQ(appendTokens(text, 3, 99), 10U);
+    EXPECT_STREQ(text, " | grep ms");
+    char small[8];
+    EXPECT_EQ(appendTokens(small, 0, 6), 7U);
+    EXPECT_STREQ(small, " ping -");
+    EXPECT_EQ(appendTokens(text, 2, 2), 0U);
+    EXPECT_STREQ(text, "");
+}
+
+TEST(Tokenizer, DumpsItsState)
+{
+    parseLine("get wtp |", ParseMode::execute);
+    EXPECT_EQ(outputOf(dumpTokens), "index is 0, token_cnt is 3, level is 3, prev type END\n\"get\"\"wtp\"\"|\"\n");
+}
