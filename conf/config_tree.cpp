@@ -1,31 +1,157 @@
 #include "conf/config_tree.h"
 
-constinit cli_node configTable[2] = {
-    command("system", "System configuration.", nullptr),
-    command("capwap", "CAPWAP configuration.", nullptr),
+#include <cstdio>
+#include <cstring>
+
+#include "cli/output.h"
+#include "conf/cw_file.h"
+#include "conf/cw_items.h"
+#include "conf/cw_lists.h"
+#include "conf/cw_show.h"
+#include "conf/sys_conf.h"
+#include "conf/system_commands.h"
+
+namespace
+{
+
+/// The words from `first` on, joined by single blanks.
+struct JoinedWords {
+    JoinedWords(int argc, char** argv, int first)
+    {
+        std::size_t length = 0;
+        text[0] = '\0';
+        for (int i = first; i < argc && length < sizeof text; ++i)
+            length += static_cast<std::size_t>(
+                std::snprintf(text + length, sizeof text - length, "%s%s", i > first ? " " : "", argv[i]));
+    }
+
+    char text[kMessageSize];
 };
 
+/// A CAPWAP item, named by the fourth word: shown, set to the fifth, or changed by the commands of a list. The security
+/// options are the one value of several words.
+int capwapItemCommand(int argc, char** argv)
+{
+    if (argc < 4)
+        return 0;
+    const char* key = argv[3];
+    if (argc == 4)
+        cwConfShowItem(key, cwConfig);
+    else if (std::strcmp(key, "data-channel-sec") == 0)
+        cwConfSetItem(key, JoinedWords(argc, argv, 4).text, cwConfig);
+    else if (argc == 5 && cwConfListShow(key, cwConfig) != 0)
+        cwConfSetItem(key, argv[4], cwConfig);
+    else if (argc > 5 && std::strcmp(argv[4], "add") == 0)
+        cwConfListAdd(key, argv[5], cwConfig);
+    else if (argc > 5 && std::strcmp(argv[4], "del") == 0)
+        cwConfListDelete(key, argv[5], cwConfig);
+    return 0;
+}
+
+template <std::size_t NameLength, std::size_t HelpLength>
+consteval cli_node item(const char (&name)[NameLength], const char (&help)[HelpLength])
+{
+    return command(name, help, capwapItemCommand);
+}
+
+constinit cli_node systemTable[] = {
+    hidden(command("factorysn", "Factory test SN.", factorysnCommand)),
+    command("mgmt-addr", "Management IP address (A.B.C.D/MASK).", mgmtAddrCommand),
+    command("hostname", "Hostname of AP.", hostnameCommand),
+    command("baudrate", "Serial console baudrate (9600/19200/38400/57600/115200, default = 115200).", baudrateCommand),
+    command("admin-timeout", "Idle timeout range (1 - 480 min, default = 5).", adminTimeoutCommand),
+};
+
+constinit cli_node timersTable[] = {
+    item("max-discovery-interval",
+         "The maximum time allowed between sending Discovery Request messages (5 - 180 sec, default = 5)."),
+    item("max-failed-dtls-sess-retry",
+         "The maximum number of failed DTLS session establishment attempts (1 - 3, default = 3)."),
+    item("statistics-timer", "The interval time for AP to communicate its statistics (60 - 120 sec, default = 120)."),
+};
+
+constinit cli_node protoTable[] = {
+    item("discovery-type",
+         "AC discovery type (0:auto, 1:static, 2:dhcp, 3:dns, 5:broadcast, 6:multicast, 7:quillsky)."),
+    item("idle-timeout", "CAPWAP idle timeout (0 no client-idle check, 20 - 3600 sec, default = 300 sec)."),
+    item("max-discoveries", "The maximum number of discovery request messages (3 - 10, default = 3)."),
+    item("max-retransmit", "The maximum number of retransmissions for tunnel packet. (3 - 5, default = 3)."),
+    item("report-interval",
+         "The interval of sending the decryption error message elements (30 - 120 sec, default = 30)."),
+};
+
+constinit cli_node acAddressTable[] = {
+    item("add", kAddAcAddressHelp),
+    item("del", kDeleteAcAddressHelp),
+};
+
+constinit cli_node acHostnameTable[] = {
+    item("add", kAddAcHostnameHelp),
+    item("del", kDeleteAcHostnameHelp),
+};
+
+constinit cli_node wtpTable[] = {
+    item("allow-dflt-https", "Enable/disable default https server (0:Disable / 1:Enable / 2:Controled by AC)."),
+    item("allow-dflt-ssh", "Enable/disable default ssh server (0:Disable / 1:Enable / 2:Controled by AC)."),
+    group("ac-ip-addr", "Add/del AC static IP address.", acAddressTable, capwapItemCommand),
+    group("ac-hostname", "Add/del AC hostname for AC discovery.", acHostnameTable, capwapItemCommand),
+    item("ac-ctl-port", "CAPWAP ctrl port of AC (1024 - 49150, default = 5246)."),
+    item("plain-ctl", "Enable/disable plain txt in ctrl message (0:Disable / 1:Enable)."),
+    item("dhcp-code", "Dhcp code for AC discovery (128 - 254, default = 138)."),
+    item("multicast-addr", "Multicast address for AC discovery (A.B.C.D)."),
+    item("multicast-ttl", "Multicast ttl (1 - 255, default = 1)."),
+    item("ap-mgmt-vlanid", "Management vlan id (0 - 4094, default = 0)."),
+    item("addr-mode", "AP address mode (static/dhcp)."),
+    item("static-ip-addr", "AP static IP address (A.B.C.D)."),
+    item("static-ip-netmask", "AP static IP netmask (A.B.C.D)."),
+    item("static-ip-gw", "AP static gateway IP address (A.B.C.D)."),
+    item("static-ip-dns", "AP static dns server IP address (A.B.C.D)."),
+    item("data-channel-sec", "Data channel security options (clear, ipsec, or/and dtls)."),
+};
+
+constinit cli_node capwapTable[] = {
+    group("timers", "CAPWAP protocol timers.", timersTable),
+    group("proto", "CAPWAP protocol variables.", protoTable),
+    group("wtp", "WTP saved variables.", wtpTable),
+};
+
+} // namespace
+
+constinit cli_node configTable[2] = {
+    group("system", "System configuration.", systemTable),
+    group("capwap", "CAPWAP configuration.", capwapTable),
+};
+
+// A missing system file is no change that a refresh would see, but it is to be said, and the prompt needs a name.
 int configPrepare(cli_node*, cli_node*)
 {
+    cwConfDefault(cwConfig, kShellInstance);
+    cwConfRefresh(cwConfig);
+    sysConfRefresh(sysConfig);
+    if (sysConfig.fileTime == 0)
+        sysConfRead(sysConfig);
     return 0;
 }
 
 int showCwConfCommand(int, char**)
 {
+    cwConfShowAll();
     return 0;
 }
 
 int showSysConfCommand(int, char**)
 {
+    sysConfShow(nullptr, sysConfig);
     return 0;
 }
 
 int saveCwConfCommand(int, char**)
 {
-    return 0;
+    return cwConfWrite();
 }
 
 int dropCwConfCommand(int, char**)
 {
+    cwConfDrop();
     return 0;
 }

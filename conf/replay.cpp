@@ -1,6 +1,64 @@
 #include "conf/replay.h"
 
+#include <cstring>
+
+#include "cli/node.h"
+#include "cli/output.h"
+#include "conf/conf_file.h"
+#include "conf/config_tree.h"
+#include "conf/sys_conf.h"
+
+namespace
+{
+
+/// The handlers see the node's name, the key and the value: too few words to set anything.
+void replayItem(cli_node& node, char* key, char* value)
+{
+    cli_node* child = findChild(node, key);
+    if (child == nullptr) {
+        cli_printf("    Error: Can't find sub comd %s in node %s\n", key, node.name);
+        return;
+    }
+    char* words[] = {node.name, key, value, nullptr};
+    child->handler(3, words);
+}
+
+void replayLine(cli_node& node, char* line)
+{
+    constexpr char kFrameMark[] = "PARAMs";
+    char* key;
+    char* value;
+    if (std::strstr(line, kFrameMark) != nullptr)
+        return;
+    const int result = _sysConfRead(line, &key, &value);
+    if (result == 0)
+        replayItem(node, key, value);
+    else if (result < 0)
+        cli_printf("    Error: Failed to parse conf line %s\n", line);
+}
+
+} // namespace
+
+int _sysConfRead(char* line, char** key, char** value)
+{
+    if (line[0] == '#')
+        return 1;
+    line[std::strcspn(line, "\n")] = '\0';
+    if (splitConfLine(line, key, value))
+        return 0;
+    cli_printf("%s: Invalid line '%s'\n", "_sysConfRead", line);
+    return -1;
+}
+
 int confReplay()
 {
+    cli_node& systemNode = configTable[0];
+    ConfLines lines(kSysConfFile);
+    if (!lines.isOpen()) {
+        cli_printf("    Error: Failed to open conf %s\n", kSysConfFile);
+        return 0;
+    }
+    for (char* line = lines.next(); line != nullptr; line = lines.next())
+        replayLine(systemNode, line);
     return 0;
 }

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+inline constexpr char kSysConfFile[] = "/cfg/sys.conf";
+
 struct SysConfig {
     char hostname[256];        ///< host name, also the prompt
     char factorysn[64];        ///< factory test serial number
@@ -18,7 +20,20 @@ struct SysConfig {
 /// The process's record.
 extern SysConfig sysConfig;
 
+/// Reads the file into the record; the device serial number is the host name where the file gives none. 0, or -1 when
+/// the file cannot be opened, which is said.
+int sysConfRead(SysConfig& config);
+
+/// Applies one item of the file; keys that are not the record's are ignored, texts cut to their fields. Always 0.
+int sysConfSetItem(const char* key, const char* value, SysConfig& config);
+
+/// Replaces the file by the process's record. 0, or -1 when it cannot be written; the old file then stays.
+int sysConfWrite();
+
 /// Re-reads the file when its modification time is another than the record's.
 void sysConfRefresh(SysConfig& config);
+
+/// Refreshes the record and shows the row of `item`, or every row when it is null.
+void sysConfShow(const char* item, SysConfig& config);
 
 #endif

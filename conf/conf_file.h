@@ -1,0 +1,96 @@
+// The configuration files as text: `key=value` lines, comments that begin with '#', one line feed after each.
+
+#ifndef CONF_CONF_FILE_H
+#define CONF_CONF_FILE_H
+
+#include <cstddef>
+#include <cstdint>
+
+/// A line as a reader takes it, its line feed and terminator included; a longer line is read as several.
+inline constexpr std::size_t kConfLineSize = 256;
+
+/// What lies beyond this many bytes of a file is not read.
+inline constexpr std::size_t kConfFileLimit = 1024UL * 1024UL;
+
+/// Splits `line` in place at its first '='; blanks stay. False, and nothing changed, without one.
+bool splitConfLine(char* line, char** key, char** value);
+
+/// Stores the modification time of a device file, in seconds. False when there is no such file.
+bool confFileTime(const char* devicePath, std::uint32_t* seconds);
+
+/// Reads a configuration file line by line. Only a regular file can be opened, and no more is read than it holds then,
+/// so a device, a pipe or a file that grows cannot hold the shell.
+class ConfLines
+{
+public:
+    explicit ConfLines(const char* devicePath);
+    ~ConfLines();
+    ConfLines(const ConfLines&) = delete;
+    ConfLines& operator=(const ConfLines&) = delete;
+
+    [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
+
+    /// The next line without its line feed, or null at the end. Valid until the next call.
+    char* next();
+
+    /// Lines taken so far.
+    [[nodiscard]] int count() const { return count_; }
+
+private:
+    bool nextByte(char* byte);
+
+    int fd_;
+    int count_ = 0;
+    std::size_t unread_ = 0; ///< bytes of the file that are still to be read
+    std::size_t position_ = 0;
+    std::size_t filled_ = 0;
+    char chunk_[512];
+    char line_[kConfLineSize];
+};
+
+/// Reads the items of a configuration file: comments and empty lines are passed over, bad lines reported.
+class ConfItems
+{
+public:
+    /// A file that cannot be opened is reported. `reader` is the operation that the messages name.
+    ConfItems(const char* reader, const char* devicePath);
+
+    [[nodiscard]] bool isOpen() const { return lines_.isOpen(); }
+
+    /// Takes the next item; false at the end. Both texts are valid until the next call.
+    bool next();
+    [[nodiscard]] const char* key() const { return key_; }
+    [[nodiscard]] const char* value() const { return value_; }
+
+private:
+    const char* reader_;
+    const char* path_;
+    ConfLines lines_;
+    char* key_ = nullptr;
+    char* value_ = nullptr;
+};
+
+/// The text of a configuration file while it is composed.
+class ConfText
+{
+public:
+    [[gnu::format(printf, 2, 3)]] void append(const char* format, ...);
+
+    /// Whether everything that was appended fitted.
+    [[nodiscard]] bool isComplete() const { return complete_; }
+    [[nodiscard]] const char* bytes() const { return bytes_; }
+    [[nodiscard]] std::size_t length() const { return length_; }
+
+private:
+    static constexpr std::size_t kSize = 8192; ///< both lists full and every text at its longest need less than 5000
+
+    bool complete_ = true;
+    std::size_t length_ = 0;
+    char bytes_[kSize];
+};
+
+/// Replaces a configuration file by `text`, whole or not at all: whoever reads it, and whatever happens meanwhile,
+/// finds the old file or the new one. 0, or -1 with the old file as it was; nothing is said.
+int replaceConfFile(const char* devicePath, const ConfText& text);
+
+#endif

@@ -1,0 +1,172 @@
+// The CAPWAP configuration: the record in memory, and the snapshot that holds it as the file last had it.
+
+#ifndef CONF_CW_CONF_H
+#define CONF_CW_CONF_H
+
+#include <cstdint>
+
+/// Addresses that the commands admit; the record has room for a file that holds more.
+inline constexpr int kAcAddressLimit = 3;
+inline constexpr int kAcAddressRoom = 16;
+inline constexpr int kAcHostnameLimit = 3;
+
+struct AcAddress {
+    std::uint32_t address; ///< host byte order
+    std::int32_t inUse;    ///< 1 once added
+    std::uint32_t spare;
+};
+
+/// The daemon's first radio settings. The shell only gives them their first values.
+struct CwRadioBlock {
+    std::uint16_t version;
+    std::uint32_t bands[2]; ///< bit sets, one per radio
+    std::uint8_t enabled[4];
+    std::uint8_t mode;
+    std::uint8_t flags[6];
+    std::uint8_t shortPreamble;
+    std::uint16_t beaconInterval;
+    std::uint8_t country[3][4];
+    std::uint32_t thresholds[2];
+    std::uint32_t retries[2];
+    std::uint32_t lifetimes[2];
+    std::uint32_t timing[8];
+    std::uint8_t antenna[3];
+    std::uint8_t rates[8];
+    std::uint16_t counters[3];
+};
+
+/// The CAPWAP settings, in an order that the daemon shares. A plain record that is copied and compared as bytes.
+/// Addresses are in host byte order, intervals and timers in seconds. The file has no key for what is named
+/// `reserved...`.
+struct CwConfig {
+    std::uint8_t saved;    ///< 1: the record equals what was last read from or written to the file
+    std::uint8_t instance; ///< handed to the daemon
+    std::uint32_t reservedHead;
+    std::uint32_t addrMode; ///< 1 dhcp, 0 static
+    std::uint32_t staticIpAddr;
+    std::uint32_t staticIpNetmask;
+    std::uint32_t staticIpGw;
+    std::uint8_t reservedGateway;
+    std::uint32_t defaultAcAddress;
+    std::uint16_t reservedPorts[2];
+    std::uint16_t acCtlPort;
+    std::uint16_t dataPort;
+    std::uint16_t wtpCtlPort;
+    char location[36];
+    char name[36];
+    std::uint16_t maxDiscoveries;
+    std::uint16_t maxRetransmit;
+    std::uint16_t maxFailedDtlsSessRetry;
+    std::uint8_t discoveryType; ///< 0 auto, 1 static, 2 dhcp, 3 dns, 5 broadcast, 6 multicast, 7 quillsky
+    std::uint32_t multicastAddr;
+    std::uint8_t multicastTtl;
+    std::uint32_t dhcpCode; ///< DHCP option that carries AC addresses
+    std::uint16_t numStaMax;
+    std::uint16_t reservedMax;
+    std::uint16_t numWtpMax;
+    std::uint16_t wtpFallback;
+    std::uint16_t plainCtl; ///< 1: control messages in plain text
+    std::uint8_t sniffPktCtl;
+    std::uint16_t echoInterval;
+    std::uint16_t maxDiscoveryInterval;
+    std::uint16_t reportInterval;
+    std::uint16_t staCapRptInterval;
+    std::uint16_t staStatsRptInterval;
+    std::uint16_t vapStatsRptInterval;
+    std::uint16_t reservedReport;
+    std::uint16_t widsRptInterval;
+    std::uint16_t idleTimeout;
+    std::uint16_t statisticsTimer;
+    std::uint16_t acIpDiscover;
+    std::uint16_t changeStatePendingTimer;
+    std::uint16_t dataChannelKeepalive;
+    std::uint16_t dataChannelDeadInterval;
+    std::uint16_t dataCheckTimer;
+    std::uint16_t discoveryInterval;
+    std::uint16_t dtlsSessionDelete;
+    std::uint16_t imageDataStartTimer;
+    std::uint16_t apScanRptTimer[3];
+    std::uint16_t retransmitInterval;
+    std::uint16_t silentInterval;
+    std::uint16_t waitDtls;
+    std::uint16_t waitJoin;
+    std::uint16_t idleCheck; ///< derived from the default idle time-out, whatever that becomes later
+    std::uint16_t reservedIdle;
+    std::uint16_t echoLimit; ///< derived from the default echo interval, likewise
+    std::uint16_t reservedEcho;
+    char ssid[32];
+    std::uint8_t radioCount;
+    CwRadioBlock radio;
+    std::uint16_t discoveryCount;
+    std::uint16_t failedDtlsAuthFailCount;
+    std::uint16_t failedDtlsSessionCount;
+    AcAddress acAddresses[kAcAddressRoom];
+    std::uint8_t acAddressCount;
+    char acHostnames[kAcHostnameLimit][256];
+    std::uint8_t acHostnameCount;
+    std::uint32_t staticIpDns;
+    std::uint16_t adminRebootCount;
+    std::uint16_t frameEncapType;
+    std::uint16_t lastRebootReason;
+    std::uint16_t macType;
+    std::uint16_t preferredAc;
+    std::uint16_t rebootCount;
+    std::uint16_t staticAclTable;
+    std::uint16_t reservedAcl;
+    std::uint16_t wtpLinkFailureCount;
+    std::uint8_t allowDfltTelnet; ///< this and the next three: 0 disable, 1 enable, 2 controlled by the AC
+    std::uint8_t allowDfltHttp;
+    std::uint8_t allowDfltHttps;
+    std::uint8_t allowDfltSsh;
+    char dfltLoginPasswd[16];
+    std::uint16_t apMgmtVlanid;
+    std::uint8_t dataChannelSec; ///< bit set: kSecClear, kSecDtls, kSecIpsec
+    std::uint8_t security;
+    std::uint8_t radioMac;
+    std::uint32_t vendorIdHw;
+    const char* hwVer; ///< this and the next two: compared by address, set by cwConfSetVersion
+    std::uint32_t vendorIdSw;
+    const char* swVer;
+    const char* swVerSecond;
+    std::uint8_t certificate;
+    char rootCertificate[128];
+    char serverCertificate[128];
+    std::uint8_t reservedCertificate[2];
+    char defaultName[32];
+    std::uint8_t hardwareAddress[6];
+    char defaultKey[32];
+    std::uint8_t reservedKey[2];
+    std::uint8_t reservedSurvey[5];
+    char surveyProfile[32];
+    std::uint8_t reservedChannels[3];
+    std::uint16_t reservedPeriod;
+    std::uint32_t fileTime; ///< modification time of the file when it was last read, seconds
+};
+
+/// Bits of the data channel's security options.
+inline constexpr std::uint8_t kSecClear = 0x03; ///< both bits are set together
+inline constexpr std::uint8_t kSecClearShown = 0x02;
+inline constexpr std::uint8_t kSecDtls = 0x04;
+inline constexpr std::uint8_t kSecIpsec = 0x80;
+
+/// The instance that the shell's record is made for.
+inline constexpr std::uint8_t kShellInstance = 2;
+
+/// The process's record, and its copy as last read from the file. Both are zero until `config` is prepared.
+extern CwConfig cwConfig;
+extern CwConfig cwConfigSnapshot;
+
+/// Fills the record with the defaults.
+void cwConfDefault(CwConfig& config, std::uint8_t instance);
+
+/// Replaces a version text by a copy of `value` on the heap. The old copy is released unless the process's record or
+/// its snapshot still refers to it. False when memory is short; the text then stays.
+bool cwConfSetVersion(const char*& text, const char* value);
+
+/// Copies the record into the snapshot.
+void cwConfTakeSnapshot(const CwConfig& config);
+
+/// Returns only when `value` is not zero; otherwise the process dies of a memory fault, one second later.
+void cw_assert(int value);
+
+#endif

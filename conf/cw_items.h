@@ -1,0 +1,50 @@
+// The table of the CAPWAP items, and where they stand in the file and the displays.
+
+#ifndef CONF_CW_ITEMS_H
+#define CONF_CW_ITEMS_H
+
+#include <cstdint>
+#include <span>
+
+#include "conf/cw_conf.h"
+#include "conf/cw_kinds.h"
+
+/// Room for a rendered value; a longer one is cut.
+inline constexpr std::size_t kCwValueSize = 512;
+
+/// The line that frames the file and the display of the whole record.
+inline constexpr char kCwFrameLine[] = "#=====================CW CONF PARAMs========================\n";
+
+/// A part of the file, which the display of the whole record follows.
+struct CwSection {
+    const char* fileTitle;
+    const char* showTitle;
+    std::span<const CwItem* const> items;
+};
+
+/// Every item, in the order of the single-item display.
+extern const std::span<const CwItem> cwItems;
+
+/// The sections of the file in their order.
+extern const std::span<const CwSection> cwSections;
+
+/// The item of a key, or null.
+const CwItem* cwConfItem(const char* key);
+
+/// Checks the text of a key and applies it: 0, with the record marked as changed. A value that is refused and a key
+/// that is unknown are answered by a message and -1, with the record as it was.
+int cwConfSetItem(const char* key, const char* value, CwConfig& config);
+
+/// Calls `line(key, value)` for every value of an item.
+template <typename Line>
+void forEachValue(const CwItem& item, const CwConfig& config, Line line)
+{
+    const int count = item.kind->count != nullptr ? item.kind->count(config) : 1;
+    for (int i = 0; i < count; ++i) {
+        char value[kCwValueSize];
+        item.kind->render(item, config, i, std::span(value));
+        line(item.key, value);
+    }
+}
+
+#endif

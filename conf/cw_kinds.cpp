@@ -1,0 +1,309 @@
+#include "conf/cw_kinds.h"
+
+#include <arpa/inet.h>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+#include "cli/output.h"
+#include "conf/cw_lists.h"
+#include "conf/sys_conf.h"
+#include "conf/text.h"
+
+namespace
+{
+
+void renderText(std::span<char> text, const char* value)
+{
+    std::snprintf(text.data(), text.size(), "%s", value);
+}
+
+void renderAddress(std::span<char> text, std::uint32_t address)
+{
+    std::snprintf(text.data(), text.size(), "%u.%u.%u.%u", address >> 24, address >> 16 & 255U, address >> 8 & 255U,
+                  address & 255U);
+}
+
+int numberOf(const CwField& field, const CwConfig& config)
+{
+    switch (field.type) {
+    case CwField::Type::Byte:
+        return config.*field.byte;
+    case CwField::Type::Word:
+        return config.*field.word;
+    case CwField::Type::DoubleWord:
+        return static_cast<int>(config.*field.doubleWord);
+    default:
+        return 0;
+    }
+}
+
+void store(const CwField& field, int number, CwConfig& config)
+{
+    switch (field.type) {
+    case CwField::Type::Byte:
+        config.*field.byte = static_cast<std::uint8_t>(number);
+        break;
+    case CwField::Type::Word:
+        config.*field.word = static_cast<std::uint16_t>(number);
+        break;
+    case CwField::Type::DoubleWord:
+        config.*field.doubleWord = static_cast<std::uint32_t>(number);
+        break;
+    default:
+        break;
+    }
+}
+
+void renderNumber(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+{
+    std::snprintf(text.data(), text.size(), "%d", numberOf(item.field, config));
+}
+
+bool setStored(const CwItem& item, const char* value, CwConfig& config)
+{
+    store(item.field, numberFrom(value), config);
+    return true;
+}
+
+bool setChecked(const CwItem& item, const char* value, CwConfig& config)
+{
+    const int number = numberFrom(value);
+    if (!isDigits(value) || number < item.low || number > item.high)
+        return false;
+    store(item.field, number, config);
+    return true;
+}
+
+bool setIgnored(const CwItem&, const char*, CwConfig&)
+{
+    return true;
+}
+
+bool setVlan(const CwItem& item, const char* value, CwConfig& config)
+{
+    constexpr int kReserved[2] = {898, 899};
+    const int number = numberFrom(value);
+    if (number != kReserved[0] && number != kReserved[1])
+        return setChecked(item, value, config);
+    cli_printf("ERR: vlan id %d and %d are reserved for internal use.\n", kReserved[0], kReserved[1]);
+    return true;
+}
+
+bool setScanTimers(const CwItem&, const char* value, CwConfig& config)
+{
+    for (std::uint16_t& timer : config.apScanRptTimer)
+        timer = static_cast<std::uint16_t>(numberFrom(value));
+    return true;
+}
+
+bool setDiscoveryType(const CwItem&, const char* value, CwConfig& config)
+{
+    struct Word {
+        std::string_view keyword;
+        std::string_view digit;
+        std::uint8_t type;
+    };
+    static constexpr Word kWords[] = {
+        {"auto", "0", 0},      {"static", "1", 1},    {"dhcp", "2", 2},     {"dns", "3", 3},
+        {"broadcast", "5", 5}, {"multicast", "6", 6}, {"quillsky", "7", 7},
+    };
+    for (const Word& word : kWords)
+        if (word.keyword == value || word.digit == value) {
+            config.discoveryType = word.type;
+            return true;
+        }
+    return false;
+}
+
+bool setAddrMode(const CwItem&, const char* value, CwConfig& config)
+{
+    const bool isDhcp = std::strcmp(value, "dhcp") == 0;
+    if (!isDhcp && std::strcmp(value, "static") != 0)
+        return false;
+    config.addrMode = isDhcp ? 1 : 0;
+    return true;
+}
+
+void renderAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> text)
+{
+    renderText(text, config.addrMode != 0 ? "dhcp" : "static");
+}
+
+bool storeAddress(const CwItem& item, const char* value, CwConfig& config)
+{
+    return parseAddress(value, &(config.*item.field.doubleWord));
+}
+
+bool setAddress(const CwItem& item, const char* value, CwConfig& config)
+{
+    if (!storeAddress(item, value, config))
+        cli_printf("    Error: Invalid IP address '%s'\n", value);
+    return true;
+}
+
+bool setOwnAddress(const CwItem& item, const char* value, CwConfig& config)
+{
+    if (storeAddress(item, value, config))
+        renderAddress(sysConfig.staticAddr, config.staticIpAddr);
+    else
+        cli_printf("    Error: Invalid IP address '%s'\n", value);
+    return true;
+}
+
+bool setMulticast(const CwItem& item, const char* value, CwConfig& config)
+{
+    if (!storeAddress(item, value, config))
+        cli_printf("    Error: Invalid Multicast address '%s'\n", value);
+    return true;
+}
+
+void renderAddressItem(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+{
+    renderAddress(text, config.*item.field.doubleWord);
+}
+
+struct SecurityOption {
+    std::string_view word;
+    std::uint8_t bits;
+    std::uint8_t shownBy;
+};
+
+constexpr SecurityOption kSecurityOptions[] = {
+    {"clear", kSecClear, kSecClearShown},
+    {"dtls", kSecDtls, kSecDtls},
+    {"ipsec", kSecIpsec, kSecIpsec},
+};
+
+const SecurityOption* optionAt(std::string_view text)
+{
+    for (const SecurityOption& option : kSecurityOptions)
+        if (text.starts_with(option.word))
+            return &option;
+    return nullptr;
+}
+
+bool setSecurity(const CwItem&, const char* value, CwConfig& config)
+{
+    std::uint8_t bits = 0;
+    const char* text = value + std::strspn(value, " ");
+    while (*text != '\0') {
+        const SecurityOption* option = optionAt(text);
+        if (option == nullptr) {
+            cli_printf("    Error: Invalid option (%s). Options: [clear,dtls,ipsec]\n", value);
+            return false;
+        }
+        bits |= option->bits;
+        text += option->word.size();
+        text += std::strspn(text, " ,");
+    }
+    config.dataChannelSec = bits;
+    return true;
+}
+
+void renderSecurity(const CwItem&, const CwConfig& config, int, std::span<char> text)
+{
+    text[0] = '\0';
+    std::size_t length = 0;
+    for (const SecurityOption& option : kSecurityOptions)
+        if ((config.dataChannelSec & option.shownBy) != 0)
+            length += static_cast<std::size_t>(std::snprintf(text.data() + length, text.size() - length, "%s%s",
+                                                             length > 0 ? "," : "", option.word.data()));
+}
+
+bool setText(const CwItem& item, const char* value, CwConfig& config)
+{
+    copyText(item.field.text(config), value);
+    return true;
+}
+
+void renderTextItem(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+{
+    renderText(text, item.field.text(const_cast<CwConfig&>(config)).data());
+}
+
+bool setVersion(const CwItem& item, const char* value, CwConfig& config)
+{
+    return cwConfSetVersion(config.*item.field.version, value);
+}
+
+void renderVersion(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+{
+    renderText(text, config.*item.field.version);
+}
+
+void sayTooMany(const CwItem& item, const char* value)
+{
+    cli_printf("    Error: Too many %s entries, '%s' ignored.\n", item.key, value);
+}
+
+bool setAcAddress(const CwItem& item, const char* value, CwConfig& config)
+{
+    std::uint32_t address;
+    if (!parseAddress(value, &address)) {
+        cli_printf("    Error: Invalid AC IP address '%s'\n", value);
+        return false;
+    }
+    if (!cwConfAppendAddress(config, address))
+        sayTooMany(item, value);
+    return true;
+}
+
+void renderAcAddress(const CwItem&, const CwConfig& config, int index, std::span<char> text)
+{
+    const AcAddress& entry = config.acAddresses[index];
+    char dotted[16];
+    renderAddress(dotted, entry.address);
+    std::snprintf(text.data(), text.size(), "%s %d", dotted, entry.inUse);
+}
+
+int countAcAddresses(const CwConfig& config)
+{
+    return config.acAddressCount;
+}
+
+bool setAcHostname(const CwItem& item, const char* value, CwConfig& config)
+{
+    if (!cwConfAppendHostname(config, value))
+        sayTooMany(item, value);
+    return true;
+}
+
+void renderAcHostname(const CwItem&, const CwConfig& config, int index, std::span<char> text)
+{
+    renderText(text, config.acHostnames[index]);
+}
+
+int countAcHostnames(const CwConfig& config)
+{
+    return config.acHostnameCount;
+}
+
+} // namespace
+
+const CwKind kStored = {setStored, renderNumber, nullptr, nullptr, nullptr};
+const CwKind kChecked = {setChecked, renderNumber, nullptr, nullptr, nullptr};
+const CwKind kIgnored = {setIgnored, renderNumber, nullptr, nullptr, nullptr};
+const CwKind kVlan = {setVlan, renderNumber, nullptr, nullptr, nullptr};
+const CwKind kDiscoveryType = {setDiscoveryType, renderNumber, nullptr, nullptr, nullptr};
+const CwKind kAddrMode = {setAddrMode, renderAddrMode, nullptr, nullptr, nullptr};
+const CwKind kAddress = {setAddress, renderAddressItem, nullptr, nullptr, nullptr};
+const CwKind kOwnAddress = {setOwnAddress, renderAddressItem, nullptr, nullptr, nullptr};
+const CwKind kMulticast = {setMulticast, renderAddressItem, nullptr, nullptr, nullptr};
+const CwKind kSecurity = {setSecurity, renderSecurity, nullptr, nullptr, nullptr};
+const CwKind kText = {setText, renderTextItem, nullptr, nullptr, nullptr};
+const CwKind kPassword = {nullptr, renderTextItem, nullptr, nullptr, nullptr};
+const CwKind kVersion = {setVersion, renderVersion, nullptr, nullptr, nullptr};
+const CwKind kScanTimers = {setScanTimers, nullptr, nullptr, nullptr, nullptr};
+const CwKind kAcAddresses = {setAcAddress, renderAcAddress, countAcAddresses, kAddAcAddressHelp, kDeleteAcAddressHelp};
+const CwKind kAcHostnames = {setAcHostname, renderAcHostname, countAcHostnames, kAddAcHostnameHelp,
+                             kDeleteAcHostnameHelp};
+
+bool parseAddress(const char* text, std::uint32_t* address)
+{
+    in_addr parsed;
+    if (inet_aton(text, &parsed) == 0)
+        return false;
+    *address = ntohl(parsed.s_addr);
+    return true;
+}

@@ -1,0 +1,64 @@
+#include "conf/cw_show.h"
+
+#include <cstring>
+
+#include "cli/output.h"
+#include "conf/cw_file.h"
+#include "conf/cw_items.h"
+
+namespace
+{
+
+/// The servers that the ignored items would switch are gone; the file keeps their lines, the display does not.
+bool isShown(const CwItem& item)
+{
+    return item.kind != &kIgnored;
+}
+
+void showValue(const char* key, const char* value)
+{
+    cli_printf("\t%s=%s\n", key, value);
+}
+
+void showListCommands(const CwItem& item)
+{
+    cli_printf("config capwap wtp %s :\n", item.key);
+    cli_printf("        %-32s %s\n        %-32s %s\n\n", "add", item.kind->addHelp, "del", item.kind->deleteHelp);
+}
+
+void showRow(const CwItem& item, const CwConfig& config)
+{
+    if (item.kind->count != nullptr)
+        showListCommands(item);
+    else
+        forEachValue(item, config, [&item](const char* key, const char* value) {
+            cli_printf("    %-*s: %s\n", item.keyWidth, key, value);
+        });
+}
+
+} // namespace
+
+void cwConfShowAll()
+{
+    cwConfRefresh(cwConfig);
+    cli_print(kCwFrameLine);
+    for (const CwSection& section : cwSections) {
+        cli_print(section.showTitle);
+        for (const CwItem* item : section.items)
+            if (isShown(*item))
+                forEachValue(*item, cwConfig, showValue);
+    }
+    cli_print(kCwFrameLine);
+    if (cwConfig.saved == 0)
+        cli_print("Configuration has been changed, please save or drop it.\n");
+}
+
+void cwConfShowItem(const char* key, CwConfig& config)
+{
+    cwConfRefresh(config);
+    for (const CwItem& item : cwItems)
+        if (item.keyWidth != 0 && (key == nullptr || std::strcmp(key, item.key) == 0))
+            showRow(item, config);
+    if (key == nullptr && config.saved == 0)
+        cli_print("\n####  Configuration has been changed, please save or drop it.\n");
+}

@@ -1,0 +1,163 @@
+#include "conf/system_commands.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include "cli/external.h"
+#include "cli/output.h"
+#include "conf/sys_conf.h"
+#include "conf/text.h"
+#include "platform/device_file.h"
+#include "platform/system_library.h"
+
+namespace
+{
+
+/// Shows or sets an item: `apply` checks the value and makes it effective; anything but 0 ends the command with it.
+int systemItem(int argc, char** argv, int (*apply)(const char* value))
+{
+    if (argc != 3 && argc != 4) {
+        cli_print("    Error: Too many parameters!\n");
+        return -1;
+    }
+    if (argc == 3) {
+        sysConfShow(argv[2], sysConfig);
+        return 0;
+    }
+    if (const int refused = apply(argv[3]); refused != 0)
+        return refused;
+    sysConfSetItem(argv[2], argv[3], sysConfig);
+    return sysConfWrite();
+}
+
+int refuse(const char* message)
+{
+    cli_print(message);
+    return -1;
+}
+
+int refuseValue(const char* value)
+{
+    cli_printf("    Error: Invalid parameter '%s'.\n", value);
+    return -1;
+}
+
+int applyFactorysn(const char* value)
+{
+    if (std::strlen(value) >= sizeof sysConfig.factorysn)
+        return refuse("    Error: The length must be less than 63.\n");
+    return 0;
+}
+
+// Composed first: an address that does not fit must not cost the old ones.
+int applyMgmtAddr(const char* value)
+{
+    char command[kCommandLength + 1];
+    if (!composeCommand(command, "ip addr add %s dev eth0 2>/dev/null", value))
+        return -1;
+    runCommand("ip addr flush dev eth0 2>/dev/null");
+    return runCommand(command);
+}
+
+int applyHostname(const char* value)
+{
+    constexpr int kTooLong = -2;
+    const int verdict = valid_hostname(value);
+    if (verdict == kTooLong)
+        return refuse("    Error: The string is too long, the upper limit is 36.\n");
+    if (verdict != 0)
+        return refuse("    Error: The legal characters are numbers (0-9), letters(a-z,A-z) and special characters - "
+                      "and _.\n");
+    char command[256];
+    if (!composeCommand(command, "hostname %s", value))
+        return -1;
+    runCommand(command);
+    if (!composeCommand(command, "qln-set-hostname %s --no-save > /dev/null 2>&1", value))
+        return -1;
+    runCommand(command);
+    return 0;
+}
+
+struct ConsoleSpeed {
+    int baudrate;
+    speed_t speed;
+};
+
+constexpr ConsoleSpeed kConsoleSpeeds[] = {
+    {9600, B9600}, {19200, B19200}, {38400, B38400}, {57600, B57600}, {115200, B115200},
+};
+
+const ConsoleSpeed* consoleSpeedOf(int baudrate)
+{
+    for (const ConsoleSpeed& row : kConsoleSpeeds)
+        if (row.baudrate == baudrate)
+            return &row;
+    return nullptr;
+}
+
+/// Null, or what went wrong.
+const char* setConsoleSpeed(int fd, speed_t speed)
+{
+    termios options;
+    if (tcgetattr(fd, &options) != 0)
+        return "\r\n    Error: Can not get console options\n";
+    if (cfsetispeed(&options, speed) != 0 || cfsetospeed(&options, speed) != 0)
+        return "\r\n    Error: can not set console speed\n";
+    if (tcsetattr(fd, TCSADRAIN, &options) != 0)
+        return "\r\n    Error: can not set console options\n";
+    return nullptr;
+}
+
+int applyBaudrate(const char* value)
+{
+    if (!isDigits(value))
+        return refuse("    Error: The parameter is not digital!\n");
+    const ConsoleSpeed* row = consoleSpeedOf(numberFrom(value));
+    if (row == nullptr)
+        return refuseValue(value);
+    const int fd = open(DeviceFile("/dev/console").path(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (fd < 0)
+        return refuse("\r\n    Error: Can not open console device!\n");
+    const char* failure = setConsoleSpeed(fd, row->speed);
+    close(fd);
+    return failure == nullptr ? 0 : refuse(failure);
+}
+
+int applyAdminTimeout(const char* value)
+{
+    constexpr int kSecondsPerMinute = 60;
+    const int minutes = numberFrom(value);
+    if (!isDigits(value) || minutes < 1 || minutes > 480)
+        return refuseValue(value);
+    runCommandf("echo %d > %s", minutes * kSecondsPerMinute, DeviceFile("/etc/admin-timeout.tmp").path());
+    return 0;
+}
+
+} // namespace
+
+int factorysnCommand(int argc, char** argv)
+{
+    return systemItem(argc, argv, applyFactorysn);
+}
+
+int mgmtAddrCommand(int argc, char** argv)
+{
+    return systemItem(argc, argv, applyMgmtAddr);
+}
+
+int hostnameCommand(int argc, char** argv)
+{
+    return systemItem(argc, argv, applyHostname);
+}
+
+int baudrateCommand(int argc, char** argv)
+{
+    return systemItem(argc, argv, applyBaudrate);
+}
+
+int adminTimeoutCommand(int argc, char** argv)
+{
+    return systemItem(argc, argv, applyAdminTimeout);
+}
