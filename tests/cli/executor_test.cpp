@@ -1,6 +1,8 @@
 #include "cli/executor.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,8 +34,22 @@ void bind(const char* name, CliHandler handler)
     node->childCount = 0;
 }
 
+/// Every test begins with the static root table and leaves it as it was.
 class Executor : public DeviceTest
 {
+protected:
+    Executor() : rows_(std::to_array(rootTable)) {}
+    ~Executor() override
+    {
+        if (cliRoot.children != rootTable)
+            std::free(cliRoot.children);
+        std::copy(rows_.begin(), rows_.end(), rootTable);
+        cliRoot.children = rootTable;
+        cliRoot.childCount = kRootCommandCount;
+    }
+
+private:
+    std::array<cli_node, kRootCommandCount> rows_;
 };
 
 } // namespace
@@ -206,7 +222,6 @@ TEST_F(Executor, StopsLookupAtANodeThatTakesArguments)
     children[0] = command("list", "", echoWords);
     children[0].childCount = 1;
     children[0].children = findChild(cliRoot, "led_test");
-    const cli_node saved = cliRoot;
     cliRoot = root;
     char list[] = "list", other[] = "other", nested[] = "led_test";
     char* words[] = {list, other};
@@ -216,5 +231,5 @@ TEST_F(Executor, StopsLookupAtANodeThatTakesArguments)
     words[0] = other;
     EXPECT_EQ(findNode(1, words), nullptr);
     EXPECT_EQ(findNode(0, words), &cliRoot);
-    cliRoot = saved;
+    cliRoot.children = rootTable;
 }
