@@ -1,4 +1,5 @@
-// A file of the simulated device lies below the folder that the environment variable CLI_SIM_ROOT names.
+// A file of the simulated device lies below the folder that the environment variable CLI_SIM_ROOT names. Without one no
+// path leads anywhere: the files of the machine that runs the simulation are not the device's.
 
 #include "platform/device_file.h"
 
@@ -7,8 +8,11 @@
 
 DeviceFile::DeviceFile(const char* devicePath)
 {
+    path_[0] = '\0';
     const char* root = std::getenv("CLI_SIM_ROOT");
-    const int length = std::snprintf(path_, kPathSize, "%s%s", root != nullptr ? root : "", devicePath);
+    if (root == nullptr || *root == '\0')
+        return;
+    const int length = std::snprintf(path_, kPathSize, "%s%s", root, devicePath);
     if (length < 0 || static_cast<std::size_t>(length) >= kPathSize)
         path_[0] = '\0';
 }

@@ -45,20 +45,23 @@ bool simReadText(const char* name, char* buffer, std::size_t size, const char* f
 
 int simReadNumber(const char* name, int fallback)
 {
-    char text[16];
-    return simReadText(name, text, sizeof text, "") ? std::atoi(text) : fallback;
+    char text[32];
+    return simReadText(name, text, sizeof text, "") ? static_cast<int>(std::strtol(text, nullptr, 10)) : fallback;
 }
 
 bool simWriteText(const char* name, const char* text)
 {
+    // Renamed into place, so that a reader in another process never meets half a value.
     char path[kNameSize];
+    char fresh[kNameSize + sizeof ".new"];
     devicePathOf(name, path);
+    std::snprintf(fresh, sizeof fresh, "%s.new", path);
     makeFoldersOf(path);
-    FILE* file = std::fopen(DeviceFile(path).path(), "we");
+    FILE* file = std::fopen(DeviceFile(fresh).path(), "we");
     if (file == nullptr)
         return false;
-    std::fprintf(file, "%s\n", text);
-    return std::fclose(file) == 0;
+    const bool written = std::fprintf(file, "%s\n", text) > 0;
+    return std::fclose(file) == 0 && written && std::rename(DeviceFile(fresh).path(), DeviceFile(path).path()) == 0;
 }
 
 bool simWriteNumber(const char* name, int value)

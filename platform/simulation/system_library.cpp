@@ -1,34 +1,192 @@
+// The simulated access point's system library. What a PC has not (identity, interfaces, lines, LEDs) is state below the
+// device's root; load, memory, uptime and the terminal are the running system's.
+
 #include "platform/system_library.h"
 
-void install_signal_handler(const char*, int) {}
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <strings.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include "platform/device_file.h"
+#include "platform/simulation/state.h"
+
+namespace
+{
+
+constexpr std::size_t kHostnameLimit = 36;
+constexpr char kDefaultSerialNumber[] = "QPK315V4U1600001";
+
+constexpr int kFaults[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+
+// Layout of the platform information record.
+constexpr std::size_t kPlatformInfoSize = 112;
+constexpr std::size_t kPlatformInfoQlnSn = 57;
+
+// Long enough for a rate that means something, short enough not to be felt.
+constexpr timespec kLoadSample = {0, 100'000'000};
+
+const char* faultApp = "";
+termios terminalAtStart;
+bool terminalIsKnown = false;
+
+void say(const char* text)
+{
+    if (write(STDERR_FILENO, text, std::strlen(text)) < 0)
+        return;
+}
+
+/// Gives the terminal back as it was found and names the fault; the signal's default action then ends the process.
+void faultHandler(int signal)
+{
+    if (terminalIsKnown)
+        tcsetattr(STDIN_FILENO, TCSANOW, &terminalAtStart);
+    say(faultApp);
+    say(": ");
+    say(sigdescr_np(signal));
+    say("\n");
+    raise(signal);
+}
+
+void catchFaults(const char* app)
+{
+    faultApp = app;
+    terminalIsKnown = tcgetattr(STDIN_FILENO, &terminalAtStart) == 0;
+
+    struct sigaction action = {};
+    action.sa_handler = faultHandler;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    for (const int signal : kFaults) {
+        struct sigaction present = {};
+        // A handler that stands already is a diagnostic tool's, which says more.
+        if (sigaction(signal, nullptr, &present) == 0 && present.sa_handler == SIG_DFL)
+            sigaction(signal, &action, nullptr);
+    }
+}
+
+/// Puts the stand-in tools before the PC's own. A process without them could act on the PC itself, so it ends.
+void enterDevice(const char* app)
+{
+    const char* named = std::getenv("CLI_SIM_ROOT");
+    char root[PATH_MAX];
+    if (named == nullptr || realpath(named, root) == nullptr || std::strcmp(root, "/") == 0) {
+        std::fprintf(stderr, "%s: CLI_SIM_ROOT must name the folder of a simulated access point.\n", app);
+        std::exit(1);
+    }
+    setenv("CLI_SIM_ROOT", root, 1);
+
+    const char* rest = std::getenv("PATH");
+    char path[4 * PATH_MAX];
+    const int length = std::snprintf(path, sizeof path, "%s/bin:%s", root, rest != nullptr ? rest : "/usr/bin:/bin");
+    if (access(DeviceFile("/bin").path(), X_OK) != 0 || static_cast<std::size_t>(length) >= sizeof path) {
+        std::fprintf(stderr, "%s: %s/bin holds no stand-in tools, see platform/simulation/lay_out.\n", app, root);
+        std::exit(1);
+    }
+    setenv("PATH", path, 1);
+}
+
+struct ProcessorTime {
+    long long busy;
+    long long total;
+};
+
+/// Ticks since the system's start.
+ProcessorTime processorTime()
+{
+    long long user = 0;
+    long long nice = 0;
+    long long system = 0;
+    long long idle = 0;
+    long long wait = 0;
+    long long interrupts = 0;
+    long long softInterrupts = 0;
+    FILE* file = std::fopen("/proc/stat", "re");
+    if (file == nullptr)
+        return {0, 0};
+    const int found = std::fscanf(file, "cpu %lld %lld %lld %lld %lld %lld %lld", &user, &nice, &system, &idle, &wait,
+                                  &interrupts, &softInterrupts);
+    std::fclose(file);
+    if (found != 7)
+        return {0, 0};
+    const long long busy = user + nice + system + interrupts + softInterrupts;
+    return {busy, busy + idle + wait};
+}
+
+int percent(long long part, long long whole)
+{
+    if (whole <= 0 || part <= 0)
+        return 0;
+    return part >= whole ? 100 : static_cast<int>(part * 100 / whole);
+}
+
+} // namespace
+
+void install_signal_handler(const char* app_name, int)
+{
+    enterDevice(app_name);
+    catchFaults(app_name);
+}
 
 int qln_app_init_with_instd(int, int)
 {
     return 0;
 }
 
-int act_confirm(const char*)
+int act_confirm(const char* message)
 {
-    return 0;
+    std::printf("%sAre you sure? (y/n) ", message);
+    std::fflush(stdout);
+
+    // Byte by byte: what follows this line on standard input is the shell's next command.
+    char answer[8];
+    std::size_t length = 0;
+    char c = '\0';
+    while (read(STDIN_FILENO, &c, 1) == 1 && c != '\n')
+        if (length < sizeof answer - 1)
+            answer[length++] = c;
+    answer[length] = '\0';
+    if (c != '\n') {
+        std::printf("\n");
+        return 0;
+    }
+    return strcasecmp(answer, "y") == 0 || strcasecmp(answer, "yes") == 0;
 }
 
 int sys_factory_reset(int)
 {
+    std::fflush(stdout);
+    return std::system(R"(cp "$CLI_SIM_ROOT"/etc/*.conf "$CLI_SIM_ROOT"/cfg/ && reboot)") == 0 ? 0 : -1;
+}
+
+int read_sn(char* buffer, int size, int)
+{
+    char info[kPlatformInfoSize] = {};
+    get_qln_platform_info(info);
+    const char* stored = info + kPlatformInfoQlnSn;
+    simReadText("serial_number", buffer, static_cast<std::size_t>(size),
+                *stored != '\0' ? stored : kDefaultSerialNumber);
     return 0;
 }
 
-int read_sn(char*, int, int)
+int valid_hostname(const char* name)
 {
-    return 0;
+    const std::size_t length = std::strlen(name);
+    if (length > kHostnameLimit)
+        return -2;
+    const std::size_t legal = std::strspn(name, "0123456789-_"
+                                                "abcdefghijklmnopqrstuvwxyz"
+                                                "ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+    return length != 0 && legal == length ? 0 : -1;
 }
 
-int valid_hostname(const char*)
+int get_full_version_string(char* buffer, int size, const char* model_prefix, int major, int minor, const char* build)
 {
-    return 0;
-}
-
-int get_full_version_string(char*, int, const char*, int, int, const char*)
-{
+    std::snprintf(buffer, static_cast<std::size_t>(size), "%s-v%d.%02d-build%s", model_prefix, major, minor, build);
     return 0;
 }
 
@@ -47,47 +205,87 @@ int get_qln_platform_info(void*)
     return 0;
 }
 
-int sys_intf_status(const char*)
+int sys_intf_status(const char* interface)
 {
-    return 0;
+    char name[64];
+    std::snprintf(name, sizeof name, "interfaces/%s/up", interface);
+    return simReadNumber(name, 0) != 0;
 }
 
 int get_cpu_usage_rate()
 {
-    return 0;
+    const ProcessorTime before = processorTime();
+    nanosleep(&kLoadSample, nullptr);
+    const ProcessorTime after = processorTime();
+    return percent(after.busy - before.busy, after.total - before.total);
 }
 
 int get_memory_usage_rate()
 {
+    FILE* file = std::fopen("/proc/meminfo", "re");
+    if (file == nullptr)
+        return 0;
+    long long total = 0;
+    long long available = 0;
+    char line[128];
+    while (std::fgets(line, sizeof line, file) != nullptr) {
+        std::sscanf(line, "MemTotal: %lld", &total);
+        std::sscanf(line, "MemAvailable: %lld", &available);
+    }
+    std::fclose(file);
+    return percent(total - available, total);
+}
+
+int uptime_main(char* buffer, int size)
+{
+    double seconds = 0;
+    if (FILE* file = std::fopen("/proc/uptime", "re"); file != nullptr) {
+        if (std::fscanf(file, "%lf", &seconds) != 1)
+            seconds = 0;
+        std::fclose(file);
+    }
+    double load[3] = {};
+    getloadavg(load, 3);
+    const std::time_t now = std::time(nullptr);
+    tm clock = {};
+    localtime_r(&now, &clock);
+
+    const int minutes = static_cast<int>(seconds / 60);
+    const int days = minutes / (24 * 60);
+    std::snprintf(buffer, static_cast<std::size_t>(size),
+                  "%02d:%02d:%02d up %d day%s, %02d:%02d, load average: %.2f, %.2f, %.2f", clock.tm_hour, clock.tm_min,
+                  clock.tm_sec, days, days == 1 ? "" : "s", minutes / 60 % 24, minutes % 60, load[0], load[1], load[2]);
     return 0;
 }
 
-int uptime_main(char*, int)
+int sys_get_gpio_status(int line, int* value)
 {
+    char name[32];
+    std::snprintf(name, sizeof name, "gpio/%d", line);
+    *value = simReadNumber(name, 0);
     return 0;
 }
 
-int sys_get_gpio_status(int, int*)
+int sys_set_gpio_status(int line, int value)
 {
-    return 0;
-}
-
-int sys_set_gpio_status(int, int)
-{
-    return 0;
+    char name[32];
+    std::snprintf(name, sizeof name, "gpio/%d", line);
+    return simWriteNumber(name, value) ? 0 : -1;
 }
 
 int sys_get_reset_key_status()
 {
-    return 0;
+    return simReadNumber("reset_key", 1);
 }
 
-int sys_set_led_action(int, int)
+int sys_set_led_action(int led, int message)
 {
-    return 0;
+    char name[32];
+    std::snprintf(name, sizeof name, "leds/%d", led);
+    return simWriteNumber(name, message) ? 0 : -1;
 }
 
 int sys_set_led_sys_test()
 {
-    return 0;
+    return simWriteNumber("leds/test", 1) ? 0 : -1;
 }
