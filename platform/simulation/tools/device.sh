@@ -1,0 +1,156 @@
+# shellcheck shell=sh
+# Sourced by every stand-in tool: the simulated device's state, one small file for each value below "sim" of its root.
+
+: "${CLI_SIM_ROOT:?must name the folder of a simulated access point}"
+# Not in every POSIX shell, but in those that are installed as sh: the same file whatever its spelling.
+# shellcheck disable=SC3013
+same_file() {
+    [ "$1" -ef "$2" ]
+}
+if [ ! -d "$CLI_SIM_ROOT/bin" ] || same_file "$CLI_SIM_ROOT" /; then
+    echo "${0##*/}: $CLI_SIM_ROOT is no simulated access point" >&2
+    exit 1
+fi
+PATH=$CLI_SIM_ROOT/bin:$PATH
+LC_ALL=C
+export PATH LC_ALL
+
+interfaces="br0 eth0 lo"
+for radio in wlan0 wlan1; do
+    interfaces="$interfaces $radio $radio-va0 $radio-va1 $radio-va2 $radio-va3"
+done
+
+# value NAME [FALLBACK]: prints a state value.
+value() {
+    text=
+    if IFS= read -r text 2>/dev/null <"$CLI_SIM_ROOT/sim/$1" || [ -n "$text" ]; then
+        printf '%s\n' "$text"
+    else
+        printf '%s\n' "${2-}"
+    fi
+}
+
+# set_value NAME TEXT
+set_value() {
+    [ -d "$CLI_SIM_ROOT/sim/${1%/*}" ] || case $1 in
+    */*) mkdir -p "$CLI_SIM_ROOT/sim/${1%/*}" ;;
+    *) mkdir -p "$CLI_SIM_ROOT/sim" ;;
+    esac
+    printf '%s\n' "$2" >"$CLI_SIM_ROOT/sim/$1"
+}
+
+# config_value FILE KEY: prints the value of a line KEY=VALUE of the device's file.
+config_value() {
+    sed -n "s/^$2=//p" "$CLI_SIM_ROOT$1" 2>/dev/null
+}
+
+# fail TEXT...: ends the tool with a message.
+fail() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    exit 1
+}
+
+is_interface() {
+    case " $interfaces " in
+    *" $1 "*) return 0 ;;
+    *) return 1 ;;
+    esac
+}
+
+is_up() {
+    [ "$1" = lo ] || [ "$(value "interfaces/$1/up" 0)" != 0 ]
+}
+
+# addresses INTERFACE: prints its addresses as A.B.C.D/BITS, one a line.
+addresses() {
+    list=$CLI_SIM_ROOT/sim/interfaces/$1/address
+    [ "$1" != lo ] || echo 127.0.0.1/8
+    [ ! -f "$list" ] || cat "$list"
+}
+
+# Whether $1 is a decimal number that the shell's arithmetic takes as one.
+is_number() {
+    case $1 in
+    '' | *[!0-9]* | 0?* | ??????????*) return 1 ;;
+    *) return 0 ;;
+    esac
+}
+
+# Whether $1 reads A.B.C.D.
+is_address() {
+    case $1 in
+    *.*.*.*.*) return 1 ;;
+    *.*.*.*) ;;
+    *) return 1 ;;
+    esac
+    rest=$1.
+    while [ -n "$rest" ]; do
+        octet=${rest%%.*}
+        is_number "$octet" && [ "$octet" -le 255 ] || return 1
+        rest=${rest#*.}
+    done
+}
+
+# Prints the factory record's MAC address as twelve digits, whichever of its two forms the flash holds.
+factory_mac() {
+    for flash in "$CLI_SIM_ROOT"/dev/mtdblock/[0-9]* "$CLI_SIM_ROOT"/dev/mtdblock[0-9]*; do
+        [ -f "$flash" ] || continue
+        digits=$(dd if="$flash" bs=16 skip=16376 count=1 2>/dev/null | tr -cd '0-9A-Fa-f')
+        [ ${#digits} -eq 12 ] || digits=$(od -An -v -tx1 -j 262016 -N 6 "$flash" | tr -d ' \n')
+        case $digits in
+        '' | 000000000000) ;;
+        *)
+            echo "$digits"
+            return
+            ;;
+        esac
+    done
+    echo 021a2b000100
+}
+
+# mac INTERFACE: prints its hardware address; each radio has sixteen, the first for itself.
+mac() {
+    case $1 in
+    wlan[01]) offset=$((16 * (${1#wlan} + 1))) ;;
+    wlan[01]-va[0-3])
+        radio=${1%-va?}
+        offset=$((16 * (${radio#wlan} + 1) + ${1#wlan?-va} + 1))
+        ;;
+    *) offset=0 ;;
+    esac
+    digits=$(factory_mac)
+    last=${digits#??????????}
+    printf '%s%02x\n' "${digits%??}" $(((0x$last + offset) & 255)) |
+        sed 's/../&:/g; s/:$//' | tr a-f A-F
+}
+
+# Prints the process id of this device's simulated CAPWAP daemon. False when none is running.
+daemon_pid() {
+    pid=
+    IFS= read -r pid 2>/dev/null <"$CLI_SIM_ROOT/tmp/cwWtpd.pid" || [ -n "$pid" ] || return 1
+    is_number "$pid" || return 1
+    program=$(tr '\0' '\n' 2>/dev/null <"/proc/$pid/cmdline" | head -n 1)
+    [ "${program##*/}" = cwWtpd ] || return 1
+    root=$(tr '\0' '\n' 2>/dev/null <"/proc/$pid/environ" | sed -n 's/^CLI_SIM_ROOT=//p')
+    same_file "$root" "$CLI_SIM_ROOT" && echo "$pid"
+}
+
+# signal_daemon [-SIGNAL | -s SIGNAL] NAME: what killall and pkill do, here to no process but the simulated CAPWAP
+# daemon. False when NAME is another or none is running.
+signal_daemon() {
+    signal=TERM
+    name=
+    while [ $# -gt 0 ]; do
+        case $1 in
+        -s | --signal)
+            signal=${2-}
+            [ $# -eq 1 ] || shift
+            ;;
+        -[A-Z0-9]*) signal=${1#-} ;;
+        -*) ;;
+        *) name=$1 ;;
+        esac
+        shift
+    done
+    [ "$name" = cwWtpd ] && pid=$(daemon_pid) && kill -s "${signal#SIG}" "$pid"
+}
