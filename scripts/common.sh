@@ -1,0 +1,56 @@
+# shellcheck shell=bash
+# Shared by the scripts here. They speak on standard error: standard output belongs to what they run.
+
+say() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+}
+
+die() {
+    say "$*"
+    exit 1
+}
+
+# apt_get WORDS...: runs apt-get as root, asking nothing.
+apt_get() {
+    local -a become=()
+    [ "$(id -u)" -eq 0 ] || become=(sudo)
+    "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q "$@" </dev/null >&2
+}
+
+# install_missing PACKAGE...: installs those of the packages that are not there.
+install_missing() {
+    if ! command -v dpkg-query >/dev/null; then
+        say "this is no Debian system; expecting to find here: $*"
+        return
+    fi
+    local present package
+    local -a missing=()
+    present=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' "$@" 2>/dev/null || true)
+    for package; do
+        grep -qxF "$package installed" <<<"$present" || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    say "installing ${missing[*]}"
+    [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null || die "this takes root or sudo"
+    # Package lists may be absent, or too old to fetch from.
+    compgen -G '/var/lib/apt/lists/*_Packages*' >/dev/null || apt_get update
+    apt_get install -y --no-install-recommends "${missing[@]}" || {
+        apt_get update
+        apt_get install -y --no-install-recommends "${missing[@]}"
+    }
+}
+
+# build_preset PRESET [CMAKE OPTION...]: builds the preset; configures it only when that was not done.
+build_preset() {
+    local preset=$1 folder=build/$1
+    shift
+    if [ ! -f "$folder/build.ninja" ]; then
+        say "configuring $folder"
+        cmake --preset "$preset" "$@" </dev/null >&2
+    fi
+    # Nothing to say when nothing is to be done.
+    ninja -C "$folder" -n </dev/null | grep -q 'no work to do' && return
+    say "building $folder"
+    cmake --build "$folder" </dev/null >&2
+}
