@@ -14,7 +14,7 @@ constexpr std::size_t kNameSize = 96;
 constexpr const char* kInterfaces[] = {"wlan0", "wlan0-va0", "wlan0-va1", "wlan0-va2", "wlan0-va3",
                                        "wlan1", "wlan1-va0", "wlan1-va1", "wlan1-va2", "wlan1-va3"};
 
-/// A fresh device: three VAPs a radio in use, the fourth spare.
+/// What is not listed is empty: an interface without an "up" is down.
 struct SettingDefault {
     const char* setting;
     const char* interface; ///< the first characters of the interfaces that it holds for
@@ -23,9 +23,6 @@ struct SettingDefault {
 
 /// The first row that fits holds.
 constexpr SettingDefault kDefaults[] = {
-    {"up", "wlan0-va3", "0"},
-    {"up", "wlan1-va3", "0"},
-    {"up", "", "1"},
     {"ssid", "wlan0-va0", "office"},
     {"ssid", "wlan0-va1", "guest"},
     {"ssid", "wlan0-va2", "scanners"},

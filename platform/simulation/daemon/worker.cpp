@@ -1,0 +1,249 @@
+#include "platform/simulation/daemon/worker.h"
+
+#include <charconv>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+#include <poll.h>
+#include <random>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+#include "platform/device_file.h"
+#include "platform/simulation/channel_socket.h"
+#include "platform/simulation/daemon/applied_settings.h"
+#include "platform/simulation/daemon/debug_line.h"
+#include "platform/simulation/daemon/replies.h"
+#include "platform/simulation/state.h"
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t kLongestMessage = 4096;
+constexpr std::size_t kMostClients = 64;
+
+/// More than any query has room for.
+constexpr std::size_t kLongReply = 80000;
+
+enum MessageType : int32_t {
+    kQueryVaps = 1,
+    kQueryAccessPoint = 2,
+    kQueryStations = 3,
+    kQueryRadios = 5,
+    kSetCountry = 6,
+    kSetPower = 7,
+};
+
+/// A word and perhaps a number from the state file "daemon/behaviour".
+struct Behaviour {
+    Behaviour()
+    {
+        char line[32];
+        simReadText("daemon/behaviour", line, sizeof line, "normal");
+        const std::string_view text = line;
+        const std::size_t blank = text.find(' ');
+        word = text.substr(0, blank);
+        unsigned value = 0;
+        if (blank != std::string_view::npos &&
+            std::from_chars(text.data() + blank + 1, text.data() + text.size(), value).ec == std::errc{})
+            number = value;
+    }
+
+    std::string word;
+    std::optional<unsigned> number;
+};
+
+Bytes noise(std::optional<unsigned> seed)
+{
+    std::mt19937 random(seed ? *seed : std::random_device{}());
+    Bytes reply(std::uniform_int_distribution<std::size_t>(0, kLongReply)(random));
+    for (uint8_t& byte : reply)
+        byte = static_cast<uint8_t>(random());
+    return reply;
+}
+
+/// What becomes of a reply.
+Bytes distort(Bytes reply, const Behaviour& behaviour)
+{
+    if (behaviour.word == "crash")
+        std::raise(SIGSEGV);
+    if (behaviour.word == "short")
+        reply.resize(std::min<std::size_t>(reply.size(), behaviour.number.value_or(unsigned(reply.size() / 2))));
+    if (behaviour.word == "long")
+        reply.resize(std::max<std::size_t>(reply.size(), behaviour.number.value_or(kLongReply)), 0xff);
+    return behaviour.word == "random" ? noise(behaviour.number) : reply;
+}
+
+/// When a reply is due; none: never.
+std::optional<Clock::time_point> dueTime(const Behaviour& behaviour)
+{
+    if (behaviour.word == "silent")
+        return std::nullopt;
+    const unsigned delay = behaviour.word == "slow" ? behaviour.number.value_or(3) : 0;
+    return Clock::now() + std::chrono::seconds(delay);
+}
+
+class Worker
+{
+public:
+    explicit Worker(int listener) : listener_(listener) {}
+
+    [[noreturn]] void run();
+
+private:
+    /// One connection: a message is taken, its reply, if any, goes out when it is due.
+    struct Client {
+        int descriptor;
+        bool hasAsked = false;
+        bool isDone = false;
+        Bytes reply{};
+        std::optional<Clock::time_point> due{};
+    };
+
+    void wait();
+    void acceptClients();
+    void receive(Client& client);
+    void handle(Client& client, const ChannelHeader& header, std::span<const uint8_t> body);
+    [[nodiscard]] std::optional<Bytes> answer(int32_t type) const;
+    void sendDueReplies();
+    void dropFinished();
+
+    int listener_;
+    WtpConfig config_ = readWtpConfig();
+    ControllerLink link_{config_};
+    std::vector<Client> clients_;
+};
+
+void Worker::run()
+{
+    for (;;) {
+        wait();
+        sendDueReplies();
+        dropFinished();
+    }
+}
+
+/// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections.
+void Worker::wait()
+{
+    int timeout = -1;
+    std::vector<pollfd> watched = {{clients_.size() < kMostClients ? listener_ : -1, POLLIN, 0}};
+    for (const Client& client : clients_) {
+        watched.push_back({client.descriptor, POLLIN, 0});
+        if (client.due) {
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(*client.due - Clock::now());
+            const int leftMs = std::max(0, static_cast<int>(left.count()));
+            timeout = timeout < 0 ? leftMs : std::min(timeout, leftMs);
+        }
+    }
+    if (poll(watched.data(), watched.size(), timeout) <= 0)
+        return;
+    for (std::size_t i = 0; i < clients_.size(); ++i)
+        if (watched[i + 1].revents != 0)
+            receive(clients_[i]);
+    if (watched[0].revents != 0)
+        acceptClients();
+}
+
+void Worker::acceptClients()
+{
+    while (clients_.size() < kMostClients) {
+        const int descriptor = accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
+        if (descriptor < 0)
+            return;
+        clients_.push_back({descriptor});
+    }
+}
+
+void Worker::receive(Client& client)
+{
+    std::array<uint8_t, kLongestMessage> packet;
+    const ssize_t length = recv(client.descriptor, packet.data(), packet.size(), 0);
+    ChannelHeader header;
+    if (client.hasAsked || length < static_cast<ssize_t>(sizeof header)) {
+        client.isDone = true;
+        return;
+    }
+    client.hasAsked = true;
+    std::memcpy(&header, packet.data(), sizeof header);
+    handle(client, header, std::span(packet).subspan(sizeof header, static_cast<std::size_t>(length) - sizeof header));
+}
+
+void Worker::handle(Client& client, const ChannelHeader& header, std::span<const uint8_t> body)
+{
+    std::optional<Bytes> reply;
+    switch (header.type) {
+    case kSetCountry:
+        debugLine("radio", applyCountry(body) ? "country applied" : "country message refused");
+        break;
+    case kSetPower:
+        debugLine("radio", applyPower(body) ? "transmit power applied" : "transmit power message refused");
+        break;
+    default:
+        reply = answer(header.type);
+        break;
+    }
+    if (!reply) {
+        client.isDone = true;
+        return;
+    }
+    const Behaviour behaviour;
+    const Bytes records = distort(*std::move(reply), behaviour);
+    const auto* first = reinterpret_cast<const uint8_t*>(&header);
+    client.reply.assign(first, first + sizeof header);
+    client.reply.insert(client.reply.end(), records.begin(), records.end());
+    client.due = dueTime(behaviour);
+}
+
+std::optional<Bytes> Worker::answer(int32_t type) const
+{
+    switch (type) {
+    case kQueryVaps:
+        return vapReply(config_, link_.status());
+    case kQueryAccessPoint:
+        return accessPointReply(config_, link_.status());
+    case kQueryStations:
+        return stationReply();
+    case kQueryRadios:
+        return radioReply();
+    default:
+        return std::nullopt;
+    }
+}
+
+void Worker::sendDueReplies()
+{
+    for (Client& client : clients_) {
+        if (client.isDone || !client.due || *client.due > Clock::now())
+            continue;
+        send(client.descriptor, client.reply.data(), client.reply.size(), MSG_NOSIGNAL);
+        client.isDone = true;
+    }
+}
+
+void Worker::dropFinished()
+{
+    for (const Client& client : clients_)
+        if (client.isDone)
+            close(client.descriptor);
+    std::erase_if(clients_, [](const Client& client) { return client.isDone; });
+}
+
+} // namespace
+
+void runWorker()
+{
+    unlink(DeviceFile(kChannelSocket).path());
+    const int listener = openChannelSocket(bind);
+    if (listener < 0 || listen(listener, SOMAXCONN) != 0) {
+        std::perror("cwWtpd: the message channel");
+        return;
+    }
+    debugLine("fsm", "started");
+    Worker(listener).run();
+}

@@ -1,0 +1,114 @@
+#include "platform/simulation/daemon/wtp_config.h"
+
+#include <arpa/inet.h>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+
+#include "platform/device_file.h"
+#include "platform/system_library.h"
+
+namespace
+{
+
+struct NumberKey {
+    const char* key;
+    uint16_t WtpConfig::*field;
+};
+
+constexpr NumberKey kNumbers[] = {
+    {"discovery-type", &WtpConfig::discoveryType},
+    {"max-discoveries", &WtpConfig::maxDiscoveries},
+    {"discovery-interval", &WtpConfig::discoveryInterval},
+    {"silent-interval", &WtpConfig::silentInterval},
+    {"ac-ctl-port", &WtpConfig::controllerPort},
+    {"echo-interval", &WtpConfig::echoInterval},
+    {"report-interval", &WtpConfig::reportInterval},
+    {"idle-timeout", &WtpConfig::idleTimeout},
+    {"statistics-timer", &WtpConfig::statisticsTimer},
+    {"StaStatsRptInterval", &WtpConfig::stationStatisticsInterval},
+    {"VapStatsRptInterval", &WtpConfig::vapStatisticsInterval},
+    {"StaCapRptInterval", &WtpConfig::stationCapabilityInterval},
+    {"ap-mgmt-vlanid", &WtpConfig::managementVlan},
+};
+
+struct TextKey {
+    const char* key;
+    std::string WtpConfig::*field;
+};
+
+constexpr TextKey kTexts[] = {
+    {"name", &WtpConfig::name},
+    {"location", &WtpConfig::location},
+    {"data-channel-sec", &WtpConfig::dataChannelSecurity},
+};
+
+struct AddressKey {
+    const char* key;
+    uint32_t WtpConfig::*field;
+};
+
+constexpr AddressKey kAddresses[] = {
+    {"static-ip-addr", &WtpConfig::staticAddress},
+    {"static-ip-netmask", &WtpConfig::staticNetmask},
+};
+
+/// Calls `take` with each `key=value` line of a file of the device.
+void eachItem(const char* devicePath, const std::function<void(const std::string& key, const std::string& value)>& take)
+{
+    std::ifstream file(DeviceFile(devicePath).path());
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t equals = line.find('=');
+        if (!line.starts_with('#') && equals != std::string::npos)
+            take(line.substr(0, equals), line.substr(equals + 1));
+    }
+}
+
+bool parseAddress(const std::string& text, uint32_t& address)
+{
+    in_addr parsed;
+    if (inet_aton(text.c_str(), &parsed) == 0)
+        return false;
+    address = ntohl(parsed.s_addr);
+    return true;
+}
+
+void take(WtpConfig& config, const std::string& key, const std::string& value)
+{
+    for (const NumberKey& row : kNumbers)
+        if (key == row.key)
+            config.*row.field = static_cast<uint16_t>(std::strtol(value.c_str(), nullptr, 10));
+    for (const TextKey& row : kTexts)
+        if (key == row.key)
+            config.*row.field = value;
+    for (const AddressKey& row : kAddresses)
+        if (key == row.key)
+            parseAddress(value, config.*row.field);
+    if (key == "addr-mode")
+        config.usesDhcp = value == "dhcp";
+    else if (key == "ac-hostname")
+        config.controllerNames.push_back(value);
+    else if (uint32_t address = 0; key == "ac-ip-addr" && parseAddress(value, address))
+        config.controllers.push_back(address);
+}
+
+} // namespace
+
+WtpConfig readWtpConfig()
+{
+    WtpConfig config;
+    eachItem("/cfg/cw.conf", [&config](const std::string& key, const std::string& value) { take(config, key, value); });
+    return config;
+}
+
+std::string readHostName()
+{
+    char serialNumber[256] = "";
+    read_sn(serialNumber, sizeof serialNumber, 0);
+    std::string name = serialNumber;
+    eachItem("/cfg/sys.conf", [&name](const std::string& key, const std::string& value) {
+        if (key == "hostname")
+            name = value;
+    });
+    return name;
+}

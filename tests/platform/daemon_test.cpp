@@ -1,0 +1,313 @@
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+#include "platform/message_channel.h"
+#include "platform/simulation/interface_state.h"
+#include "platform/simulation/state.h"
+#include "tests/support/device.h"
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+constexpr char kPidFile[] = "/tmp/cwWtpd.pid";
+constexpr char kSocket[] = "/tmp/cwWtpd.sock";
+constexpr std::size_t kRadioSize = 2064;
+constexpr std::size_t kVapSize = 2772;
+constexpr std::size_t kStationSize = 128;
+
+bool comesTrue(const std::function<bool()>& condition)
+{
+    const Clock::time_point end = Clock::now() + std::chrono::seconds(10);
+    while (!condition()) {
+        if (Clock::now() > end)
+            return false;
+        usleep(10'000);
+    }
+    return true;
+}
+
+/// Leaves its output in the device file "/tmp/daemon_output".
+pid_t spawnDaemon(const std::string& output)
+{
+    const pid_t pid = fork();
+    if (pid != 0)
+        return pid;
+    const int file = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
+    dup2(file, STDERR_FILENO);
+    execl(CWWTPD, "cwWtpd", nullptr);
+    _exit(127);
+}
+
+int exitStatusOf(pid_t pid)
+{
+    int status = 0;
+    waitpid(pid, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+class DaemonTest : public DeviceTest
+{
+protected:
+    DaemonTest()
+    {
+        for (const char* interface : simInterfaces())
+            simSetInterfaceNumber(interface, "up", 1);
+    }
+    ~DaemonTest() override { stop(); }
+    DaemonTest(const DaemonTest&) = delete;
+    DaemonTest& operator=(const DaemonTest&) = delete;
+
+    void start()
+    {
+        daemon_ = spawnDaemon(path("/tmp/daemon_output"));
+        ASSERT_TRUE(comesTrue([this] { return answers(); })) << readFile("/tmp/daemon_output");
+    }
+    int stop(int signal = SIGTERM)
+    {
+        if (daemon_ < 0)
+            return 0;
+        kill(daemon_, signal);
+        return exitStatusOf(std::exchange(daemon_, -1));
+    }
+
+    int query(int type, int timeoutMs = 5000)
+    {
+        reply_.fill(0);
+        length_ = static_cast<int>(reply_.size());
+        return ipcmsg_send_and_recv(1, 0, type, "\0\0", 2, reply_.data(), &length_, timeoutMs);
+    }
+    bool answers() { return query(5) == 0; }
+    [[nodiscard]] pid_t worker() const { return std::atoi(readFile(kPidFile).c_str()); }
+
+    [[nodiscard]] unsigned byteAt(std::size_t offset) const { return reply_[offset]; }
+    [[nodiscard]] unsigned wordAt(std::size_t offset) const
+    {
+        uint16_t word = 0;
+        std::memcpy(&word, &reply_[offset], sizeof word);
+        return word;
+    }
+    [[nodiscard]] uint32_t longAt(std::size_t offset) const
+    {
+        uint32_t word = 0;
+        std::memcpy(&word, &reply_[offset], sizeof word);
+        return word;
+    }
+    [[nodiscard]] unsigned count() const { return byteAt(2) * 256U + byteAt(3); }
+    [[nodiscard]] std::string textAt(std::size_t offset) const
+    {
+        return reinterpret_cast<const char*>(&reply_[offset]);
+    }
+
+    /// Transmit power that a radio reports after message 7.
+    unsigned powerAfter(std::initializer_list<uint8_t> message, unsigned radio)
+    {
+        EXPECT_EQ(ipcmsg_send(1, 0, 7, message.begin(), static_cast<int>(message.size())), 0);
+        EXPECT_EQ(query(5), 0);
+        return byteAt(radio * kRadioSize + 255);
+    }
+
+    pid_t daemon_ = -1;
+    std::array<uint8_t, 65536> reply_{};
+    int length_ = 0;
+};
+
+TEST_F(DaemonTest, TerminatedWorkerIsReplaced)
+{
+    start();
+    const pid_t first = worker();
+    ASSERT_EQ(kill(first, SIGTERM), 0);
+    const Clock::time_point ended = Clock::now();
+    EXPECT_TRUE(comesTrue([&] { return worker() != first && answers(); }));
+    EXPECT_LT(Clock::now() - ended, std::chrono::seconds(3));
+}
+
+TEST_F(DaemonTest, CrashedWorkerIsReplaced)
+{
+    start();
+    const pid_t first = worker();
+    simWriteText("daemon/behaviour", "crash");
+    EXPECT_NE(query(2), 0);
+    simWriteText("daemon/behaviour", "normal");
+    EXPECT_TRUE(comesTrue([&] { return worker() != first && answers(); }));
+}
+
+TEST_F(DaemonTest, EverySignalToEndCleansUp)
+{
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        start();
+        const pid_t last = worker();
+        EXPECT_EQ(stop(signal), 0) << signal;
+        EXPECT_NE(kill(last, 0), 0);
+        EXPECT_FALSE(exists(kPidFile));
+        EXPECT_FALSE(exists(kSocket));
+    }
+}
+
+TEST_F(DaemonTest, EndsWithItsParent)
+{
+    const pid_t parent = fork();
+    if (parent == 0) {
+        const std::string output = path("/tmp/daemon_output");
+        spawnDaemon(output);
+        pause();
+    }
+    ASSERT_TRUE(comesTrue([this] { return answers(); }));
+    const pid_t last = worker();
+    kill(parent, SIGKILL);
+    waitpid(parent, nullptr, 0);
+    EXPECT_TRUE(comesTrue([&] { return kill(last, 0) != 0 && !exists(kPidFile) && !exists(kSocket); }));
+}
+
+TEST_F(DaemonTest, WorkerEndsWithItsSupervisor)
+{
+    start();
+    EXPECT_EQ(stop(SIGKILL), -SIGKILL);
+    EXPECT_TRUE(comesTrue([this] { return !answers(); }));
+    start();
+}
+
+TEST_F(DaemonTest, OneForEachDevice)
+{
+    start();
+    EXPECT_EQ(exitStatusOf(spawnDaemon(path("/tmp/second_output"))), 1);
+    EXPECT_NE(readFile("/tmp/second_output").find("already running"), std::string::npos);
+    EXPECT_TRUE(answers());
+}
+
+TEST_F(DaemonTest, PowerIsAppliedWithinWhatTheRadioCanDo)
+{
+    start();
+    EXPECT_EQ(powerAfter({0, 1, 50, 0}, 0), 50U);
+    EXPECT_EQ(powerAfter({1, 0, 9, 0}, 1), 50U) << "9 of 18 dBm";
+    EXPECT_EQ(powerAfter({0, 1, 0x2c, 0x01}, 0), 100U);
+    EXPECT_EQ(powerAfter({1, 0, 99, 0}, 1), 100U);
+    EXPECT_EQ(powerAfter({0, 0, 0xfb, 0xff}, 0), 0U) << "-5 dBm";
+    EXPECT_EQ(powerAfter({2, 1, 30, 0}, 0), 0U) << "no such radio";
+    EXPECT_EQ(powerAfter({0, 1, 30}, 0), 0U) << "a short message";
+
+    const pid_t first = worker();
+    kill(first, SIGTERM);
+    ASSERT_TRUE(comesTrue([&] { return worker() != first && answers(); }));
+    EXPECT_EQ(byteAt(255), 0U) << "a restart keeps it";
+}
+
+TEST_F(DaemonTest, CountryIsAppliedWhenNumberAndLettersAgree)
+{
+    start();
+    const auto countriesAfter = [this](std::initializer_list<uint8_t> message) {
+        EXPECT_EQ(ipcmsg_send(1, 0, 6, message.begin(), static_cast<int>(message.size())), 0);
+        EXPECT_EQ(query(5), 0);
+        return textAt(239) + textAt(243) + textAt(kRadioSize + 239) + textAt(kRadioSize + 243);
+    };
+    EXPECT_EQ(countriesAfter({0, 0xff, 0x88, 0x01, 'J', 'P', 0, 0}), "JPJPJPJP");
+    EXPECT_EQ(byteAt(400 + 1) & 0x40U, 0x40U) << "the hardware's channel 14";
+    EXPECT_EQ(byteAt(272 + 1) & 0x40U, 0x40U) << "allowed there";
+    EXPECT_EQ(countriesAfter({0, 0, 0x88, 0x01, 'U', 'S', 0, 0}), "JPJPJPJP");
+    EXPECT_EQ(countriesAfter({0, 0, 0x4a, 0x03, 'U', 'S', 0}), "JPJPJPJP") << "a short message";
+    EXPECT_EQ(countriesAfter({0, 0, 0x4a, 0x03, 'U', 'S', 0, 0}), "USUSUSUS");
+    EXPECT_EQ(byteAt(272 + 1) & 0x40U, 0U);
+}
+
+TEST_F(DaemonTest, InterfacesThatAreDownShow)
+{
+    simWriteNumber("daemon/vaps", 8);
+    simSetInterfaceNumber("wlan0", "up", 0);
+    simSetInterfaceNumber("wlan1-va0", "up", 0);
+    start();
+    EXPECT_EQ(byteAt(2), 2U) << "radio 0 is disabled";
+    EXPECT_NE(byteAt(kRadioSize + 2), 2U);
+
+    ASSERT_EQ(query(1), 0);
+    ASSERT_EQ(length_, 22180);
+    for (std::size_t vap = 4; vap < 22180; vap += kVapSize) {
+        const std::string interface = textAt(vap + 9);
+        EXPECT_EQ(byteAt(vap + 196) != 0, interface == "wlan1-va0") << interface;
+        EXPECT_EQ(byteAt(vap + 197) != 0, interface == "wlan1-va0" || interface.starts_with("wlan0")) << interface;
+    }
+
+    ASSERT_EQ(query(3), 0);
+    ASSERT_GT(count(), 0U);
+    for (std::size_t i = 0; i < count(); ++i) {
+        EXPECT_EQ(byteAt(4 + i * kStationSize + 14), 1U);
+        EXPECT_NE(byteAt(4 + i * kStationSize + 18), 0U);
+    }
+}
+
+TEST_F(DaemonTest, WorldIsAsLargeAsItsStateSays)
+{
+    start();
+    for (const unsigned stations : {0U, 1U, 511U}) {
+        simWriteNumber("daemon/stations", static_cast<int>(stations));
+        ASSERT_EQ(query(3), 0);
+        EXPECT_EQ(count(), stations);
+        EXPECT_EQ(length_, static_cast<int>(4 + stations * kStationSize));
+    }
+    simWriteNumber("daemon/vaps", 0);
+    ASSERT_EQ(query(1), 0);
+    EXPECT_EQ(length_, 4);
+    ASSERT_EQ(query(3), 0);
+    EXPECT_EQ(count(), 0U) << "stations without a VAP";
+}
+
+TEST_F(DaemonTest, BehavesAsItsStateSays)
+{
+    start();
+    const auto behaves = [this](const char* text, int timeoutMs = 5000) {
+        simWriteText("daemon/behaviour", text);
+        const Clock::time_point asked = Clock::now();
+        const bool hasAnswered = query(5, timeoutMs) == 0;
+        return std::pair(hasAnswered, Clock::now() - asked);
+    };
+    EXPECT_FALSE(behaves("silent", 200).first);
+    EXPECT_TRUE(behaves("normal").first) << "a silent spell holds up nobody else";
+    EXPECT_GE(behaves("slow 1").second, milliseconds(1000));
+    EXPECT_EQ(length_, 2 * static_cast<int>(kRadioSize));
+    EXPECT_TRUE(behaves("short 3000").first);
+    EXPECT_EQ(length_, 3000);
+    EXPECT_TRUE(behaves("long").first);
+    EXPECT_EQ(length_, 65536);
+    EXPECT_EQ(byteAt(65535), 0xffU);
+    EXPECT_TRUE(behaves("random 7").first);
+    const std::array<uint8_t, 65536> noise = reply_;
+    EXPECT_TRUE(behaves("random 7").first);
+    EXPECT_EQ(reply_, noise);
+}
+
+TEST_F(DaemonTest, LinkComesUpAsConfigured)
+{
+    writeFile("/cfg/sys.conf", "#SYS\nhostname=lobby-ap\n");
+    writeFile("/cfg/cw.conf", "#CW\necho-interval=17\nac-ctl-port=6000\nap-mgmt-vlanid=12\naddr-mode=static\n"
+                              "static-ip-addr=10.1.2.3\nac-ip-addr=10.0.0.1 1\nac-ip-addr=10.0.0.2 1\n"
+                              "data-channel-sec=dtls,ipsec\n");
+    start();
+    ASSERT_EQ(query(2), 0);
+    EXPECT_EQ(length_, 2992);
+    EXPECT_EQ(textAt(180), "DISCOVERY");
+    EXPECT_EQ(longAt(112), 0U);
+    ASSERT_TRUE(comesTrue([this] { return query(2) == 0 && textAt(180) == "JOIN"; }));
+    ASSERT_TRUE(comesTrue([this] { return query(2) == 0 && textAt(180) == "RUN"; }));
+    EXPECT_EQ(wordAt(6), 17U);
+    EXPECT_EQ(wordAt(24), 12U);
+    EXPECT_EQ(textAt(26), "lobby-ap");
+    EXPECT_NE(longAt(112), 0U);
+    EXPECT_EQ(longAt(216), 0x0a010203U);
+    EXPECT_EQ(longAt(220), 0x0a000001U);
+    EXPECT_EQ(wordAt(288), 6000U);
+    EXPECT_EQ(byteAt(296) & 4U, 4U);
+}
+
+} // namespace
