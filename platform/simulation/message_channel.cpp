@@ -75,11 +75,13 @@ private:
     int descriptor_ = -1;
 };
 
-int64_t nowMs()
+constexpr int64_t kMicrosecondsPerMs = 1000;
+
+int64_t nowMicroseconds()
 {
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &now);
-    return int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
+    return int64_t{now.tv_sec} * 1'000'000 + now.tv_nsec / 1000;
 }
 
 bool Channel::send(const ChannelHeader& header, const void* body, int length) const
@@ -96,11 +98,11 @@ bool Channel::send(const ChannelHeader& header, const void* body, int length) co
 
 bool Channel::waitForReply(const InterruptWatch& interrupt, int timeoutMs) const
 {
-    const int64_t deadline = nowMs() + (timeoutMs > 0 ? timeoutMs : 0);
+    const int64_t deadline = nowMicroseconds() + kMicrosecondsPerMs * timeoutMs;
     for (;;) {
-        const int64_t left = deadline - nowMs();
+        const int64_t left = deadline - nowMicroseconds();
         pollfd watched[] = {{descriptor_, POLLIN, 0}, {interrupt.descriptor(), POLLIN, 0}};
-        const int ready = poll(watched, 2, left > 0 ? static_cast<int>(left) : 0);
+        const int ready = poll(watched, 2, left > 0 ? static_cast<int>(left / kMicrosecondsPerMs + 1) : 0);
         if (ready >= 0 || errno != EINTR)
             return ready > 0 && watched[0].revents != 0;
         if (left <= 0)

@@ -26,6 +26,31 @@ constexpr int kFaults[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL};
 
 constexpr timespec kRestartDelay = {0, 250'000'000};
 
+/// Exit status of a worker that would find no channel to serve if it was started again.
+constexpr int kCannotServe = 3;
+
+/// A reader finds a whole number or no file.
+bool writePidFile()
+{
+    const std::string draft = std::string(kPidFile) + ".new";
+    FILE* file = std::fopen(DeviceFile(draft.c_str()).path(), "we");
+    if (file == nullptr)
+        return false;
+    std::fprintf(file, "%d\n", getpid());
+    return std::fclose(file) == 0 && std::rename(DeviceFile(draft.c_str()).path(), DeviceFile(kPidFile).path()) == 0;
+}
+
+void recordCrash(pid_t worker, int fault)
+{
+    char when[32];
+    const std::time_t now = std::time(nullptr);
+    std::tm utc{};
+    std::strftime(when, sizeof when, "%F %T", gmtime_r(&now, &utc));
+    char text[96];
+    std::snprintf(text, sizeof text, "%s cwWtpd[%d]: %s", when, worker, sigdescr_np(fault));
+    simRecordCrash(text);
+}
+
 class Supervisor
 {
 public:
@@ -34,21 +59,41 @@ public:
     int run();
 
 private:
+    void holdSignals();
     [[nodiscard]] bool startWorker();
     [[noreturn]] void becomeWorker(pid_t supervisor) const;
+    /// A worker ended, perhaps. Returns whether this one goes on.
+    bool replaceWorker();
     void endWorker();
-    /// Whether the worker has ended.
-    bool reapWorker();
-    [[nodiscard]] bool writePidFile() const;
 
     int lock_;
     pid_t worker_ = -1;
-    sigset_t awaited_{};
     sigset_t enders_{};
+    sigset_t awaited_{};
     sigset_t previous_{};
 };
 
 int Supervisor::run()
+{
+    holdSignals();
+    bool goesOn = startWorker();
+    int status = goesOn ? EXIT_SUCCESS : EXIT_FAILURE;
+    while (goesOn) {
+        const int signal = sigwaitinfo(&awaited_, nullptr);
+        if (signal == SIGCHLD && !replaceWorker()) {
+            goesOn = false;
+            status = EXIT_FAILURE;
+        } else if (sigismember(&enders_, signal) == 1) {
+            goesOn = false;
+        }
+    }
+    endWorker();
+    unlink(DeviceFile(kPidFile).path());
+    unlink(DeviceFile(kChannelSocket).path());
+    return status;
+}
+
+void Supervisor::holdSignals()
 {
     sigemptyset(&enders_);
     for (const int signal : kEnders) {
@@ -61,20 +106,6 @@ int Supervisor::run()
     sigaddset(&awaited_, SIGCHLD);
     std::signal(SIGCHLD, SIG_DFL);
     sigprocmask(SIG_BLOCK, &awaited_, &previous_);
-
-    bool isDone = !startWorker();
-    const int status = isDone ? EXIT_FAILURE : EXIT_SUCCESS;
-    while (!isDone) {
-        const int signal = sigwaitinfo(&awaited_, nullptr);
-        if (signal == SIGCHLD && reapWorker())
-            isDone = sigtimedwait(&enders_, nullptr, &kRestartDelay) > 0 || !startWorker();
-        else
-            isDone = sigismember(&enders_, signal) == 1;
-    }
-    endWorker();
-    unlink(DeviceFile(kPidFile).path());
-    unlink(DeviceFile(kChannelSocket).path());
-    return status;
 }
 
 bool Supervisor::startWorker()
@@ -83,10 +114,9 @@ bool Supervisor::startWorker()
     worker_ = fork();
     if (worker_ == 0)
         becomeWorker(supervisor);
-    if (worker_ > 0 && writePidFile())
-        return true;
-    std::perror("cwWtpd: the worker");
-    return false;
+    if (worker_ < 0)
+        std::perror("cwWtpd: the worker");
+    return worker_ > 0;
 }
 
 void Supervisor::becomeWorker(pid_t supervisor) const
@@ -98,9 +128,27 @@ void Supervisor::becomeWorker(pid_t supervisor) const
     const rlimit noCoreFile{0, 0};
     setrlimit(RLIMIT_CORE, &noCoreFile);
     sigprocmask(SIG_SETMASK, &previous_, nullptr);
-    if (getppid() == supervisor)
+    if (getppid() != supervisor)
+        _exit(EXIT_SUCCESS);
+    if (writePidFile())
         runWorker();
-    _exit(EXIT_FAILURE);
+    std::perror("cwWtpd: the message channel");
+    _exit(kCannotServe);
+}
+
+bool Supervisor::replaceWorker()
+{
+    int status = 0;
+    if (waitpid(worker_, &status, WNOHANG) != worker_)
+        return true;
+    for (const int fault : kFaults)
+        if (WIFSIGNALED(status) && WTERMSIG(status) == fault)
+            recordCrash(worker_, fault);
+    worker_ = -1;
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kCannotServe)
+        return false;
+    nanosleep(&kRestartDelay, nullptr);
+    return startWorker();
 }
 
 void Supervisor::endWorker()
@@ -109,38 +157,6 @@ void Supervisor::endWorker()
         return;
     kill(worker_, SIGKILL);
     waitpid(worker_, nullptr, 0);
-    worker_ = -1;
-}
-
-bool Supervisor::reapWorker()
-{
-    int status = 0;
-    if (waitpid(worker_, &status, WNOHANG) != worker_)
-        return false;
-    for (const int fault : kFaults) {
-        if (!WIFSIGNALED(status) || WTERMSIG(status) != fault)
-            continue;
-        char when[32];
-        const std::time_t now = std::time(nullptr);
-        std::tm utc{};
-        std::strftime(when, sizeof when, "%F %T", gmtime_r(&now, &utc));
-        char text[96];
-        std::snprintf(text, sizeof text, "%s cwWtpd[%d]: %s", when, worker_, sigdescr_np(fault));
-        simRecordCrash(text);
-    }
-    worker_ = -1;
-    return true;
-}
-
-/// A reader finds a whole number or no file.
-bool Supervisor::writePidFile() const
-{
-    const std::string draft = std::string(kPidFile) + ".new";
-    FILE* file = std::fopen(DeviceFile(draft.c_str()).path(), "we");
-    if (file == nullptr)
-        return false;
-    std::fprintf(file, "%d\n", worker_);
-    return std::fclose(file) == 0 && std::rename(DeviceFile(draft.c_str()).path(), DeviceFile(kPidFile).path()) == 0;
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include <charconv>
 #include <chrono>
 #include <csignal>
-#include <cstdio>
 #include <cstring>
 #include <optional>
 #include <poll.h>
@@ -240,10 +239,8 @@ void runWorker()
 {
     unlink(DeviceFile(kChannelSocket).path());
     const int listener = openChannelSocket(bind);
-    if (listener < 0 || listen(listener, SOMAXCONN) != 0) {
-        std::perror("cwWtpd: the message channel");
+    if (listener < 0 || listen(listener, SOMAXCONN) != 0)
         return;
-    }
     debugLine("fsm", "started");
     Worker(listener).run();
 }

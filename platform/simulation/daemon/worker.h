@@ -3,7 +3,7 @@
 #ifndef PLATFORM_SIMULATION_DAEMON_WORKER_H
 #define PLATFORM_SIMULATION_DAEMON_WORKER_H
 
-/// Serves the device's message channel until the process is ended. Returns when it cannot be served.
+/// Serves the device's message channel until the process is ended. Returns when it cannot be served, with errno.
 ///
 /// The state file "daemon/behaviour" makes it misbehave, from one query to the next: "silent" never answers, "slow N"
 /// answers after N seconds (3), "short N" sends the first N bytes of the reply (half of it), "long N" pads the reply
