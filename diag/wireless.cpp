@@ -2,7 +2,7 @@
 
 constinit wlan_api wirelessApi{};
 
-void vapPrepare(cli_node*, cli_node*)
+int vapPrepare(cli_node*, cli_node*)
 {
-    init_wlan_api(&wirelessApi);
+    return init_wlan_api(&wirelessApi);
 }

@@ -9,7 +9,7 @@
 /// The driver's operation table; any operation may be missing (null).
 extern wlan_api wirelessApi;
 
-/// Prepare hook of `get vap`: fills the operation table.
-void vapPrepare(cli_node* node, cli_node* siblings);
+/// Prepare hook of `get vap`: fills the operation table. 0: done.
+int vapPrepare(cli_node* node, cli_node* siblings);
 
 #endif

@@ -1,0 +1,103 @@
+#include "diag/chipset_status.h"
+
+#include <string_view>
+
+#include "cli/output.h"
+#include "diag/wireless.h"
+#include "diag/words.h"
+#include "platform/system_library.h"
+
+namespace
+{
+
+constexpr int kTextSize = 256;
+
+constexpr const char* kInterfaces[] = {
+    "wlan0", "wlan0-va0", "wlan0-va1", "wlan0-va2", "wlan0-va3",
+    "wlan1", "wlan1-va0", "wlan1-va1", "wlan1-va2", "wlan1-va3",
+};
+
+constexpr const char* kAuthTypes[] = {"OPEN", "WPA-PSK", "WPA2-PSK", "WPA/WPA2-PSK", "DOT1X"};
+
+using InterfaceGetter = int (*)(const char* interface);
+
+/// -1 where the driver lacks the operation.
+int ask(InterfaceGetter get, const char* interface)
+{
+    return get != nullptr ? get(interface) : -1;
+}
+
+bool isOn(InterfaceGetter get, const char* interface)
+{
+    return get != nullptr && get(interface) != 0;
+}
+
+const char* enableWord(bool on)
+{
+    return on ? "Enable" : "Disable";
+}
+
+/// A radio's own interface, not one of its virtual ones.
+bool isRadio(std::string_view interface)
+{
+    constexpr std::size_t kShortestVirtualName = 6;
+    return interface.size() < kShortestVirtualName;
+}
+
+void printSsid(const char* interface)
+{
+    char buffer[kTextSize] = "";
+    const char* ssid =
+        wirelessApi.get_ssid != nullptr ? wirelessApi.get_ssid(interface, buffer, sizeof buffer) : nullptr;
+    cli_printf("\tSSID        : %.256s\n", ssid != nullptr && ssid[0] != '\0' ? ssid : "NULL");
+}
+
+void printRadioMode(const char* interface)
+{
+    char mode[kTextSize] = "";
+    const bool known = wirelessApi.get_radio_mode != nullptr && wirelessApi.get_radio_mode(interface, mode) == 0;
+    cli_printf("\tRadioMode   : %.256s\n", known ? mode : "Unknown");
+}
+
+void printCountry(const char* interface)
+{
+    char country[kTextSize] = "";
+    const bool known =
+        wirelessApi.get_country != nullptr && wirelessApi.get_country(interface, country, sizeof country) == 0;
+    cli_printf("\tCountryCode : %.256s\n", known ? country : "Unknown");
+}
+
+void printSettings(const char* interface)
+{
+    const wlan_api& api = wirelessApi;
+    printSsid(interface);
+    cli_printf("\tBroadSSID   : %s\n", enableWord(isOn(api.get_broadcast_ssid, interface)));
+    cli_printf("\tTunnelMode  : %s\n", isOn(api.get_local_bridging, interface) ? "LOCAL BR" : "TUNNEL");
+    cli_printf("\tAuthType    : %s\n",
+               nameOf(kAuthTypes, static_cast<unsigned>(ask(api.get_auth_type, interface)), "Unknown"));
+    printRadioMode(interface);
+    cli_printf("\tBeaconIntv  : %d\n", ask(api.get_beacon_interval, interface));
+    cli_printf("\tFragThres   : %d\n", ask(api.get_frag_threshold, interface));
+    cli_printf("\tRtsThres    : %d\n", ask(api.get_rts_threshold, interface));
+    cli_printf("\tDTIM Period : %d\n", ask(api.get_dtim_period, interface));
+    if (!isRadio(interface))
+        return;
+    cli_printf("\tCoexist     : %s\n", enableWord(isOn(api.get_coexist, interface)));
+    cli_printf("\tChannel     : %d\n", ask(api.get_channel, interface));
+    printCountry(interface);
+}
+
+} // namespace
+
+int chipsetStatusCommand(int, char**)
+{
+    for (const char* interface : kInterfaces) {
+        if (sys_intf_status(interface) == 0) {
+            cli_printf("%s disable\n", interface);
+            continue;
+        }
+        cli_printf("%s enable\n", interface);
+        printSettings(interface);
+    }
+    return 0;
+}

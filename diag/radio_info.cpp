@@ -1,0 +1,168 @@
+#include "diag/radio_info.h"
+
+#include <algorithm>
+
+#include "cli/output.h"
+#include "diag/reply.h"
+#include "diag/words.h"
+
+namespace
+{
+
+constexpr std::uint8_t kDisabled = 2;
+constexpr std::uint8_t kWidth40MHz = 1;
+constexpr std::uint16_t kHighThroughput = 1U << 3;
+constexpr std::uint16_t kVeryHighThroughput = 1U << 4;
+constexpr const char* kWidths[] = {"20MHz", "40MHz"};
+
+/// The first row whose bits are all set names the radio.
+constexpr struct {
+    std::uint16_t bits;
+    const char* name;
+} kTypes[] = {
+    {0x0002, "11A"},      {0x0001, "11B"},    {0x0004, "11G"}, {0x0010, "11AC"},
+    {0x2008, "11N_2.4G"}, {0x5008, "11N_5G"}, {0x0008, "11N"}, {0x0000, "invalid"},
+};
+
+const char* typeName(std::uint16_t bits)
+{
+    return std::ranges::find_if(kTypes, [bits](const auto& row) { return (bits & row.bits) == row.bits; })->name;
+}
+
+/// Length of a country's text, which ends at the first byte that is not a letter.
+int countryLength(const char (&text)[4])
+{
+    const auto isLetter = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    };
+    return static_cast<int>(std::ranges::find_if_not(text, isLetter) - text);
+}
+
+/// The band's base, from 100 metres on plus the signal's way there and back at 6.6 microseconds a kilometre, rounded
+/// up.
+int ackTimeout(int base, int metres)
+{
+    constexpr int kFirstMeasured = 100;
+    return metres < kFirstMeasured ? base : base + (metres * 66 + 9999) / 10000;
+}
+
+/// Where the secondary channel of a 40 MHz radio lies: 1 above, -1 below, 0 nowhere.
+int secondaryOffset(bool is5GHz, int channel)
+{
+    if (!is5GHz)
+        return channel <= 7 ? 1 : channel <= 14 ? -1 : 0;
+    constexpr std::uint8_t kPairs[] = {36, 44, 52, 60, 100, 108, 116, 124, 132, 149, 157};
+    for (const int lower : kPairs) {
+        if (channel == lower)
+            return 1;
+        if (channel == lower + 4)
+            return -1;
+    }
+    return 0;
+}
+
+void printOperatingChannel(const RadioRecord& radio)
+{
+    if (radio.channel == 0 || radio.width != kWidth40MHz) {
+        cli_printf("\tOper channel  : %d\n", radio.channel);
+        return;
+    }
+    constexpr const char* kSigns[] = {"-", "?", "+"};
+    const int offset = secondaryOffset(radio.is5GHz != 0, radio.channel);
+    cli_printf("\tOper_channel  : %d%s%d\n", radio.channel, kSigns[offset + 1], radio.channel + 4 * offset);
+}
+
+/// A list of channels that goes on in a new line when a line is full.
+class WrappedList
+{
+public:
+    void add(int channel)
+    {
+        constexpr int kFullColumn = 96;
+        if (column_ >= kFullColumn)
+            column_ = cli_printf("\n\t                ") + 7;
+        column_ += cli_printf("%d, ", channel);
+    }
+
+private:
+    int column_ = 24;
+};
+
+/// Calls `show` for each channel of the map. The last bit is no channel.
+template <typename Show>
+void forEachChannel(const ChannelMap& map, Show show)
+{
+    constexpr int kChannelCount = 1023;
+    for (int channel = 0; channel < kChannelCount; ++channel)
+        if ((map[channel / 8] >> (channel % 8) & 1) != 0)
+            show(channel);
+}
+
+void printRanges(const RadioRecord& radio)
+{
+    constexpr int kFirst5GHzChannel = 15;
+    WrappedList list;
+    cli_print("\tAC md_cap     : ");
+    for (const ChannelRange& range : radio.acRanges) {
+        if (range.first == 0)
+            break;
+        const int step = range.first < kFirst5GHzChannel ? 1 : 4;
+        for (int i = 0; i < range.count; ++i)
+            list.add(range.first + i * step);
+    }
+    cli_print("\n");
+}
+
+void printChannels(const char* heading, const ChannelMap& map)
+{
+    WrappedList list;
+    cli_print(heading);
+    forEachChannel(map, [&list](int channel) { list.add(channel); });
+    cli_print("\n");
+}
+
+void printRadio(const RadioRecord& radio)
+{
+    cli_printf("\tCountry       : cfg=%.*s, oper=%.*s\n", countryLength(radio.configuredCountry),
+               radio.configuredCountry, countryLength(radio.operatingCountry), radio.operatingCountry);
+    if (radio.mode == kDisabled) {
+        cli_printf("\tRadio %d       : %s\r\n\r\n", radio.id, "Disabled");
+        return;
+    }
+    cli_printf("\tRadio %d       : %s\n", radio.id, "AP");
+    cli_printf("\tRadio type    : %s\n", typeName(radio.type));
+    cli_printf("\tPS optimize   : %d\n", radio.powerSaveOptimisation);
+    cli_printf("\t11g prot mode : %d\n", radio.protectionMode);
+    cli_printf("\tHT20/40 coext : %d\n", radio.coexistence);
+    cli_printf("\tBeacon intv   : %d\n", radio.beaconInterval);
+    cli_printf("\tTx power(%%)   : %d\n", radio.txPower);
+    // The VHT label asks for this one bit alone, unlike the type's name.
+    const bool isVht = radio.type == kVeryHighThroughput;
+    if (isVht || (radio.type & kHighThroughput) != 0)
+        cli_printf("\t%s mcs=%d gi=%s bw=%s\n", isVht ? "VHT param     :" : "HT param      :", radio.mcs,
+                   enabledWord(radio.shortGuardInterval == 1), nameOf(kWidths, radio.width, "80MHz"));
+    cli_printf("\tAck timeout   : %d\n", radio.ackTimeout);
+    cli_printf("\tAC MAX dista  : %d ackt_2G=%d ackt_5G=%d\n", radio.maxDistance, ackTimeout(64, radio.maxDistance),
+               ackTimeout(25, radio.maxDistance));
+    cli_printf("\tAC chan       : num=%d age=%d\n", radio.acChannelNumber, radio.acChannelAge);
+    cli_printf("\tChannel       : num=%d\n", radio.channelCount);
+    printOperatingChannel(radio);
+    printRanges(radio);
+    printChannels("\tAC chan list  : ", radio.acChannels);
+    printChannels("\tChan list     : ", radio.allowedChannels);
+    printChannels("\tHW_chan list  : ", radio.hardwareChannels);
+    cli_print("\tNOL list      : ");
+    forEachChannel(radio.nonOccupancyChannels, [](int channel) { cli_printf("%d, ", channel); });
+    cli_print("\n\n");
+}
+
+} // namespace
+
+void printRadioInfo(std::span<const std::uint8_t> reply)
+{
+    const std::size_t count = reply.size() / sizeof(RadioRecord);
+    for (std::size_t i = 0; i < count; ++i)
+        printRadio(recordAt<RadioRecord>(reply, i * sizeof(RadioRecord)));
+    cli_print("================================================== \n");
+    cli_printf("\nTotal: %d\n", static_cast<int>(count));
+}

@@ -1,0 +1,39 @@
+#include "diag/system_info.h"
+
+#include "bios/platform_info.h"
+#include "cli/external.h"
+#include "cli/output.h"
+#include "platform/system_library.h"
+
+int versionCommand(int, char**)
+{
+    char serial[17] = "";
+    biosGetOemSn(serial);
+    cli_print("=================================================================\n");
+    cli_printf("\tSystem Version: %s-%s.%s-%s-build%s-%s-patch%s\n", "Quillon-K91MV", "5", "04", "AP", "0241", "220118",
+               "4");
+    cli_printf("\tBuild Label   : %s\n", "GA");
+    cli_printf("\tBuild Date    : %s\n", "220118");
+    cli_print("\tBuild Type    : Release\n");
+    cli_printf("\tSerial Number : %.17s\n", serial);
+    cli_print("\tStartup Time  : \n");
+    // The closing rule is one sign longer than the opening one.
+    cli_print("==================================================================\n");
+    return 0;
+}
+
+int performanceCommand(int, char**)
+{
+    char uptime[256] = "";
+    cli_printf("cpu usage rate: %d%%\n", get_cpu_usage_rate());
+    cli_printf("memory usage rate: %d%%\n", get_memory_usage_rate());
+    uptime_main(uptime, sizeof uptime);
+    cli_printf("%.256s\n", uptime);
+    return 0;
+}
+
+int cloudInfoCommand(int, char**)
+{
+    runShellCommand("cw_diag -c qsky-cfg");
+    return 0;
+}
