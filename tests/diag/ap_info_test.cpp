@@ -1,0 +1,206 @@
+#include "diag/ap_info.h"
+
+#include "tests/diag/record.h"
+
+namespace
+{
+
+constexpr std::size_t kCapacity = 2992;
+
+constexpr std::size_t lanPort(std::size_t index)
+{
+    return 348 + 52 * index;
+}
+
+Record plainRecord()
+{
+    Record record(kCapacity);
+    record.u8(4, 2).u16(6, 30).u16(8, 5).u16(10, 31).u16(12, 300).u16(14, 120).u16(16, 11).u16(18, 15).u16(20, 16);
+    record.u16(22, 65535).u16(24, 4094).text(26, "AP-Lobby").text(62, "Hall 3, west").text(180, "RUN");
+    record.u32(100, 100).u32(104, 4000).u32(108, 3).u32(112, 1650000000).text(116, "echo timeout");
+    record.u32(216, 0xc0a80163).u32(220, 0x0a0000fe).u16(288, 5246).u16(290, 5247).u32(292, 77).u8(296, 2);
+    record.u8(297, 1).text(298, "AES256-SHA").mac(334, 0x0011aabbccff).u8(764, 1).u16(768, 1400).u16(770, 1500);
+    return record;
+}
+
+const std::string kPlainScreen = "WTP Configuration\n"
+                                 "    name                 : AP-Lobby\n"
+                                 "    loc                  : Hall 3, west\n"
+                                 "    ap mode              : fat AP\n"
+                                 "    radio cnt            : 2\n"
+                                 "    echo-interval        : 30\n"
+                                 "    discovery-interval   : 5\n"
+                                 "    report-interval      : 31\n"
+                                 "    idle-timeout         : 300\n"
+                                 "    statistics-interval  : 120\n"
+                                 "    sta-stats-interval   : 11\n"
+                                 "    vap-stats-interval   : 15\n"
+                                 "    radio-stats-interval : 16\n"
+                                 "    sta-cap-interval     : 65535\n"
+                                 "    fsm-state            : RUN\n"
+                                 "    wtp-ip-addr          : 192.168.1.99\n"
+                                 "    ac-ip-addr           : 10.0.0.254:5246,5247\n"
+                                 "    retry count          : 3\n"
+                                 "    retry reason         : echo timeout\n"
+                                 "    connect time         : Fri Apr 15 05:20:00 2022\n"
+                                 "\n"
+                                 "    base-mac             : 00:11:aa:bb:cc:ff\n"
+                                 "    bulk data seq num    : 77\n"
+                                 "    ap-mgmt-vlanid       : 4094\n"
+                                 "    data-channel-security: clear-text\n"
+                                 "    ip-frag-prevent      : disabled\n"
+                                 "    LAN port cnt         : 0\n";
+
+const std::string kSecurity = "    data-channel-security: clear-text\n";
+const std::string kFragments = "    ip-frag-prevent      : disabled\n";
+
+} // namespace
+
+TEST(ApInfo, ShowsEveryFieldInOrder)
+{
+    EXPECT_EQ(screenOf(printApInfo, plainRecord().bytes()), kPlainScreen);
+}
+
+TEST(ApInfo, NamesCodesAndShowsWhatDependsOnThem)
+{
+    const std::string dtls = "    data-channel-security: dtls-enabled\n";
+    const Variant kVariants[] = {
+        {[](Record& r) { r.u8(764, 0); }, "fat AP", "thin AP"},
+        {[](Record& r) { r.u8(764, 2); }, "fat AP", "site survey"},
+        {[](Record& r) { r.u8(764, 3); }, "fat AP", "thin AP"},
+        {[](Record& r) { r.u8(764, 255); }, "fat AP", "thin AP"},
+        {[](Record& r) { r.u8(98, 1); }, ": RUN\n", ": RUN + Image Downloading 100/4000\n"},
+        {[](Record& r) { r.u8(98, 255).u32(100, 0xfffffffe).u32(104, 0xffffffff); }, ": RUN\n",
+         ": RUN + Image Downloading 4294967294/4294967295\n"},
+        {[](Record& r) { r.u32(108, 0xffffffff); }, "retry count          : 3\n", "retry count          : -1\n"},
+        {[](Record& r) { r.u32(292, 0x80000000); }, ": 77\n", ": -2147483648\n"},
+        {[](Record& r) { r.u32(112, 0); }, "Fri Apr 15 05:20:00 2022\n", "Thu Jan  1 00:00:00 1970\n"},
+        {[](Record& r) { r.u32(112, 0xffffffff); }, "Fri Apr 15 05:20:00 2022\n", "Sun Feb  7 06:28:15 2106\n"},
+        {[](Record& r) { r.u8(296, 1); }, kSecurity, dtls},
+        {[](Record& r) { r.u8(296, 0); }, kSecurity, dtls},
+        {[](Record& r) { r.u8(296, 6); }, kSecurity,
+         dtls + "    dtls-in-kernel       : enabled\n    cipher               : AES256-SHA\n"},
+        {[](Record& r) { r.u8(296, 4).u8(297, 0); }, kSecurity,
+         dtls + "    dtls-in-kernel       : disabled\n    cipher               : AES256-SHA\n"},
+        {[](Record& r) { r.u8(766, 1); }, kFragments,
+         "    ip-frag-prevent      : TCP_MSS  (ul_mtu=1400 dl_mtu=1500)\n"},
+        {[](Record& r) { r.u8(766, 2); }, kFragments,
+         "    ip-frag-prevent      :  TUN_MTU (ul_mtu=1400 dl_mtu=1500)\n"},
+        {[](Record& r) { r.u8(766, 3); }, kFragments,
+         "    ip-frag-prevent      : TCP_MSS TUN_MTU (ul_mtu=1400 dl_mtu=1500)\n"},
+        {[](Record& r) { r.u8(766, 4); }, kFragments, "    ip-frag-prevent      :   (ul_mtu=1400 dl_mtu=1500)\n"},
+    };
+    for (const Variant& variant : kVariants) {
+        Record record = plainRecord();
+        variant.set(record);
+        EXPECT_EQ(screenOf(printApInfo, record.bytes()), changed(kPlainScreen, variant.from, variant.to));
+    }
+}
+
+TEST(ApInfo, ShowsLanPortsByMode)
+{
+    Record record = plainRecord();
+    record.u32(344, 8).u8(lanPort(0), 0).u8(lanPort(1), 1).u8(lanPort(1) + 2, 0x40).u8(lanPort(2), 2);
+    record.u8(lanPort(3), 4).u8(lanPort(4), 255);
+    record.u8(lanPort(5), 3).u8(lanPort(5) + 1, 200).u8(lanPort(5) + 2, 0x33).u16(lanPort(5) + 4, 0xbc);
+    record.text(lanPort(5) + 6, "guest").mac(lanPort(5) + 39, 0x02fe00000a07).u32(lanPort(5) + 48, 0x01020304);
+    record.u8(lanPort(6), 3).u8(lanPort(6) + 2, 0x8c).text(lanPort(6) + 6, std::string(33, 'S'));
+    record.u8(lanPort(6) + 3, 0xff).mac(lanPort(6) + 39, 0xffffffffffff).u16(lanPort(6) + 4, 0xffff);
+    record.u8(lanPort(7), 3).u8(lanPort(7) + 2, 0xff).mac(lanPort(7) + 39, 0xa1a2a3a4a500);
+    record.u32(lanPort(7) + 44, 0x0a0b0cfd).u32(lanPort(7) + 48, 0xffffff00);
+
+    EXPECT_EQ(screenOf(printApInfo, record.bytes()),
+              changed(kPlainScreen, "LAN port cnt         : 0\n",
+                      "LAN port cnt         : 8\n"
+                      "            port1-cfg    : offline   (0) \n"
+                      "            port2-cfg    : NAT-TO-WAN(1) \n"
+                      "            port3-cfg    : BR--TO-WAN(2) \n"
+                      "            port4-cfg    : ??????????"
+                      "(4) \n"
+                      "            port5-cfg    : ??????????"
+                      "(255) \n"
+                      "            port6-cfg    : BR-TO-SSID(3) 200 02:fe:00:00:0a:07 ssid=guest            "
+                      "vlan_tag=00bc st lsw lbr mesh \n"
+                      "            port7-cfg    : BR-TO-SSID(3) 0 ff:ff:ff:ff:ff:ff "
+                      "ssid=SSSSSSSSSSSSSSSSSSSSSSSSSSSSSSSSS vlan_tag=ffff \n"
+                      // The first address begins with the last byte of the MAC address.
+                      "            port8-cfg    : BR-TO-SSID(3) 0 a1:a2:a3:a4:a5:fd ssid=                 "
+                      "vlan_tag=0000 st lsw lbr split mesh \n"
+                      "                              10.11.12.253 255.255.255.0\n"));
+}
+
+TEST(ApInfo, EndsLanPortsAtTheCountOrWithTheReply)
+{
+    const auto shownPorts = [](std::uint32_t count, std::size_t length) {
+        Record record(kCapacity);
+        record.u32(344, count);
+        const std::string screen = screenOf(printApInfo, std::span(record.bytes()).first(length));
+        const std::string line = "    LAN port cnt         : " + std::to_string(static_cast<int>(count)) + "\n";
+        std::string ports = screen.substr(screen.find(line) + line.size());
+        for (int i = 1; !ports.empty(); ++i) {
+            const std::string expected = "            port" + std::to_string(i) + "-cfg    : offline   (0) \n";
+            EXPECT_EQ(ports.substr(0, expected.size()), expected);
+            if (ports.size() <= expected.size())
+                return i;
+            ports.erase(0, expected.size());
+        }
+        return 0;
+    };
+    EXPECT_EQ(shownPorts(2, kCapacity), 2);
+    EXPECT_EQ(shownPorts(0xffffffff, kCapacity), 0);
+    EXPECT_EQ(shownPorts(0x7fffffff, kCapacity), 51);
+    EXPECT_EQ(shownPorts(1000, 348), 0);
+    EXPECT_EQ(shownPorts(1000, 349), 1);
+    EXPECT_EQ(shownPorts(1000, 400), 1);
+    EXPECT_EQ(shownPorts(1000, 401), 2);
+}
+
+TEST(ApInfo, EndsTextsWithTheirFields)
+{
+    Record record = plainRecord();
+    record.text(26, std::string(36, 'n')).text(62, std::string(36, 'l')).text(116, std::string(64, 'r'));
+    record.text(180, std::string(36, 's')).u8(296, 4).text(298, std::string(36, 'c'));
+    std::string expected = changed(kPlainScreen, "AP-Lobby", std::string(36, 'n'));
+    expected = changed(expected, "Hall 3, west", std::string(36, 'l'));
+    expected = changed(expected, "echo timeout", std::string(64, 'r'));
+    expected = changed(expected, ": RUN", ": " + std::string(36, 's'));
+    expected = changed(expected, kSecurity,
+                       "    data-channel-security: dtls-enabled\n    dtls-in-kernel       : enabled\n"
+                       "    cipher               : " +
+                           std::string(36, 'c') + "\n");
+    EXPECT_EQ(screenOf(printApInfo, record.bytes()), expected);
+}
+
+TEST(ApInfo, ShowsZerosForWhatWasNotReceived)
+{
+    const std::string nothing = "WTP Configuration\n"
+                                "    name                 : \n"
+                                "    loc                  : \n"
+                                "    ap mode              : thin AP\n"
+                                "    radio cnt            : 0\n"
+                                "    echo-interval        : 0\n"
+                                "    discovery-interval   : 0\n"
+                                "    report-interval      : 0\n"
+                                "    idle-timeout         : 0\n"
+                                "    statistics-interval  : 0\n"
+                                "    sta-stats-interval   : 0\n"
+                                "    vap-stats-interval   : 0\n"
+                                "    radio-stats-interval : 0\n"
+                                "    sta-cap-interval     : 0\n"
+                                "    fsm-state            : \n"
+                                "    wtp-ip-addr          : 0.0.0.0\n"
+                                "    ac-ip-addr           : 0.0.0.0:0,0\n"
+                                "    retry count          : 0\n"
+                                "    retry reason         : \n"
+                                "    connect time         : Thu Jan  1 00:00:00 1970\n"
+                                "\n"
+                                "    base-mac             : 00:00:00:00:00:00\n"
+                                "    bulk data seq num    : 0\n"
+                                "    ap-mgmt-vlanid       : 0\n"
+                                "    data-channel-security: dtls-enabled\n"
+                                "    ip-frag-prevent      : disabled\n"
+                                "    LAN port cnt         : 0\n";
+    EXPECT_EQ(screenOf(printApInfo, {}), nothing);
+    // Cut within the name.
+    EXPECT_EQ(screenOf(printApInfo, Record(28).text(26, "AP").bytes()), changed(nothing, ": \n", ": AP\n"));
+}

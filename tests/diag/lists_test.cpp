@@ -1,0 +1,270 @@
+#include "diag/station_list.h"
+#include "diag/vap_list.h"
+
+#include "tests/diag/record.h"
+
+namespace
+{
+
+constexpr std::size_t kVapSize = 2772;
+constexpr std::size_t kStationSize = 128;
+
+const std::string kVapRule = std::string(89, '=') + "\n";
+const std::string kStationRule = std::string(50, '=') + " \n";
+
+Record plainVap()
+{
+    Record vap(kVapSize);
+    vap.u32(4, 0x8a10).u8(8, 1).text(9, "wlan1-va0").mac(25, 0x0211aabbccff).u32(32, 0xc0a80a01);
+    vap.u32(36, 0xffffff00).u8(40, 2).u8(48, 1).u8(49, 3).u16(50, 5).text(52, "abcde").mac(116, 0x0102030405ff);
+    vap.text(125, "guest").text(158, "WPA2 RADIUS").u16(198, 4094);
+    vap.text(209, "acct-1").text(273, "10.1.1.1").text(401, "radius-three.example.net");
+    vap.text(465, "10.2.2.1").text(529, "10.2.2.2").text(593, "10.2.2.3").text(657, "10.2.2.4");
+    vap.text(721, "portal.example.net");
+    return vap;
+}
+
+const std::string kPlainVap = kVapRule +
+                              "Radio Id  1 WLAN Id  2 guest ADMIN_UP(INTF_UP) init_going 192.168.10.1/255.255.255.0\n"
+                              "           vlanid=4094, intf=wlan1-va0, vap=0x8a10, bssid=02:11:aa:bb:cc:ff\n"
+                              "           mesh backhaul=disabled\n"
+                              "           standalone=disabled\n"
+                              "           local_switching=disabled, local_bridging=disabled split_tunnel=disabled\n"
+                              "           local_auth=disabled\n"
+                              "           mac=local, tunnel=local, cap=0000, qos=disabled\n"
+                              "           prob_resp_suppress=disabled\n"
+                              "           access_control_list=disabled\n"
+                              "           auth=WPA2 RADIUS \n";
+
+const std::string kRadius = "           Rad  Acct ID:  acct-1\n"
+                            "                 Server:  10.1.1.1           radius-three.example.net \n"
+                            "               Acct Svr:  10.2.2.1           10.2.2.2           10.2.2.3           "
+                            "10.2.2.4           \n";
+
+std::string vapScreen(int total, const std::string& vaps)
+{
+    const std::string line = "\nTotal: " + std::to_string(total) + "\n";
+    return line + vaps + kVapRule + line;
+}
+
+Record plainStation()
+{
+    Record station(kStationSize);
+    station.u8(0, 7).u8(1, 1).u8(14, 1).u16(16, 0xc00a).u8(18, 3).mac(20, 0x0211aabbccff).mac(26, 0xf0e1d2c3b4a5);
+    station.u16(38, 100).text(90, "guest");
+    return station;
+}
+
+const std::string kPlainStation = "===   7 ======================================\n"
+                                  "    AID         : c00a\n"
+                                  "    MAC         : f0:e1:d2:c3:b4:a5\n"
+                                  "    BSSID       : 02:11:aa:bb:cc:ff\n"
+                                  "    VAP         : wlan1-va3\n"
+                                  "    SSID        : guest\n"
+                                  "    Type        : wl----sta\n"
+                                  "    VlanID      : 100\n";
+
+std::string stationScreen(int total, const std::string& stations)
+{
+    return stations + kStationRule + "\nTotal: " + std::to_string(total) + "\n";
+}
+
+std::string repeated(const std::string& text, std::size_t times)
+{
+    std::string result;
+    for (std::size_t i = 0; i < times; ++i)
+        result += text;
+    return result;
+}
+
+} // namespace
+
+TEST(VapList, ShowsEveryFieldInOrder)
+{
+    EXPECT_EQ(screenOf(printVapList, listOf(2, {plainVap(), plainVap()})), vapScreen(2, kPlainVap + kPlainVap));
+}
+
+TEST(VapList, NamesCodesAndShowsWhatDependsOnThem)
+{
+    constexpr unsigned kPrivacy = 0x800;
+    const std::string auth = "auth=WPA2 RADIUS \n";
+    const std::string modes = "mac=local, tunnel=local, cap=0000";
+    const auto keyed = [](unsigned offset, unsigned value) {
+        return [=](Record& r) {
+            r.u16(46, kPrivacy).u8(124, 1).u8(offset, value);
+        };
+    };
+    const std::string keyedScreen = changed(changed(kPlainVap, "cap=0000", "cap=0800"), auth,
+                                            "auth=WPA2 RADIUS keyIdx=1, keyLen=5, keyStatus=3, key=abcde\n" + kRadius);
+    EXPECT_EQ(keyedScreen.find("cap=0000"), std::string::npos);
+
+    const Variant kVariants[] = {
+        {[](Record& r) { r.u32(4, 0); }, "vap=0x8a10", "vap=(nil)"},
+        {[](Record& r) { r.u32(4, 0xfffffff0); }, "vap=0x8a10", "vap=0xfffffff0"},
+        {[](Record& r) { r.u8(8, 0).u8(40, 200); }, "Radio Id  1 WLAN Id  2", "Radio Id  0 WLAN Id 200"},
+        {[](Record& r) { r.u8(196, 1); }, "ADMIN_UP(INTF_UP)", "ADMIN_DOWN(INTF_UP)"},
+        {[](Record& r) { r.u8(197, 2); }, "ADMIN_UP(INTF_UP)", "ADMIN_UP(INTF_DOWN)"},
+        {[](Record& r) { r.u8(195, 9); }, "init_going", "init_done"},
+        {[](Record& r) { r.u8(194, 1); }, "backhaul=disabled", "backhaul=enabled"},
+        {[](Record& r) { r.u8(123, 1); }, "qos=disabled", "qos=enabled"},
+        {[](Record& r) { r.u8(122, 1); }, "list=disabled", "list=enabled"},
+        {[](Record& r) { r.u8(194, 2).u8(123, 2).u8(122, 255); }, "", ""},
+        {[](Record& r) { r.u8(200, 1).u8(201, 0xb5); }, "suppress=disabled\n",
+         "suppress=enabled, prob_resp_thresh=-75dBm\n"},
+        {[](Record& r) { r.u8(200, 2).u8(201, 20); }, "suppress=disabled\n",
+         "suppress=disabled, prob_resp_thresh=20dBm\n"},
+        {[](Record& r) { r.u32(44, 0x01); }, "switching=disabled", "switching=enabled"},
+        {[](Record& r) { r.u32(44, 0x02); }, "bridging=disabled", "bridging=enabled"},
+        {[](Record& r) { r.u32(44, 0x40); }, "tunnel=disabled", "tunnel=enabled"},
+        {[](Record& r) { r.u32(44, 0x08); }, "local_auth=disabled", "local_auth=enabled"},
+        {[](Record& r) { r.u32(44, 0x0194); }, "", ""}, // the captive portal asks for a standalone VAP
+        {[](Record& r) { r.u8(42, 1).u8(43, 1); }, modes, "mac=split, tunnel=8023, cap=0000"},
+        {[](Record& r) { r.u8(42, 2).u8(43, 2); }, modes, "mac=invalid, tunnel=80211, cap=0000"},
+        {[](Record& r) { r.u8(42, 255).u8(43, 3); }, modes, "mac=invalid, tunnel=invalid, cap=0000"},
+        {[](Record& r) { r.u16(46, 0xf7ff); }, "cap=0000", "cap=f7ff"},
+    };
+    for (const Variant& variant : kVariants) {
+        Record vap = plainVap();
+        variant.set(vap);
+        EXPECT_EQ(screenOf(printVapList, listOf(1, {vap})), vapScreen(1, changed(kPlainVap, variant.from, variant.to)));
+    }
+
+    const Variant kKeyed[] = {
+        {keyed(124, 255), "", ""},
+        {keyed(48, 255), "keyIdx=1", "keyIdx=255"},
+        {keyed(158, 'w'), "auth=WPA2", "auth=wPA2"},
+        {keyed(163, 'r'), "auth=WPA2 RADIUS", "auth=WPA2 rADIUS"},
+        {keyed(273, 0), "10.1.1.1           ", ""},
+        {keyed(593, 0), "10.2.2.3           ", ""},
+        {[](Record& r) { r.u16(46, kPrivacy).u8(124, 1).text(52, std::string(64, 'k')).u16(50, 65535); },
+         "keyLen=5, keyStatus=3, key=abcde", "keyLen=65535, keyStatus=3, key=" + std::string(64, 'k')},
+        {[](Record& r) { r.u16(46, kPrivacy); }, "keyIdx=1, keyLen=5, keyStatus=3, key=abcde\n",
+         "WPA keyIdx=1, keyLen=5, keyStatus=3, gTsc=0102030405ff\n           key=61626364 65\n"},
+        {[](Record& r) { r.u16(46, kPrivacy).u16(50, 0); }, "keyIdx=1, keyLen=5, keyStatus=3, key=abcde\n",
+         "WPA keyIdx=1, keyLen=0, keyStatus=3, gTsc=0102030405ff\n           key=\n"},
+        {[](Record& r) { r.u16(46, kPrivacy).u16(50, 32).text(52, std::string(64, '\xf0')); },
+         "keyIdx=1, keyLen=5, keyStatus=3, key=abcde\n",
+         "WPA keyIdx=1, keyLen=32, keyStatus=3, gTsc=0102030405ff\n           key=f0f0f0f0 f0f0f0f0 f0f0f0f0 f0f0f0f0 "
+         "f0f0f0f0 f0f0f0f0 f0f0f0f0 f0f0f0f0\n"},
+        {[](Record& r) { r.u16(46, kPrivacy).u16(50, 65535).text(52, std::string(64, '\x0f')); },
+         "keyIdx=1, keyLen=5, keyStatus=3, key=abcde\n",
+         "WPA keyIdx=1, keyLen=65535, keyStatus=3, gTsc=0102030405ff\n           key=0f0f0f0f" +
+             repeated(" 0f0f0f0f", 15) + "\n"},
+    };
+    for (const Variant& variant : kKeyed) {
+        Record vap = plainVap();
+        variant.set(vap);
+        std::string expected = changed(keyedScreen, variant.from, variant.to);
+        if (expected.find("RADIUS") == std::string::npos)
+            expected = changed(expected, kRadius, "");
+        EXPECT_EQ(screenOf(printVapList, listOf(1, {vap})), vapScreen(1, expected));
+    }
+}
+
+TEST(VapList, ShowsAStandaloneVapAsFat)
+{
+    Record vap = plainVap();
+    vap.u32(44, 0x20).u8(42, 1).u8(43, 7);
+    std::string expected = changed(kPlainVap, "standalone=disabled", "standalone=enabled");
+    expected = changed(expected, "mac=local", "mac=fat");
+    EXPECT_EQ(screenOf(printVapList, listOf(1, {vap})), vapScreen(1, expected));
+    vap.u32(44, 0x120);
+    expected += "           cpauth enabled with WebAuthSvr=portal.example.net\n";
+    EXPECT_EQ(screenOf(printVapList, listOf(1, {vap})), vapScreen(1, expected));
+}
+
+TEST(VapList, EndsTextsWithTheirFields)
+{
+    Record vap = plainVap();
+    vap.text(9, std::string(16, 'i')).text(125, std::string(33, 'n')).text(158, std::string(30, 'a') + "RADIUS");
+    vap.u8(194, 'S').text(209, std::string(64, 'c')).text(465, std::string(256, 'x')).u32(44, 0x8000120);
+    vap.text(721, std::string(64, 'p'));
+    const std::string server(64, 'x');
+    std::string expected = changed(kPlainVap, "wlan1-va0", std::string(16, 'i'));
+    expected = changed(expected, "guest", std::string(33, 'n'));
+    expected = changed(expected, "standalone=disabled", "standalone=enabled");
+    expected = changed(expected, "mac=local, tunnel=local, cap=0000", "mac=fat, tunnel=local, cap=0800");
+    expected = changed(expected, "auth=WPA2 RADIUS \n",
+                       "auth=" + std::string(30, 'a') + "RADIUS " +
+                           "WPA keyIdx=1, keyLen=5, keyStatus=3, gTsc=0102030405ff\n"
+                           "           key=61626364 65\n"
+                           "           Rad  Acct ID:  " +
+                           std::string(64, 'c') +
+                           "\n                 Server:  10.1.1.1           radius-three.example.net \n"
+                           "               Acct Svr:  " +
+                           repeated(server + " ", 4) + "\n");
+    expected += "           cpauth enabled with WebAuthSvr=" + std::string(64, 'p') + "\n";
+    EXPECT_EQ(screenOf(printVapList, listOf(1, {vap})), vapScreen(1, expected));
+
+    // The word does not end within the field.
+    vap.u32(44, 0x8000000).text(158, std::string(31, 'a') + "RADIU").u8(194, 'S');
+    EXPECT_EQ(screenOf(printVapList, listOf(1, {vap})).find("Acct"), std::string::npos);
+}
+
+TEST(StationList, ShowsEveryFieldInOrder)
+{
+    EXPECT_EQ(screenOf(printStationList, listOf(1, {plainStation()})), stationScreen(1, kPlainStation));
+
+    const Variant kVariants[] = {
+        {[](Record& r) { r.u8(0, 255); }, "===   7 =", "=== 255 ="},
+        {[](Record& r) { r.u8(1, 2); }, "wl----sta", "wl--m-sta"},
+        {[](Record& r) { r.u8(1, 3); }, "wl----sta", "wl-m-host"},
+        {[](Record& r) { r.u8(1, 0); }, "wl----sta", "invalid  "},
+        {[](Record& r) { r.u8(1, 4); }, "wl----sta", "invalid  "},
+        {[](Record& r) { r.u16(16, 0); }, ": c00a\n", ": 0\n"},
+        {[](Record& r) { r.u16(38, 65535); }, ": 100\n", ": 65535\n"},
+        {[](Record& r) { r.u8(14, 255).u8(18, 0); }, "wlan1-va3", "wlan255-va0"},
+        {[](Record& r) { r.text(90, std::string(38, 's')); }, "guest", std::string(33, 's')},
+    };
+    for (const Variant& variant : kVariants) {
+        Record station = plainStation();
+        variant.set(station);
+        EXPECT_EQ(screenOf(printStationList, listOf(1, {station})),
+                  stationScreen(1, changed(kPlainStation, variant.from, variant.to)));
+    }
+}
+
+TEST(ReplyList, EndsAtTheCountOrWithTheReply)
+{
+    const Record vap(kVapSize);
+    const std::string noVap = screenOf(printVapList, listOf(1, {vap}));
+    const std::string zeroVap = noVap.substr(10, noVap.size() - 10 - kVapRule.size() - 10);
+    const Record station(kStationSize);
+    const std::string noStation = screenOf(printStationList, listOf(1, {station}));
+    const std::string zeroStation = noStation.substr(0, noStation.size() - kStationRule.size() - 10);
+
+    // A count is shown as sent; one whose low byte is 128 or more lists nothing.
+    const struct {
+        std::uint32_t count;
+        std::size_t sent;
+        std::size_t vaps;
+        std::size_t stations;
+    } kCases[] = {
+        {0, 2, 0, 0},          {1, 2, 1, 1},          {3, 2, 2, 2},       {8, 8, 8, 8},
+        {127, 8, 8, 8},        {128, 8, 0, 0},        {255, 8, 0, 0},     {256, 8, 8, 8},
+        {0x7fffff7f, 2, 2, 2}, {0x80000001, 2, 2, 2}, {0x80, 511, 0, 0},  {383, 383, 8, 383},
+        {384, 400, 0, 0},      {511, 511, 0, 0},      {512, 511, 8, 511}, {0xffffffff, 2, 0, 0},
+    };
+    for (const auto& test : kCases) {
+        const int total = static_cast<int>(test.count);
+        const auto vaps = listOf(test.count, std::vector<Record>(std::min<std::size_t>(test.sent, 8), vap));
+        EXPECT_EQ(screenOf(printVapList, vaps), vapScreen(total, repeated(zeroVap, test.vaps))) << test.count;
+        const auto stations = listOf(test.count, std::vector<Record>(test.sent, station));
+        EXPECT_EQ(screenOf(printStationList, stations), stationScreen(total, repeated(zeroStation, test.stations)))
+            << test.count;
+    }
+
+    // A record that was not received whole is zero from there on.
+    auto reply = listOf(5, {plainStation()});
+    reply.resize(4 + 16);
+    Record cut(kStationSize);
+    cut.u8(0, 7).u8(1, 1).u8(14, 1);
+    EXPECT_EQ(screenOf(printStationList, reply),
+              changed(screenOf(printStationList, listOf(1, {cut})), "Total: 1", "Total: 5"));
+    for (const std::size_t length : {std::size_t{0}, std::size_t{3}, std::size_t{4}}) {
+        const std::uint8_t head[] = {0, 0, 2, 1};
+        const int total = length == 0 ? 0 : length == 3 ? 512 : 513;
+        EXPECT_EQ(screenOf(printStationList, std::span(head).first(length)), stationScreen(total, ""));
+        EXPECT_EQ(screenOf(printVapList, std::span(head).first(length)), vapScreen(total, ""));
+    }
+}

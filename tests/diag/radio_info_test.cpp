@@ -1,0 +1,246 @@
+#include "diag/radio_info.h"
+
+#include "tests/diag/record.h"
+
+namespace
+{
+
+constexpr std::size_t kSize = 2064;
+constexpr std::size_t kAcChannels = 96;
+constexpr std::size_t kAllowedChannels = 272;
+constexpr std::size_t kHardwareChannels = 400;
+constexpr std::size_t kNonOccupancy = 528;
+
+constexpr std::size_t range(std::size_t index)
+{
+    return 24 + 8 * index;
+}
+
+Record plainRadio()
+{
+    Record radio(kSize);
+    radio.u8(0, 1).u8(2, 1).u32(88, 3).u32(92, 0xfffffffe).u16(232, 1000).u16(236, 0x5008).u8(238, 1);
+    radio.text(239, "US").text(243, "DE0").u8(252, 4).u8(253, 5).u8(254, 1).u8(255, 100).u16(258, 65535).u8(260, 15);
+    radio.u8(261, 1).u8(262, 0).u8(263, 64).u8(264, 24).u8(265, 36);
+    radio.u16(range(0) + 2, 36).u16(range(0) + 4, 4).u16(range(1) + 2, 1).u16(range(1) + 4, 3);
+    radio.channels(kAcChannels, {36, 40}).channels(kAllowedChannels, {1, 7, 8}).channels(kHardwareChannels, {0, 1022});
+    radio.channels(kNonOccupancy, {100, 104});
+    return radio;
+}
+
+const std::string kPlainRadio = "\tCountry       : cfg=US, oper=DE\n"
+                                "\tRadio 1       : AP\n"
+                                "\tRadio type    : 11N_5G\n"
+                                "\tPS optimize   : 4\n"
+                                "\t11g prot mode : 5\n"
+                                "\tHT20/40 coext : 1\n"
+                                "\tBeacon intv   : 65535\n"
+                                "\tTx power(%)   : 100\n"
+                                "\tHT param      : mcs=15 gi=enabled bw=20MHz\n"
+                                "\tAck timeout   : 64\n"
+                                "\tAC MAX dista  : 1000 ackt_2G=71 ackt_5G=32\n"
+                                "\tAC chan       : num=3 age=-2\n"
+                                "\tChannel       : num=24\n"
+                                "\tOper channel  : 36\n"
+                                "\tAC md_cap     : 36, 40, 44, 48, 1, 2, 3, \n"
+                                "\tAC chan list  : 36, 40, \n"
+                                "\tChan list     : 1, 7, 8, \n"
+                                "\tHW_chan list  : 0, 1022, \n"
+                                "\tNOL list      : 100, 104, \n"
+                                "\n";
+
+std::string radioScreen(std::size_t total, const std::string& radios)
+{
+    return radios + std::string(50, '=') + " \n\nTotal: " + std::to_string(total) + "\n";
+}
+
+std::string radioWith(const std::function<void(Record&)>& set)
+{
+    Record radio = plainRadio();
+    set(radio);
+    return screenOf(printRadioInfo, radio.bytes());
+}
+
+void expectVariants(const std::vector<Variant>& variants)
+{
+    for (const Variant& variant : variants)
+        EXPECT_EQ(radioWith(variant.set), radioScreen(1, changed(kPlainRadio, variant.from, variant.to)));
+}
+
+/// Three-figure channels "100, 101, ", from `first` on.
+std::string channelItems(unsigned first, unsigned count)
+{
+    std::string items;
+    for (unsigned i = 0; i < count; ++i)
+        items += std::to_string(first + i) + ", ";
+    return items;
+}
+
+std::vector<unsigned> channelNumbers(unsigned first, unsigned count)
+{
+    std::vector<unsigned> numbers;
+    for (unsigned i = 0; i < count; ++i)
+        numbers.push_back(first + i);
+    return numbers;
+}
+
+const std::string kWrap = "\n\t                ";
+
+} // namespace
+
+TEST(RadioInfo, ShowsWholeRecordsAndTheirNumber)
+{
+    EXPECT_EQ(screenOf(printRadioInfo, plainRadio().bytes()), radioScreen(1, kPlainRadio));
+
+    std::vector<std::uint8_t> reply = plainRadio().bytes();
+    const std::vector<std::uint8_t> second = plainRadio().u8(0, 200).u8(2, 2).text(239, "1Qqx").bytes();
+    reply.insert(reply.end(), second.begin(), second.end());
+    reply.resize(4200);
+    const std::string disabled = "\tCountry       : cfg=, oper=DE\n\tRadio 200       : Disabled\r\n\r\n";
+    EXPECT_EQ(screenOf(printRadioInfo, reply), radioScreen(2, kPlainRadio + disabled));
+    for (const std::size_t length : {std::size_t{0}, kSize - 1})
+        EXPECT_EQ(screenOf(printRadioInfo, std::span(reply).first(length)), radioScreen(0, ""));
+    EXPECT_EQ(screenOf(printRadioInfo, std::span(reply).first(kSize * 2 - 1)), radioScreen(1, kPlainRadio));
+}
+
+TEST(RadioInfo, NamesTheTypeByTheFirstRuleThatMatches)
+{
+    const struct {
+        unsigned bits;
+        const char* name;
+        const char* parameters; ///< null: none
+    } kTypes[] = {
+        {0x0000, "invalid", nullptr}, {0x0002, "11A", nullptr},     {0x0001, "11B", nullptr},
+        {0x0004, "11G", nullptr},     {0x0010, "11AC", "VHT"},      {0x0011, "11B", nullptr},
+        {0x0018, "11AC", "HT"},       {0x0030, "11AC", nullptr},    {0x2008, "11N_2.4G", "HT"},
+        {0x5008, "11N_5G", "HT"},     {0x7008, "11N_2.4G", "HT"},   {0x0008, "11N", "HT"},
+        {0x1008, "11N", "HT"},        {0x4008, "11N", "HT"},        {0xffff, "11A", "HT"},
+        {0xfffd, "11B", "HT"},        {0xfffc, "11G", "HT"},        {0xfff8, "11AC", "HT"},
+        {0x7000, "invalid", nullptr}, {0x8000, "invalid", nullptr},
+    };
+    const std::string line = "\tHT param      : mcs=15 gi=enabled bw=20MHz\n";
+    for (const auto& type : kTypes) {
+        std::string expected = changed(kPlainRadio, "11N_5G", type.name);
+        if (type.parameters == nullptr)
+            expected = changed(expected, line, "");
+        else if (type.parameters == std::string("VHT"))
+            expected = changed(expected, "HT param      :", "VHT param     :");
+        EXPECT_EQ(radioWith([&](Record& r) { r.u16(236, type.bits); }), radioScreen(1, expected)) << type.bits;
+    }
+}
+
+TEST(RadioInfo, ComputesAcknowledgementTimeouts)
+{
+    const auto variant = [](unsigned metres, const std::string& shown) {
+        return Variant{[=](Record& r) { r.u16(232, metres); }, "1000 ackt_2G=71 ackt_5G=32",
+                       std::to_string(metres) + shown};
+    };
+    expectVariants({
+        variant(0, " ackt_2G=64 ackt_5G=25"),
+        variant(99, " ackt_2G=64 ackt_5G=25"),
+        variant(100, " ackt_2G=65 ackt_5G=26"),
+        variant(151, " ackt_2G=65 ackt_5G=26"),
+        variant(152, " ackt_2G=66 ackt_5G=27"),
+        variant(5000, " ackt_2G=97 ackt_5G=58"),
+        variant(15000, " ackt_2G=163 ackt_5G=124"),
+        variant(65535, " ackt_2G=497 ackt_5G=458"),
+    });
+}
+
+TEST(RadioInfo, ShowsTheSecondaryChannelAt40MHz)
+{
+    std::string expected24[256];
+    std::string expected5[256];
+    for (int channel = 1; channel < 256; ++channel)
+        expected24[channel] = expected5[channel] = std::to_string(channel) + "?" + std::to_string(channel);
+    for (int channel = 1; channel <= 14; ++channel)
+        expected24[channel] = std::to_string(channel) +
+                              (channel <= 7 ? "+" + std::to_string(channel + 4) : "-" + std::to_string(channel - 4));
+    for (const int channel : {36, 44, 52, 60, 100, 108, 116, 124, 132, 149, 157})
+        expected5[channel] = std::to_string(channel) + "+" + std::to_string(channel + 4);
+    for (const int channel : {40, 48, 56, 64, 104, 112, 120, 128, 136, 153, 161})
+        expected5[channel] = std::to_string(channel) + "-" + std::to_string(channel - 4);
+    EXPECT_EQ(expected24[6] + expected24[11] + expected5[36] + expected5[140], "6+1011-736+40140?140");
+
+    const std::string label = "\tOper channel  : 36\n";
+    const std::string wide = changed(kPlainRadio, "20MHz", "40MHz");
+    for (unsigned channel = 1; channel < 256; ++channel)
+        for (const unsigned band : {0U, 1U, 255U})
+            EXPECT_EQ(
+                radioWith([=](Record& r) { r.u8(262, 1).u8(265, channel).u8(238, band); }),
+                radioScreen(1, changed(wide, label,
+                                       "\tOper_channel  : " + (band == 0 ? expected24 : expected5)[channel] + "\n")));
+
+    EXPECT_EQ(radioWith([](Record& r) { r.u8(262, 1).u8(265, 0); }),
+              radioScreen(1, changed(wide, label, "\tOper channel  : 0\n")));
+    for (const unsigned width : {2U, 255U})
+        EXPECT_EQ(radioWith([=](Record& r) { r.u8(262, width); }),
+                  radioScreen(1, changed(kPlainRadio, "20MHz", "80MHz")));
+}
+
+TEST(RadioInfo, ShowsWhatDependsOnAField)
+{
+    expectVariants({
+        {[](Record& r) { r.u8(2, 0).u8(0, 0); }, "Radio 1 ", "Radio 0 "},
+        {[](Record& r) { r.u8(261, 2); }, "gi=enabled", "gi=disabled"},
+        {[](Record& r) { r.text(239, "A\x01Z"); }, "cfg=US", "cfg=A"},
+        {[](Record& r) { r.text(239, "azAZ").text(243, "ZZZZ"); }, "cfg=US, oper=DE", "cfg=azAZ, oper=ZZZZ"},
+        {[](Record& r) { r.text(239, "[@`{").text(243, "D\xc4  "); }, "cfg=US, oper=DE", "cfg=, oper=D"},
+        // The first range without a first channel is the last.
+        {[](Record& r) { r.u16(range(0) + 2, 0); }, "36, 40, 44, 48, 1, 2, 3, ", ""},
+        {[](Record& r) { r.u16(range(0) + 4, 0); }, "36, 40, 44, 48, 1, 2, 3, ", "1, 2, 3, "},
+        {[](Record& r) {
+             r.u16(range(0) + 2, 14).u16(range(0) + 4, 2).u16(range(1) + 2, 15).u16(range(1) + 4, 2);
+             for (std::size_t k = 2; k < 8; ++k)
+                 r.u16(range(k) + 2, static_cast<unsigned>(65534 + k / 7)).u16(range(k) + 4, k == 7 ? 2 : 0);
+         },
+         "36, 40, 44, 48, 1, 2, 3, ", "14, 15, 15, 19, 65535, 65539, "},
+        // The last bit of a map is no channel.
+        {[](Record& r) {
+             r.channels(kNonOccupancy, {0, 1022, 1023}).channels(kHardwareChannels, {1023});
+         },
+         "100, 104, ", "0, 100, 104, 1022, "},
+    });
+}
+
+TEST(RadioInfo, WrapsListsBetweenItems)
+{
+    // From column 24 an item of 5 ends at 94 fourteen times and at 99 fifteen times; a wrapped line begins at 25.
+    for (const auto& [offset, heading, before] : {std::tuple{kAcChannels, "\tAC chan list  : ", "36, 40, "},
+                                                  {kAllowedChannels, "\tChan list     : ", "1, 7, 8, "},
+                                                  {kHardwareChannels, "\tHW_chan list  : ", "0, 1022, "}})
+        for (const unsigned count : {15U, 16U, 30U, 31U}) {
+            const auto set = [=, at = offset](Record& r) {
+                for (std::size_t i = 0; i < 128; ++i)
+                    r.u8(at + i, 0);
+                r.channels(at, channelNumbers(101, count));
+            };
+            std::string items = channelItems(101, std::min(count, 15U));
+            if (count > 15)
+                items += kWrap + channelItems(116, std::min(count - 15, 15U));
+            if (count > 30)
+                items += kWrap + channelItems(131, count - 30);
+            EXPECT_EQ(radioWith(set), radioScreen(1, changed(kPlainRadio, std::string(heading) + before,
+                                                             std::string(heading) + items)));
+        }
+
+    // Items of 4 end at exactly 96 after eighteen, and a wrapped line holds as many again.
+    std::string items = channelItems(10, 18) + kWrap + channelItems(28, 18) + kWrap + channelItems(46, 1);
+    EXPECT_EQ(
+        radioWith([](Record& r) {
+            r.channels(kAllowedChannels, channelNumbers(10, 37)).u8(kAllowedChannels, 0).u8(kAllowedChannels + 1, 0xfc);
+        }),
+        radioScreen(1, changed(kPlainRadio, "1, 7, 8, ", items)));
+
+    // The column runs on across the controller's ranges: 24, four items of 4, then items of 5.
+    items = "36, 40, 44, 48, ";
+    for (int i = 0; i < 12; ++i)
+        items += std::to_string(100 + 4 * i) + ", ";
+    items += kWrap + "148, ";
+    EXPECT_EQ(radioWith([](Record& r) { r.u16(range(1) + 2, 100).u16(range(1) + 4, 13); }),
+              radioScreen(1, changed(kPlainRadio, "36, 40, 44, 48, 1, 2, 3, ", items)));
+
+    // The list of radar-hit channels never wraps.
+    EXPECT_EQ(radioWith([](Record& r) { r.channels(kNonOccupancy, channelNumbers(100, 200)); }),
+              radioScreen(1, changed(kPlainRadio, "100, 104, ", channelItems(100, 200))));
+}
