@@ -1,11 +1,280 @@
 #include "bios/platform_info.h"
 
-int biosGetOemSn(char (&)[17])
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "bios/flash_device.h"
+#include "cli/output.h"
+#include "platform/device_file.h"
+
+namespace
 {
+
+constexpr char kDefaultRomFile[] = "/etc/rom/QPK310V_default.rom";
+
+constexpr std::uint8_t kDefaultMac[kMacSize] = {0x02, 0x1a, 0x2b, 0x00, 0x01, 0x00};
+constexpr char kDefaultPlatformName[] = "QK310V";
+constexpr char kDefaultRegionCode[] = "Regcode:A";
+constexpr char kDefaultBiosVersion[] = "Ver:05000001";
+constexpr char kDefaultOemSn[] = "QPK310V4U1600001";
+constexpr char kDefaultQlnSn[] = "QPK315V4U1600001";
+
+/// The part number begins in the middle of the platform name's slot and ends behind it.
+constexpr std::size_t kPartNumberOffset = offsetof(FlashImage, platformName) + 8;
+constexpr std::size_t kPartNumberLength = 9;
+
+/// The letter stands behind "Regcode:".
+constexpr std::size_t kRegionLetterOffset = offsetof(FlashImage, regionCode) + 8;
+
+constexpr std::size_t kDumpLineBytes = 50;
+constexpr std::size_t kDumpByteWidth = 3;
+
+/// " 00" to " ff".
+constexpr auto kDumpTexts = [] {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::array<std::array<char, kDumpByteWidth>, 256> texts{};
+    for (std::size_t value = 0; value < texts.size(); ++value)
+        texts[value] = {' ', kDigits[value >> 4], kDigits[value & 0xF]};
+    return texts;
+}();
+
+/// Value of a hexadecimal digit, -1 for any other character.
+int hexValue(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
     return -1;
 }
 
-int biosGetRegCode(char&)
+/// Copies as much of `text` as fits and terminates it; what the field held beyond stays.
+void setField(char (&field)[kFlashSlotSize + 1], const char* text)
 {
-    return -1;
+    const std::size_t length = strnlen(text, kFlashSlotSize);
+    std::memcpy(field, text, length);
+    field[length] = '\0';
+}
+
+void fillSlot(char (&slot)[kFlashSlotSize], const char (&field)[kFlashSlotSize + 1])
+{
+    std::memcpy(slot, field, strnlen(field, kFlashSlotSize));
+}
+
+/// An image of zeros on the heap, which may be null.
+class ImageBuffer
+{
+public:
+    ImageBuffer() : image_(static_cast<FlashImage*>(std::calloc(1, sizeof(FlashImage)))) {}
+    ~ImageBuffer() { std::free(image_); }
+    ImageBuffer(const ImageBuffer&) = delete;
+    ImageBuffer& operator=(const ImageBuffer&) = delete;
+
+    [[nodiscard]] FlashImage* get() const { return image_; }
+
+private:
+    FlashImage* image_;
+};
+
+void writeImage(const FlashDevice& device, const char* operation, const FlashImage& image)
+{
+    device.write(0, &image, sizeof image);
+    device.setCrc(operation, &image);
+}
+
+/// Reads one field and checks the partition.
+int readField(const char* operation, std::size_t offset, char* text, std::size_t size)
+{
+    const FlashDevice device(FlashDevice::Access::kRead);
+    if (!device.isOpen())
+        return -1;
+    device.read(offset, text, size);
+    device.checkCrc(operation);
+    return 0;
+}
+
+/// Writes one field; the checksum is then that of the partition as it stands.
+int writeField(const char* operation, std::size_t offset, const char* text, std::size_t size)
+{
+    const FlashDevice device(FlashDevice::Access::kReadWrite);
+    if (!device.isOpen())
+        return -1;
+    device.write(offset, text, size);
+    device.setCrc(operation, nullptr);
+    return 0;
+}
+
+} // namespace
+
+constinit PlatformInfo platformInfo{};
+
+int biosErase()
+{
+    FlashDevice(FlashDevice::Access::kReadWrite).erase();
+    return 0;
+}
+
+int biosDumpRawInfo()
+{
+    FlashImage image{};
+    const FlashDevice device(FlashDevice::Access::kRead);
+    device.read(0, &image, sizeof image);
+
+    char line[kDumpLineBytes * kDumpByteWidth + sizeof "\n"];
+    char* end = line;
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&image);
+    for (std::size_t i = 0; i < sizeof image; ++i) {
+        std::memcpy(end, kDumpTexts[bytes[i]].data(), kDumpByteWidth);
+        end += kDumpByteWidth;
+        if (i % kDumpLineBytes != 0)
+            continue;
+        *end++ = '\n';
+        *end = '\0';
+        cli_print(line);
+        end = line;
+    }
+    *end = '\0';
+    cli_print(line);
+    device.checkCrc("biosDumpRawInfo");
+    return 0;
+}
+
+int biosFlushPlatformInfo(const PlatformInfo& info)
+{
+    const FlashDevice device(FlashDevice::Access::kReadWrite);
+    if (!device.isOpen())
+        return -1;
+    const ImageBuffer buffer;
+    FlashImage* const image = buffer.get();
+    if (image == nullptr)
+        return -1;
+    fillSlot(image->platformName, info.platformName);
+    fillSlot(image->regionCode, info.regionCode);
+    fillSlot(image->biosVersion, info.biosVersion);
+    fillSlot(image->oemSn, info.oemSn);
+    fillSlot(image->qlnSn, info.qlnSn);
+    std::memcpy(image->mac, info.mac, sizeof info.mac);
+    writeImage(device, "biosFlushPlatformInfo", *image);
+    return 0;
+}
+
+int biosSetDefaultRecord()
+{
+    setField(platformInfo.platformName, kDefaultPlatformName);
+    setField(platformInfo.regionCode, kDefaultRegionCode);
+    setField(platformInfo.biosVersion, kDefaultBiosVersion);
+    setField(platformInfo.oemSn, kDefaultOemSn);
+    setField(platformInfo.qlnSn, kDefaultQlnSn);
+    std::memcpy(platformInfo.mac, kDefaultMac, sizeof kDefaultMac);
+    return biosFlushPlatformInfo(platformInfo);
+}
+
+int biosSaveToFlash(const char* path)
+{
+    // A named pipe in place of the file reads as empty instead of waiting for a writer.
+    const int rom = open(DeviceFile(path).path(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (rom < 0)
+        return -1;
+    const ImageBuffer buffer;
+    FlashImage* const image = buffer.get();
+    const bool complete = image != nullptr && readFully(rom, image, sizeof *image) == sizeof *image;
+    close(rom);
+    if (!complete)
+        return -1;
+    const FlashDevice device(FlashDevice::Access::kReadWrite);
+    if (!device.isOpen())
+        return -1;
+    writeImage(device, "biosSaveToFlash", *image);
+    return 0;
+}
+
+int biosSaveDefaultRom()
+{
+    return biosSaveToFlash(kDefaultRomFile);
+}
+
+int biosSaveRomFile(const char* name)
+{
+    char path[128];
+    const int length = std::snprintf(path, sizeof path, "/tmp/%s", name);
+    if (std::strchr(name, '/') != nullptr || static_cast<std::size_t>(length) >= sizeof path) {
+        cli_printf("    Error: Invalid file name '%s'.\n", name);
+        return -1;
+    }
+    return biosSaveToFlash(path);
+}
+
+int biosHexToMac(const char (&digits)[kMacDigits], std::uint8_t (&mac)[kMacSize])
+{
+    std::uint8_t converted[kMacSize]{};
+    for (std::size_t i = 0; i < kMacDigits; ++i) {
+        const int value = hexValue(digits[i]);
+        if (value < 0)
+            return -1;
+        converted[i / 2] = static_cast<std::uint8_t>(converted[i / 2] << 4 | value);
+    }
+    std::memcpy(mac, converted, sizeof converted);
+    return 0;
+}
+
+int biosGetOemMac(std::uint8_t (&mac)[kMacSize])
+{
+    char digits[kMacDigits]{};
+    if (readField("biosGetOemMac", offsetof(FlashImage, mac), digits, sizeof digits) != 0)
+        return -1;
+    biosHexToMac(digits, mac);
+    return 0;
+}
+
+int biosGetPn(char (&text)[10])
+{
+    std::memset(text, 0, sizeof text);
+    return readField("biosGetPn", kPartNumberOffset, text, kPartNumberLength);
+}
+
+int biosGetOemSn(char (&text)[17])
+{
+    std::memset(text, 0, sizeof text);
+    return readField("biosGetOemSn", offsetof(FlashImage, oemSn), text, kFlashSlotSize);
+}
+
+int biosGetRegCode(char& letter)
+{
+    const FlashDevice device(FlashDevice::Access::kRead);
+    if (!device.isOpen())
+        return -1;
+    device.read(kRegionLetterOffset, &letter, sizeof letter);
+    return 0;
+}
+
+int biosSetMac(const char* text)
+{
+    char digits[kMacDigits];
+    std::size_t count = 0;
+    for (; *text != '\0' && count < kMacDigits; ++text)
+        if (hexValue(*text) >= 0)
+            digits[count++] = *text;
+    if (count < kMacDigits) {
+        cli_printf(" [Error - %s]: Invalid Mac Address length (%d)\n", "biosSetMac", static_cast<int>(count));
+        return -1;
+    }
+    return writeField("biosSetMac", offsetof(FlashImage, mac), digits, sizeof digits);
+}
+
+int biosSetOemSn(const char* text)
+{
+    setField(platformInfo.oemSn, text);
+    return writeField("biosSetOemSn", offsetof(FlashImage, oemSn), platformInfo.oemSn, kFlashSlotSize);
+}
+
+int biosSetQlnSn(const char* text)
+{
+    setField(platformInfo.qlnSn, text);
+    return writeField("biosSetQlnSn", offsetof(FlashImage, qlnSn), platformInfo.qlnSn, kFlashSlotSize);
 }

@@ -1,0 +1,49 @@
+// The open "bios" partition.
+
+#ifndef BIOS_FLASH_DEVICE_H
+#define BIOS_FLASH_DEVICE_H
+
+#include <cstddef>
+
+#include "platform/flash_layout.h"
+
+/// Writes the device path of the partition named "bios" into `path`, which also serves as the line buffer. 0, or -1
+/// when there is none; `path` then holds whatever was read last.
+int biosFindMtdDevice(char* path, std::size_t size);
+
+/// Reads `size` bytes, fewer only at the end of the file or after an error. Returns their number.
+std::size_t readFully(int fd, void* bytes, std::size_t size);
+
+/// Opens the partition and closes it again. Where none opened, reads and writes do nothing.
+class FlashDevice
+{
+public:
+    enum class Access { kRead, kReadWrite };
+
+    explicit FlashDevice(Access access);
+    ~FlashDevice();
+    FlashDevice(const FlashDevice&) = delete;
+    FlashDevice& operator=(const FlashDevice&) = delete;
+
+    [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
+
+    /// Reads `size` bytes; those that the partition does not have are left alone.
+    void read(std::size_t offset, void* bytes, std::size_t size) const;
+
+    /// Writes `size` bytes. A write of one slot is one call to the system: it happens whole or not at all.
+    void write(std::size_t offset, const void* bytes, std::size_t size) const;
+
+    /// Says so when the checksum does not match. `operation` is named in the message.
+    void checkCrc(const char* operation) const;
+
+    /// Stores the checksum of `image`, or of the partition as it stands when that is null; says so when it fails.
+    void setCrc(const char* operation, const FlashImage* image) const;
+
+    /// Unlocks and erases every block.
+    void erase() const;
+
+private:
+    int fd_;
+};
+
+#endif
