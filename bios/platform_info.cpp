@@ -199,15 +199,19 @@ int biosSaveDefaultRom()
     return biosSaveToFlash(kDefaultRomFile);
 }
 
+bool biosRomFilePath(char (&path)[kRomPathSize], const char* name)
+{
+    std::snprintf(path, sizeof path, "/tmp/%s", name);
+    if (std::strchr(name, '/') == nullptr)
+        return true;
+    cli_printf("    Error: Invalid file name '%s'.\n", name);
+    return false;
+}
+
 int biosSaveRomFile(const char* name)
 {
-    char path[128];
-    const int length = std::snprintf(path, sizeof path, "/tmp/%s", name);
-    if (std::strchr(name, '/') != nullptr || static_cast<std::size_t>(length) >= sizeof path) {
-        cli_printf("    Error: Invalid file name '%s'.\n", name);
-        return -1;
-    }
-    return biosSaveToFlash(path);
+    char path[kRomPathSize];
+    return biosRomFilePath(path, name) ? biosSaveToFlash(path) : -1;
 }
 
 int biosHexToMac(const char (&digits)[kMacDigits], std::uint8_t (&mac)[kMacSize])

@@ -6,6 +6,7 @@
 #ifndef BIOS_PLATFORM_INFO_H
 #define BIOS_PLATFORM_INFO_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include "platform/flash_layout.h"
@@ -32,7 +33,13 @@ int biosSaveToFlash(const char* path);
 /// Saves the factory's ROM file.
 int biosSaveDefaultRom();
 
-/// Saves a ROM file from "/tmp". A `name` with a slash, or too long for a path, is refused with a message.
+/// Longer than any name that a line can hold, behind the folder.
+inline constexpr std::size_t kRomPathSize = 1024;
+
+/// The device path of the ROM file `name` in "/tmp". A name that leads elsewhere is refused with a message: false.
+bool biosRomFilePath(char (&path)[kRomPathSize], const char* name);
+
+/// Saves the ROM file `name` from "/tmp"; a refused name is -1.
 int biosSaveRomFile(const char* name);
 
 /// Converts 12 hexadecimal digits. A character that is none: -1, and `mac` is left alone.

@@ -190,21 +190,6 @@ int get_full_version_string(char* buffer, int size, const char* model_prefix, in
     return 0;
 }
 
-int osbios_CheckCRC(int, int, int)
-{
-    return 0;
-}
-
-int osbios_SetCrc(int, const void*)
-{
-    return 0;
-}
-
-int get_qln_platform_info(void*)
-{
-    return 0;
-}
-
 int sys_intf_status(const char* interface)
 {
     char name[64];

@@ -1,0 +1,164 @@
+// The simulated flash: a file behind "/dev/mtdblock0" that holds the partition image, as make_flash lays it out. The
+// last four bytes are a CRC-32 of all the bytes before them, least significant byte first.
+
+#include <array>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <mtd/mtd-user.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "platform/device_file.h"
+#include "platform/flash_layout.h"
+#include "platform/system_library.h"
+
+namespace
+{
+
+constexpr std::size_t kCrcSize = 4;
+constexpr std::size_t kCrcOffset = sizeof(FlashImage) - kCrcSize;
+
+constexpr auto kCrcTable = [] {
+    constexpr std::uint32_t kPolynomial = 0xEDB88320;
+    std::array<std::uint32_t, 256> table{};
+    for (std::uint32_t i = 0; i < table.size(); ++i) {
+        std::uint32_t value = i;
+        for (int bit = 0; bit < 8; ++bit)
+            value = (value >> 1) ^ ((value & 1) != 0 ? kPolynomial : 0);
+        table[i] = value;
+    }
+    return table;
+}();
+
+std::uint32_t crcOf(const FlashImage& image)
+{
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&image);
+    std::uint32_t crc = 0xFFFFFFFF;
+    for (std::size_t i = 0; i < kCrcOffset; ++i)
+        crc = (crc >> 8) ^ kCrcTable[(crc ^ bytes[i]) & 0xFF];
+    return ~crc;
+}
+
+void crcBytesOf(const FlashImage& image, std::uint8_t (&stored)[kCrcSize])
+{
+    std::uint32_t crc = crcOf(image);
+    for (std::uint8_t& byte : stored) {
+        byte = static_cast<std::uint8_t>(crc);
+        crc >>= 8;
+    }
+}
+
+bool readImage(int fd, FlashImage& image)
+{
+    return pread(fd, &image, sizeof image, 0) == static_cast<ssize_t>(sizeof image);
+}
+
+void readSlot(char (&field)[kFlashSlotSize + 1], const char (&slot)[kFlashSlotSize])
+{
+    std::memcpy(field, slot, kFlashSlotSize);
+    field[kFlashSlotSize] = '\0';
+}
+
+/// The MAC address stands in either of its forms; raw bytes are followed by zeros, so they are never taken for digits.
+void readMac(std::uint8_t (&mac)[kMacSize], const char (&slot)[kFlashSlotSize])
+{
+    char digits[kMacDigits + 1]{};
+    std::memcpy(digits, slot, kMacDigits);
+    if (std::strspn(digits, "0123456789abcdefABCDEF") == kMacDigits)
+        std::sscanf(digits, "%2hhx%2hhx%2hhx%2hhx%2hhx%2hhx", &mac[0], &mac[1], &mac[2], &mac[3], &mac[4], &mac[5]);
+    else
+        std::memcpy(mac, slot, kMacSize);
+}
+
+/// The block that may be erased: flash is locked until the kernel is asked to unlock it.
+constinit erase_info_user unlockedBlock{};
+
+int refuse(int error)
+{
+    errno = error;
+    return -1;
+}
+
+int eraseBlock(int fd, const erase_info_user& block)
+{
+    if (block.start != unlockedBlock.start || block.length != unlockedBlock.length)
+        return refuse(EROFS);
+    std::uint8_t erased[4096];
+    std::memset(erased, 0xFF, sizeof erased);
+    if (block.length % sizeof erased != 0 || block.start + block.length > sizeof(FlashImage))
+        return refuse(EINVAL);
+    for (std::uint32_t done = 0; done < block.length; done += sizeof erased)
+        if (pwrite(fd, erased, sizeof erased, block.start + done) != static_cast<ssize_t>(sizeof erased))
+            return -1;
+    return 0;
+}
+
+} // namespace
+
+int osbios_CheckCRC(int fd, int, int)
+{
+    FlashImage image;
+    std::uint8_t expected[kCrcSize];
+    if (!readImage(fd, image))
+        return -1;
+    crcBytesOf(image, expected);
+    const auto* const stored = image.tail + sizeof image.tail - kCrcSize;
+    return std::memcmp(stored, expected, kCrcSize) == 0 ? 0 : -1;
+}
+
+int osbios_SetCrc(int fd, const void* image)
+{
+    FlashImage partition;
+    std::uint8_t crc[kCrcSize];
+    if (image == nullptr && !readImage(fd, partition))
+        return -1;
+    crcBytesOf(image != nullptr ? *static_cast<const FlashImage*>(image) : partition, crc);
+    return pwrite(fd, crc, kCrcSize, kCrcOffset) == static_cast<ssize_t>(kCrcSize) ? 0 : -1;
+}
+
+int get_qln_platform_info(void* platform_info)
+{
+    const int fd = open(DeviceFile("/dev/mtdblock0").path(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return -1;
+    FlashImage image;
+    const bool complete = readImage(fd, image);
+    close(fd);
+    if (!complete)
+        return -1;
+    auto& info = *static_cast<PlatformInfo*>(platform_info);
+    readMac(info.mac, image.mac);
+    readSlot(info.platformName, image.platformName);
+    readSlot(info.regionCode, image.regionCode);
+    readSlot(info.biosVersion, image.biosVersion);
+    readSlot(info.qlnSn, image.qlnSn);
+    readSlot(info.oemSn, image.oemSn);
+    return 0;
+}
+
+extern "C" {
+
+int __real_ioctl(int fd, unsigned long request, ...);
+
+/// Stands before ioctl() for the whole program: the kernel knows the flash requests only for flash.
+int __wrap_ioctl(int fd, unsigned long request, ...)
+{
+    va_list arguments;
+    va_start(arguments, request);
+    void* const argument = va_arg(arguments, void*);
+    va_end(arguments);
+    switch (request) {
+    case MEMUNLOCK:
+        unlockedBlock = *static_cast<const erase_info_user*>(argument);
+        return 0;
+    case MEMERASE:
+        return eraseBlock(fd, *static_cast<const erase_info_user*>(argument));
+    default:
+        return __real_ioctl(fd, request, argument);
+    }
+}
+}

@@ -1,0 +1,269 @@
+#include "bios/platform_info.h"
+
+#include <cstring>
+#include <filesystem>
+#include <sys/stat.h>
+
+#include "bios/flash_device.h"
+#include "cli/output.h"
+#include "tests/bios/flash_fixture.h"
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+const std::string kDefaultImage = [] {
+    std::string image(kImageSize, '\0');
+    image = patched(image, 0x3FF80, std::string("\x02\x1a\x2b\x00\x01\x00", 6));
+    image = patched(image, 0x3FF90, "QPK315V4U1600001");
+    image = patched(image, 0x3FFA0, "QK310V");
+    image = patched(image, 0x3FFB0, "Regcode:A");
+    image = patched(image, 0x3FFC0, "Ver:05000001");
+    return sealed(patched(image, 0x3FFE0, "QPK310V4U1600001"));
+}();
+
+std::string dumpOf(const std::string& image)
+{
+    std::string text;
+    for (std::size_t i = 0; i < image.size(); ++i) {
+        char byte[4];
+        std::snprintf(byte, sizeof byte, " %02x", static_cast<std::uint8_t>(image[i]));
+        text += byte;
+        if (i % 50 == 0)
+            text += '\n';
+    }
+    return text;
+}
+
+TEST_F(FlashTest, FindsThePartitionByItsName)
+{
+    struct Case {
+        const char* partitions;
+        const char* node; // that can be opened
+        int result;
+        const char* path;
+    };
+    const Case cases[] = {
+        {"mtd3: 00040000 00010000 \"bios\"\n", "/dev/mtdblock/3", 0, "/dev/mtdblock/3"},
+        {"mtd3: 00040000 00010000 \"bios\"\n", "/dev/mtdblock3", 0, "/dev/mtdblock3"},
+        {"mtd3: 00040000 00010000 \"bios\"\n", "/dev/mtd3", 0, "/dev/mtdblock3"},
+        {"bios: size erasesize name\nmtd1: 00040000 00010000 \"boot\"\nmtd12: 00040000 00010000 \"bios\"\n"
+         "mtd13: 00040000 00010000 \"bios\"\n",
+         "/dev/mtdblock12", 0, "/dev/mtdblock12"},
+        // Only 31 characters of a line are looked at, and its rest is a line of its own.
+        {"mtd0: 00040000 00010000 \"loader-bios\"\nmtd5: 00040000 00010000 \"bios\"\n", "/dev/mtdblock5", 0,
+         "/dev/mtdblock5"},
+        {"mtd0: 00040000 00010000 \"boot\"\n", "/dev/mtdblock0", -1, "mtd0: 00040000 00010000 \"boot\""},
+    };
+    fs::create_directory(path("/dev/mtdblock"));
+    for (const Case& c : cases) {
+        fs::remove(path(kPartition));
+        writeFile("/proc/mtd", c.partitions);
+        writeFile(c.node, "");
+        char found[32]{};
+        EXPECT_EQ(biosFindMtdDevice(found, sizeof found), c.result) << c.partitions;
+        found[std::strcspn(found, "\n")] = '\0';
+        EXPECT_STREQ(found, c.path);
+        fs::remove(path(c.node));
+    }
+    fs::remove(path("/proc/mtd"));
+    char found[32]{};
+    EXPECT_EQ(biosFindMtdDevice(found, sizeof found), -1);
+}
+
+TEST_F(FlashTest, WithoutADeviceNothingIsReadOrWritten)
+{
+    for (const char* missing : {kPartition, "/proc/mtd"}) {
+        fs::remove(path(missing));
+        std::uint8_t mac[6]{};
+        char text[17], part[10], letter;
+        writeFile("/tmp/x.rom", image_);
+        EXPECT_EQ(outputOf([&] {
+                      EXPECT_EQ(biosGetOemMac(mac), -1);
+                      EXPECT_EQ(biosGetOemSn(text), -1);
+                      EXPECT_EQ(biosGetPn(part), -1);
+                      EXPECT_EQ(biosGetRegCode(letter), -1);
+                      EXPECT_EQ(biosSetMac("001122334455"), -1);
+                      EXPECT_EQ(biosSetOemSn("A"), -1);
+                      EXPECT_EQ(biosSetQlnSn("A"), -1);
+                      EXPECT_EQ(biosSetDefaultRecord(), -1);
+                      EXPECT_EQ(biosSaveRomFile("x.rom"), -1);
+                      EXPECT_EQ(biosErase(), 0);
+                  }),
+                  "");
+        EXPECT_EQ(outputOf(biosDumpRawInfo), dumpOf(std::string(kImageSize, '\0')) + "biosDumpRawInfo: CRC error.\r\n");
+        EXPECT_FALSE(exists(kPartition));
+    }
+}
+
+// Each setter writes its bytes and the checksum, and no other byte of the partition.
+TEST_F(FlashTest, SettersWriteTheirSlotAlone)
+{
+    struct Case {
+        int (*set)(const char* text);
+        const char* text;
+        std::size_t offset;
+        std::string bytes;
+    };
+    const Case cases[] = {
+        {biosSetMac, "001122334455", 0x3FF80, "001122334455"},
+        {biosSetMac, "00:11:22:33:44:55:66", 0x3FF80, "001122334455"},
+        {biosSetMac, "aA-bB-cC-dD-eE-fF", 0x3FF80, "aAbBcCdDeEfF"},
+        {biosSetMac, "xx021a2b880801", 0x3FF80, "021a2b880801"},
+        {biosSetOemSn, "QPK310V3U1600001", 0x3FFE0, "QPK310V3U1600001"},
+        {biosSetOemSn, "AB", 0x3FFE0,
+         std::string("AB\0"
+                     "310V3U1600001",
+                     16)}, // what the record held stays behind
+        {biosSetQlnSn, "AB", 0x3FF90, std::string("AB\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 16)},
+        {biosSetQlnSn, "0123456789abcdefgh", 0x3FF90, "0123456789abcdef"},
+    };
+    std::string expected = image_;
+    for (const Case& c : cases) {
+        EXPECT_EQ(outputOf([&] { EXPECT_EQ(c.set(c.text), 0); }), "");
+        expected = sealed(patched(expected, c.offset, c.bytes));
+        EXPECT_TRUE(partition() == expected) << c.text;
+    }
+}
+
+TEST_F(FlashTest, RefusesAMacAddressThatIsTooShort)
+{
+    const std::string message = " [Error - biosSetMac]: Invalid Mac Address length (";
+    EXPECT_EQ(outputOf([] { EXPECT_EQ(biosSetMac("0011223344"), -1); }), message + "10)\n");
+    EXPECT_EQ(outputOf([] { EXPECT_EQ(biosSetMac("00:11:22:33:44:5"), -1); }), message + "11)\n");
+    EXPECT_EQ(outputOf([] { EXPECT_EQ(biosSetMac(""), -1); }), message + "0)\n");
+    EXPECT_TRUE(partition() == image_);
+}
+
+TEST_F(FlashTest, ReadersReturnTheirSlot)
+{
+    std::string image = patched(image_, 0x3FF80, "0a1B2c3D4e5F");
+    image = patched(image, 0x3FFA8, "12345678");
+    image = patched(image, 0x3FFB0, "Regcode:E");
+    writeFile(kPartition, sealed(patched(image, 0x3FFE0, "QPK310V4U1600001")));
+
+    std::uint8_t mac[6]{};
+    char text[17], part[10], letter;
+    EXPECT_EQ(outputOf([&] {
+                  EXPECT_EQ(biosGetOemMac(mac), 0);
+                  EXPECT_EQ(biosGetOemSn(text), 0);
+                  EXPECT_EQ(biosGetPn(part), 0);
+                  EXPECT_EQ(biosGetRegCode(letter), 0);
+              }),
+              "");
+    EXPECT_EQ(std::memcmp(mac, "\x0a\x1b\x2c\x3d\x4e\x5f", 6), 0);
+    EXPECT_STREQ(text, "QPK310V4U1600001");
+    EXPECT_STREQ(part, "12345678R");
+    EXPECT_EQ(letter, 'E');
+}
+
+TEST_F(FlashTest, ConvertsOnlyTwelveHexadecimalDigits)
+{
+    std::uint8_t mac[6] = {1, 2, 3, 4, 5, 6};
+    for (const char character : {'g', 'G', '/', ':', '@', '`', '\0', '\xff'}) {
+        char digits[12] = {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'a', character};
+        EXPECT_EQ(biosHexToMac(digits, mac), -1);
+        EXPECT_EQ(std::memcmp(mac, "\1\2\3\4\5\6", 6), 0);
+    }
+}
+
+TEST_F(FlashTest, EveryFlippedByteIsReported)
+{
+    for (const std::size_t offset :
+         {0UL, 0x1FFFFUL, 0x3FF7FUL, 0x3FF80UL, 0x3FFDFUL, 0x3FFF0UL, 0x3FFFBUL, 0x3FFFCUL, 0x3FFFFUL}) {
+        std::string image = patched(image_, 0x3FFE0, "QPK310V4U1600001");
+        image = sealed(image);
+        image[offset] = static_cast<char>(image[offset] ^ 0x10);
+        writeFile(kPartition, image);
+        std::uint8_t mac[6]{};
+        char text[17], part[10], letter;
+        EXPECT_EQ(outputOf([&] {
+                      EXPECT_EQ(biosGetOemMac(mac), 0);
+                      EXPECT_EQ(biosGetOemSn(text), 0);
+                      EXPECT_EQ(biosGetPn(part), 0);
+                      EXPECT_EQ(biosGetRegCode(letter), 0);
+                  }),
+                  "biosGetOemMac: CRC error.\r\nbiosGetOemSn: CRC error.\r\nbiosGetPn: CRC error.\r\n");
+        EXPECT_STREQ(text, "QPK310V4U1600001");
+    }
+}
+
+TEST_F(FlashTest, AChecksumThatCannotBeStoredIsAMessage)
+{
+    writeFile(kPartition, "short");
+    EXPECT_EQ(outputOf([] {
+                  EXPECT_EQ(biosSetMac("001122334455"), 0);
+                  EXPECT_EQ(biosSetQlnSn("AB"), 0);
+                  EXPECT_EQ(biosSetOemSn("QPK310V4U1600001"), 0);
+              }),
+              "biosSetMac: SetCRC error.\r\nbiosSetQlnSn: SetCRC error.\r\nbiosSetOemSn: SetCRC error.\r\n");
+    EXPECT_EQ(partition().substr(0x3FFE0), "QPK310V4U1600001");
+
+    fs::remove(path(kPartition));
+    fs::create_symlink("/dev/full", path(kPartition));
+    writeFile("/tmp/x.rom", image_);
+    EXPECT_EQ(outputOf([] {
+                  EXPECT_EQ(biosSetDefaultRecord(), 0);
+                  EXPECT_EQ(biosSaveRomFile("x.rom"), 0);
+              }),
+              "biosFlushPlatformInfo: SetCRC error.\r\nbiosSaveToFlash: SetCRC error.\r\n");
+}
+
+TEST_F(FlashTest, TheDefaultRecordIsAWholeImage)
+{
+    EXPECT_EQ(biosSetDefaultRecord(), 0);
+    EXPECT_TRUE(partition() == kDefaultImage);
+
+    std::uint8_t mac[6] = {1, 2, 3, 4, 5, 6};
+    EXPECT_EQ(biosGetOemMac(mac), 0);
+    EXPECT_EQ(std::memcmp(mac, "\1\2\3\4\5\6", 6), 0) << "a raw address is not converted";
+}
+
+TEST_F(FlashTest, SavesTheFirstBytesOfARomFile)
+{
+    const std::string rom = noisyImage(2);
+    writeFile("/tmp/x.rom", rom + std::string(300000 - kImageSize, 'x'));
+    EXPECT_EQ(biosSaveRomFile("x.rom"), 0);
+    EXPECT_TRUE(partition() == rom);
+
+    fs::create_directory(path("/etc/rom"));
+    writeFile("/etc/rom/QPK310V_default.rom", image_);
+    EXPECT_EQ(biosSaveDefaultRom(), 0);
+    EXPECT_TRUE(partition() == image_);
+}
+
+TEST_F(FlashTest, ARomFileThatCannotBeReadWholeChangesNothing)
+{
+    writeFile("/tmp/short.rom", std::string(kImageSize - 1, 'x'));
+    writeFile("/tmp/empty.rom", "");
+    fs::create_directory(path("/tmp/folder.rom"));
+    mkfifo(path("/tmp/pipe.rom").c_str(), S_IRUSR | S_IWUSR);
+    const std::string longName(1200, 'x');
+    for (const char* name : {"missing.rom", "short.rom", "empty.rom", "folder.rom", "pipe.rom", "", longName.c_str()})
+        EXPECT_EQ(outputOf([&] { EXPECT_EQ(biosSaveRomFile(name), -1); }), "") << name;
+    EXPECT_EQ(outputOf([] { EXPECT_EQ(biosSaveRomFile("../dev/mtdblock0"), -1); }),
+              "    Error: Invalid file name '../dev/mtdblock0'.\n");
+    EXPECT_TRUE(partition() == image_);
+}
+
+TEST_F(FlashTest, ErasesEveryByte)
+{
+    EXPECT_EQ(outputOf(biosErase), "");
+    EXPECT_TRUE(partition() == std::string(kImageSize, '\xff'));
+}
+
+TEST_F(FlashTest, DumpsTheSameOnTheTerminalAndIntoAPipe)
+{
+    EXPECT_TRUE(outputOf(biosDumpRawInfo) == dumpOf(image_));
+    beginPipe();
+    biosDumpRawInfo();
+    flushPipe();
+    endPipe();
+    EXPECT_TRUE(readFile(kPipeFile) == dumpOf(image_));
+
+    writeFile(kPartition, patched(image_, 7, "flipped"));
+    EXPECT_TRUE(outputOf(biosDumpRawInfo) == dumpOf(patched(image_, 7, "flipped")) + "biosDumpRawInfo: CRC error.\r\n");
+}
+
+} // namespace
