@@ -12,7 +12,7 @@
 #include "platform/flash_layout.h"
 
 /// The process's record, zero at start.
-extern PlatformInfo platformInfo;
+extern constinit PlatformInfo platformInfo;
 
 /// Unlocks and erases both erase blocks. Always 0.
 int biosErase();

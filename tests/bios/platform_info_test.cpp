@@ -13,7 +13,8 @@ namespace
 
 namespace fs = std::filesystem;
 
-const std::string kDefaultImage = [] {
+std::string defaultImage()
+{
     std::string image(kImageSize, '\0');
     image = patched(image, 0x3FF80, std::string("\x02\x1a\x2b\x00\x01\x00", 6));
     image = patched(image, 0x3FF90, "QPK315V4U1600001");
@@ -21,7 +22,7 @@ const std::string kDefaultImage = [] {
     image = patched(image, 0x3FFB0, "Regcode:A");
     image = patched(image, 0x3FFC0, "Ver:05000001");
     return sealed(patched(image, 0x3FFE0, "QPK310V4U1600001"));
-}();
+}
 
 std::string dumpOf(const std::string& image)
 {
@@ -213,7 +214,7 @@ TEST_F(FlashTest, AChecksumThatCannotBeStoredIsAMessage)
 TEST_F(FlashTest, TheDefaultRecordIsAWholeImage)
 {
     EXPECT_EQ(biosSetDefaultRecord(), 0);
-    EXPECT_TRUE(partition() == kDefaultImage);
+    EXPECT_TRUE(partition() == defaultImage());
 
     std::uint8_t mac[6] = {1, 2, 3, 4, 5, 6};
     EXPECT_EQ(biosGetOemMac(mac), 0);
