@@ -6,7 +6,7 @@
 #include "cli/node.h"
 
 /// Children of `bios` and of `memdbg`.
-extern constinit cli_node biosTable[11];
+extern cli_node biosTable[11];
 
 /// The handler of every row: what it does is decided by the number of words and the second one. Always 0.
 int biosCommand(int argc, char** argv);

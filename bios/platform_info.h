@@ -12,7 +12,7 @@
 #include "platform/flash_layout.h"
 
 /// The process's record, zero at start.
-extern constinit PlatformInfo platformInfo;
+extern PlatformInfo platformInfo;
 
 /// Unlocks and erases both erase blocks. Always 0.
 int biosErase();
