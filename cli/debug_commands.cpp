@@ -1,13 +1,351 @@
 #include "cli/debug_commands.h"
 
-constinit cli_node diagnoseTable[1] = {command("crash", "crash info", nullptr)};
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <span>
 
-int debugPrepare(cli_node*, cli_node*)
+#include "cli/debug_mask.h"
+#include "cli/output.h"
+#include "platform/debug_library.h"
+
+namespace
 {
+
+/// A library with more submodules in one module than this has a damaged table.
+constexpr std::int32_t kMaxSubmodules = 256;
+
+constexpr int kMaxCrashRecords = 2000;
+constexpr int kCrashTextSize = 101;
+
+struct Verb {
+    const char* word;
+    void (*action)();
+};
+
+/// What `debug` and `kdebug` differ in.
+struct Facility {
+    const char* noun;
+    int firstKnownId; ///< a smaller id stands for an unknown name
+    int (*idOf)(const char* name);
+    void (*printNames)();
+    int (*submoduleIdOf)(int id, const char* name); ///< negative: unknown
+    void (*printSubmoduleNames)(int id);
+    std::uint64_t** masks; ///< null until the library is attached
+    std::size_t maskCount;
+    std::span<const Verb> verbs;
+    std::span<const char* const> moreNames; ///< listed behind the names of the library
+};
+
+constexpr Verb kDebugVerbs[] = {
+    {"show",
+     [] {
+         print_udebug();
+     }},
+    {"log-clear",
+     [] {
+         clear_udebug_logs();
+     }},
+    {"clear", clear_dbg_all},
+    {"all", dbg_all},
+};
+
+constexpr const char* kDebugNames[] = {
+    "\tall\n", "        clear\n", "        to-console\n", "        to-buffer\n", "        show\n", "\tlog-clear\n",
+};
+
+constexpr Facility kDebug = {
+    "app",          0,           appname2id,  print_submod_all_app, submod_name2id, print_submod_names, &udbg_info,
+    kDebugAppCount, kDebugVerbs, kDebugNames,
+};
+
+constexpr Verb kKernelDebugVerbs[] = {
+    {"show",
+     [] {
+         print_kdebug();
+     }},
+    {"clear", clear_kdbg_all},
+    {"log-clear",
+     [] {
+         clear_kdebug_log();
+     }},
+};
+
+constexpr const char* kKernelDebugNames[] = {
+    "\tshow\n",
+    "        all\n",
+    "        clear\n",
+    "        log-clear\n",
+};
+
+/// The library reports an unknown name as the id of the first module, which therefore cannot be named.
+constexpr Facility kKernelDebug = {
+    "kmodule",         1,
+    kmodname2id,       print_subkmod_all_kmod,
+    subkmod_name2id,   print_subkmod_names,
+    &kdbg_info,        kDebugKernelModuleCount,
+    kKernelDebugVerbs, kKernelDebugNames,
+};
+
+bool same(const char* word, const char* other)
+{
+    return std::strcmp(word, other) == 0;
+}
+
+std::span<std::uint64_t> masksOf(const Facility& facility)
+{
+    std::uint64_t* masks = *facility.masks;
+    return {masks, masks != nullptr ? facility.maskCount : 0};
+}
+
+void listNames(const Facility& facility)
+{
+    facility.printNames();
+    for (const char* name : facility.moreNames)
+        cli_print(name);
+}
+
+/// <facility> <module> <submodule> [on|off]
+void switchSubmodule(const Facility& facility, int id, int argc, char** argv)
+{
+    const int submodule = facility.submoduleIdOf(id, argv[2]);
+    if (submodule < 0) {
+        cli_printf("Can't find submod %s for app %s\n", argv[2], argv[1]);
+        facility.printSubmoduleNames(id);
+    } else if (argc == 3) {
+        cli_print("on/off\n");
+    } else if (same(argv[3], "on") || same(argv[3], "off")) {
+        turnDebugSwitches(masksOf(facility), id, debugSwitch(submodule), same(argv[3], "on"));
+    }
+}
+
+/// <facility> <module> [clear|all|<submodule> ...]
+void switchModule(const Facility& facility, int argc, char** argv)
+{
+    const int id = facility.idOf(argv[1]);
+    if (id < facility.firstKnownId) {
+        cli_printf("Can't find %s %s\n", facility.noun, argv[1]);
+        facility.printNames();
+    } else if (argc == 2) {
+        facility.printSubmoduleNames(id);
+    } else if (same(argv[2], "clear") || same(argv[2], "all")) {
+        turnDebugSwitches(masksOf(facility), id, kAllDebugSwitches, same(argv[2], "all"));
+    } else {
+        switchSubmodule(facility, id, argc, argv);
+    }
+}
+
+void runFacility(const Facility& facility, int argc, char** argv)
+{
+    if (argc < 2) {
+        listNames(facility);
+        return;
+    }
+    for (const Verb& verb : facility.verbs) {
+        if (same(argv[1], verb.word)) {
+            verb.action();
+            return;
+        }
+    }
+    switchModule(facility, argc, argv);
+}
+
+int debugCommand(int argc, char** argv)
+{
+    runFacility(kDebug, argc, argv);
     return 0;
 }
 
-int kdebugPrepare(cli_node*, cli_node*)
+/// What the library's kernel side prints has to be seen at once, also when its output goes to a file.
+int kdebugCommand(int argc, char** argv)
 {
+    runFacility(kKernelDebug, argc, argv);
+    std::fflush(stdout);
+    return 0;
+}
+
+void setOutputMode(std::uint16_t mode)
+{
+    if (udbg_header != nullptr)
+        udbg_header->output_mode = mode;
+}
+
+int toConsoleCommand(int, char**)
+{
+    setOutputMode(0);
+    set_pts_debug_stats(1, 0);
+    return 0;
+}
+
+int toBufferCommand(int, char**)
+{
+    setOutputMode(1);
+    return 0;
+}
+
+int showLogCommand(int, char**)
+{
+    return print_udebug();
+}
+
+int clearLogCommand(int, char**)
+{
+    return clear_udebug_logs();
+}
+
+int clearCrashCommand(int, char**)
+{
+    clear_crash();
+    return 0;
+}
+
+int showCrashCommand(int, char**)
+{
+    read_crash_reset();
+    for (int i = 0; i < kMaxCrashRecords; ++i) {
+        char text[kCrashTextSize + 1] = {};
+        if (read_crash(i, text, kCrashTextSize) < 0)
+            break;
+        cli_printf("%d: %s", i + 1, text);
+    }
+    read_crash_reset();
+    return 0;
+}
+
+/// The rows that stand for applications and modules get their names from the library.
+consteval cli_node moduleRow(CliHandler handler)
+{
+    return command("", "", handler);
+}
+
+constinit cli_node debugTable[] = {
+    moduleRow(debugCommand),
+    moduleRow(debugCommand),
+    moduleRow(debugCommand),
+    moduleRow(debugCommand),
+    moduleRow(debugCommand),
+    command("clear", "Clear all debug info", debugCommand),
+    command("all", "Set all debug info", debugCommand),
+    command("to-console", "debug to console ", toConsoleCommand),
+    command("to-buffer", "debug to buffer", toBufferCommand),
+    command("show", "Show debug messages", showLogCommand),
+    command("log-clear", "Clear all debug messages", clearLogCommand),
+};
+
+constinit cli_node kdebugTable[] = {
+    moduleRow(kdebugCommand),
+    moduleRow(kdebugCommand),
+    moduleRow(kdebugCommand),
+    moduleRow(kdebugCommand),
+    command("clear", "Clear all debug info", kdebugCommand),
+    command("all", "Set all debug info", kdebugCommand),
+    command("show", "Set all debug info", kdebugCommand),
+    command("log-clear", "clear all logs", kdebugCommand),
+};
+
+constinit cli_node debugSwitchTable[] = {
+    command("on", "turn on this debug", debugCommand),
+    command("off", "turn off this debug", debugCommand),
+};
+
+constinit cli_node kdebugSwitchTable[] = {
+    command("on", "turn on this debug", kdebugCommand),
+    command("off", "turn off this debug", kdebugCommand),
+};
+
+/// What stands behind the submodules of a module.
+constexpr cli_node kModuleVerbs[] = {
+    command("clear", "Clear all debug info", nullptr),
+    command("all", "Set all debug info", nullptr),
+};
+
+constinit cli_node crashTable[] = {
+    command("clear", "clear crash info", clearCrashCommand),
+    command("show", "show crash info", showCrashCommand),
+};
+
+/// Copies a text of at most `length` characters, which need not be terminated, as far as it fits.
+template <std::size_t Size>
+void copyText(char (&field)[Size], const char* text, std::size_t length)
+{
+    length = strnlen(text, length < Size ? length : Size - 1);
+    std::memcpy(field, text, length);
+    field[length] = '\0';
+}
+
+/// Gives `row` a child for each submodule, with the children `switches`, and the verbs. 0, or -1 without memory.
+int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> switches)
+{
+    if (module.count <= 0 || module.count > kMaxSubmodules || module.submodules == nullptr)
+        return 0;
+    const auto count = static_cast<std::size_t>(module.count);
+    auto* children = static_cast<cli_node*>(std::calloc(count + std::size(kModuleVerbs), sizeof(cli_node)));
+    if (children == nullptr)
+        return -1;
+
+    cli_node* child = children;
+    for (const dbg_submodule& submodule : std::span(module.submodules, count)) {
+        copyText(child->name, submodule.name, sizeof submodule.name);
+        copyText(child->help, submodule.help, sizeof submodule.help);
+        child->childCount = static_cast<std::int32_t>(switches.size());
+        child->children = switches.data();
+        ++child;
+    }
+    for (const cli_node& verb : kModuleVerbs) {
+        *child = verb;
+        child->handler = row.handler;
+        ++child;
+    }
+    row.children = children;
+    row.childCount = module.count + static_cast<std::int32_t>(std::size(kModuleVerbs));
+    return 0;
+}
+
+/// Puts the library's modules into the rows at the beginning of a table. 0, or -1 without memory; what was built stays.
+int addModules(std::span<cli_node> table, std::span<const dbg_module> modules, const char* (*nameOf)(int),
+               std::span<cli_node> switches)
+{
+    for (std::size_t i = 0; i < modules.size(); ++i) {
+        const char* name = nameOf(static_cast<int>(i));
+        if (name == nullptr)
+            continue;
+        copyText(table[i].name, name, sizeof table[i].name);
+        copyText(table[i].help, name, sizeof table[i].help);
+    }
+    for (std::size_t i = 0; i < modules.size(); ++i)
+        if (addSubmodules(table[i], modules[i], switches) != 0)
+            return -1;
+    return 0;
+}
+
+/// Replaces what a node had before its preparation.
+void becomeFacility(cli_node& node, std::span<cli_node> table, CliHandler handler)
+{
+    node.handler = handler;
+    node.children = table.data();
+    node.childCount = static_cast<std::int32_t>(table.size());
+}
+
+} // namespace
+
+constinit cli_node diagnoseTable[1] = {
+    group("crash", "crash info", crashTable),
+};
+
+int debugPrepare(cli_node* node, cli_node*)
+{
+    conf_init();
+    attach_udebug();
+    becomeFacility(*node, debugTable, debugCommand);
+    return addModules(debugTable, app_debug, appid2name, debugSwitchTable);
+}
+
+int kdebugPrepare(cli_node* node, cli_node*)
+{
+    becomeFacility(*node, kdebugTable, kdebugCommand);
+    if (addModules(kdebugTable, kmod_debug, kmodid2name, kdebugSwitchTable) != 0)
+        return -1;
+    attach_kdebug();
     return 0;
 }

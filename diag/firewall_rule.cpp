@@ -70,7 +70,7 @@ ZeroRun longestZeroRun(const unsigned (&groups)[kGroupCount])
 AddressText address6(const std::uint8_t (&bytes)[16])
 {
     unsigned groups[kGroupCount];
-    for (int i = 0; i < kGroupCount; ++i)
+    for (std::size_t i = 0; i < kGroupCount; ++i)
         groups[i] = static_cast<unsigned>(bytes[2 * i] << 8 | bytes[2 * i + 1]);
 
     const ZeroRun run = longestZeroRun(groups);

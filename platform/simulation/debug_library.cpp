@@ -1,11 +1,195 @@
-#include "platform/debug_library.h"
-#include "platform/simulation/debug_state.h"
+// Switches and output mode live in a small file that shell and daemon map; the logs and the crash records are text
+// files with a line for each entry. All are in the device's folder "sim". Nobody watches the simulated device's console,
+// so the log takes what the output mode sends there too.
 
-dbg_module app_debug[kDebugAppCount];
-dbg_module kmod_debug[kDebugKernelModuleCount];
-uint64_t* udbg_info;
-uint64_t* kdbg_info;
-udbg_header_t* udbg_header;
+#include "platform/debug_library.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/device_file.h"
+#include "platform/simulation/debug_state.h"
+#include "platform/simulation/debug_tables.h"
+#include "platform/simulation/state.h"
+
+namespace
+{
+
+constexpr char kStateFile[] = "/sim/debug_state";
+constexpr char kLogFile[] = "/sim/debug_log";
+constexpr char kKernelLogFile[] = "/sim/kernel_log";
+constexpr char kCrashFile[] = "/sim/crashes";
+
+/// A log that has grown to this size starts over.
+constexpr off_t kLogSize = 65536;
+
+/// Characters of a crash record, its line feed not counted.
+constexpr int kCrashLength = 99;
+
+struct State {
+    udbg_header_t header;
+    uint64_t apps[kDebugAppCount];
+    uint64_t kernelModules[kDebugKernelModuleCount];
+};
+
+/// Serves the process alone until the shared state is mapped, and when it cannot be.
+constinit State privateState{};
+constinit State* state = &privateState;
+
+/// Position of the reader of crash records.
+constinit FILE* crashReader = nullptr;
+constinit int nextCrash = 0;
+
+int openCreating(const char* devicePath, int flags)
+{
+    const DeviceFile file(devicePath);
+    flags |= O_CREAT | O_CLOEXEC | O_NOFOLLOW;
+    const int fd = open(file.path(), flags, S_IRUSR | S_IWUSR);
+    if (fd >= 0 || errno != ENOENT)
+        return fd;
+    mkdir(DeviceFile("/sim").path(), S_IRWXU);
+    return open(file.path(), flags, S_IRUSR | S_IWUSR);
+}
+
+State* mapState()
+{
+    const int fd = openCreating(kStateFile, O_RDWR);
+    if (fd < 0)
+        return nullptr;
+    struct stat status = {};
+    const bool ready = fstat(fd, &status) == 0 && S_ISREG(status.st_mode) &&
+                       (status.st_size >= static_cast<off_t>(sizeof(State)) || ftruncate(fd, sizeof(State)) == 0);
+    void* memory = ready ? mmap(nullptr, sizeof(State), PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0) : MAP_FAILED;
+    close(fd);
+    return memory != MAP_FAILED ? static_cast<State*>(memory) : nullptr;
+}
+
+/// Maps the shared state once; 0, or -1 when the process is left with its own.
+int attach()
+{
+    if (state != &privateState)
+        return 0;
+    State* shared = mapState();
+    if (shared == nullptr)
+        return -1;
+    state = shared;
+    udbg_header = &state->header;
+    udbg_info = state->apps;
+    kdbg_info = state->kernelModules;
+    return 0;
+}
+
+template <std::size_t Count>
+int idOf(const char* const (&names)[Count], const char* name, int unknown)
+{
+    for (std::size_t i = 0; i < Count; ++i)
+        if (std::strcmp(names[i], name) == 0)
+            return static_cast<int>(i);
+    return unknown;
+}
+
+template <std::size_t Count>
+const char* nameOf(const char* const (&names)[Count], int id)
+{
+    return id >= 0 && static_cast<std::size_t>(id) < Count ? names[id] : nullptr;
+}
+
+template <std::size_t Count>
+const dbg_module* moduleOf(const dbg_module (&modules)[Count], int id)
+{
+    return id >= 0 && static_cast<std::size_t>(id) < Count ? &modules[id] : nullptr;
+}
+
+int submoduleIdOf(const dbg_module* module, const char* name)
+{
+    for (int i = 0; module != nullptr && i < module->count; ++i)
+        if (std::strcmp(module->submodules[i].name, name) == 0)
+            return module->submodules[i].id;
+    return -1;
+}
+
+bool isOn(uint64_t mask, int submodule)
+{
+    return (mask >> submodule & 1) != 0;
+}
+
+void printSubmodules(const dbg_module* module, const uint64_t* masks, int id)
+{
+    for (int i = 0; module != nullptr && i < module->count; ++i) {
+        const dbg_submodule& submodule = module->submodules[i];
+        std::printf("        %-12s %-3s  %s\n", submodule.name, isOn(masks[id], submodule.id) ? "on" : "off",
+                    submodule.help);
+    }
+}
+
+template <std::size_t Count>
+void printNames(const char* const (&names)[Count])
+{
+    for (const char* name : names)
+        std::printf("        %s\n", name);
+}
+
+template <std::size_t Count>
+void setAll(uint64_t (&masks)[Count], uint64_t mask)
+{
+    for (uint64_t& entry : masks)
+        entry = mask;
+}
+
+int showLog(const char* devicePath)
+{
+    FILE* file = std::fopen(DeviceFile(devicePath).path(), "re");
+    if (file == nullptr)
+        return 0;
+    char line[256];
+    while (std::fgets(line, sizeof line, file) != nullptr)
+        std::fputs(line, stdout);
+    std::fclose(file);
+    return 0;
+}
+
+int removeFile(const char* devicePath)
+{
+    return unlink(DeviceFile(devicePath).path()) == 0 || errno == ENOENT ? 0 : -1;
+}
+
+/// "2026-01-31 23:59:59"
+struct TimeText {
+    char text[20];
+
+    TimeText()
+    {
+        const std::time_t now = std::time(nullptr);
+        std::tm local{};
+        localtime_r(&now, &local);
+        std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+    }
+};
+
+/// Opens a file for one more line at its end.
+int openLog(const char* devicePath)
+{
+    struct stat status = {};
+    const bool full = stat(DeviceFile(devicePath).path(), &status) == 0 && status.st_size >= kLogSize;
+    return openCreating(devicePath, O_WRONLY | O_APPEND | (full ? O_TRUNC : 0));
+}
+
+int lengthOfLine(const char* text)
+{
+    return static_cast<int>(std::strcspn(text, "\n"));
+}
+
+} // namespace
+
+uint64_t* udbg_info = privateState.apps;
+uint64_t* kdbg_info = privateState.kernelModules;
+udbg_header_t* udbg_header = &privateState.header;
 
 int conf_init()
 {
@@ -14,95 +198,155 @@ int conf_init()
 
 int attach_udebug()
 {
-    return 0;
+    return attach();
 }
 
 int attach_kdebug()
 {
-    return 0;
+    return attach();
 }
 
-int appname2id(const char*)
+int appname2id(const char* name)
 {
-    return 0;
+    return idOf(kSimAppNames, name, -1);
 }
 
-const char* appid2name(int)
+const char* appid2name(int id)
 {
-    return nullptr;
+    return nameOf(kSimAppNames, id);
 }
 
-int submod_name2id(int, const char*)
+int submod_name2id(int app, const char* name)
 {
-    return 0;
+    return submoduleIdOf(moduleOf(app_debug, app), name);
 }
 
-void print_submod_names(int) {}
+void print_submod_names(int app)
+{
+    printSubmodules(moduleOf(app_debug, app), udbg_info, app);
+}
 
-void print_submod_all_app() {}
+void print_submod_all_app()
+{
+    printNames(kSimAppNames);
+}
 
-void dbg_all() {}
+void dbg_all()
+{
+    setAll(state->apps, ~uint64_t{0});
+}
 
-void clear_dbg_all() {}
+void clear_dbg_all()
+{
+    setAll(state->apps, 0);
+}
 
 int print_udebug()
 {
-    return 0;
+    return showLog(kLogFile);
 }
 
 int clear_udebug_logs()
 {
-    return 0;
+    return removeFile(kLogFile);
 }
 
-int kmodname2id(const char*)
+int kmodname2id(const char* name)
 {
-    return 0;
+    return idOf(kSimKernelModuleNames, name, 0);
 }
 
-const char* kmodid2name(int)
+const char* kmodid2name(int id)
 {
-    return nullptr;
+    return nameOf(kSimKernelModuleNames, id);
 }
 
-int subkmod_name2id(int, const char*)
+int subkmod_name2id(int kmod, const char* name)
 {
-    return 0;
+    return submoduleIdOf(moduleOf(kmod_debug, kmod), name);
 }
 
-void print_subkmod_names(int) {}
+void print_subkmod_names(int kmod)
+{
+    printSubmodules(moduleOf(kmod_debug, kmod), kdbg_info, kmod);
+}
 
-void print_subkmod_all_kmod() {}
+void print_subkmod_all_kmod()
+{
+    printNames(kSimKernelModuleNames);
+}
 
-void clear_kdbg_all() {}
+void clear_kdbg_all()
+{
+    setAll(state->kernelModules, 0);
+}
 
 int print_kdebug()
 {
-    return 0;
+    return showLog(kKernelLogFile);
 }
 
 int clear_kdebug_log()
 {
-    return 0;
+    return removeFile(kKernelLogFile);
 }
 
-int set_pts_debug_stats(int, int)
+int set_pts_debug_stats(int terminalState, int)
 {
-    return 0;
+    return simWriteNumber("debug_terminal", terminalState) ? 0 : -1;
 }
 
-int read_crash(int, char*, int)
+int read_crash(int index, char* buffer, int size)
 {
-    return 0;
+    if (index < nextCrash)
+        read_crash_reset();
+    if (crashReader == nullptr)
+        crashReader = std::fopen(DeviceFile(kCrashFile).path(), "re");
+    if (crashReader == nullptr || size <= 0)
+        return -1;
+    char line[256];
+    while (std::fgets(line, sizeof line, crashReader) != nullptr)
+        if (nextCrash++ == index)
+            return std::snprintf(buffer, static_cast<std::size_t>(size), "%s", line);
+    return -1;
 }
 
-void read_crash_reset() {}
+void read_crash_reset()
+{
+    if (crashReader != nullptr)
+        std::fclose(crashReader);
+    crashReader = nullptr;
+    nextCrash = 0;
+}
 
 int clear_crash()
 {
-    return 0;
+    read_crash_reset();
+    return removeFile(kCrashFile);
 }
 
-void simDebugLog(int, int, const char*) {}
+void simDebugLog(int app, int submodule, const char* text)
+{
+    const dbg_module* module = moduleOf(app_debug, app);
+    if (module == nullptr || submodule < 0 || submodule >= module->count)
+        return;
+    attach();
+    if (!isOn(state->apps[app], submodule))
+        return;
+    const int fd = openLog(kLogFile);
+    if (fd < 0)
+        return;
+    dprintf(fd, "%s %s/%s: %.*s\n", TimeText().text, kSimAppNames[app], module->submodules[submodule].name,
+            lengthOfLine(text), text);
+    close(fd);
+}
 
-void simRecordCrash(const char*) {}
+void simRecordCrash(const char* text)
+{
+    const int fd = openLog(kCrashFile);
+    if (fd < 0)
+        return;
+    const int length = lengthOfLine(text);
+    dprintf(fd, "%.*s\n", length < kCrashLength ? length : kCrashLength, text);
+    close(fd);
+}

@@ -6,7 +6,7 @@
 /// Logs a line for a submodule of an application whose switch is on; dropped otherwise.
 void simDebugLog(int app, int submodule, const char* text);
 
-/// Adds a crash record.
+/// Adds a crash record: the first 99 characters of the first line of `text`.
 void simRecordCrash(const char* text);
 
 #endif

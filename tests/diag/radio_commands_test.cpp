@@ -37,7 +37,7 @@ SentMessage countryMessage(std::uint8_t low, std::uint8_t high, char first, char
     return message;
 }
 
-const std::string kBusy = "System is busy, please try again.\n";
+constexpr char kBusy[] = "System is busy, please try again.\n";
 
 using TxPower = FakePlatformTest;
 
@@ -167,7 +167,7 @@ TEST_F(CountryTest, TakesTheRegionsDefault)
 TEST_F(CountryTest, ReportsEveryMessageThatFails)
 {
     fakePlatform.sendResult = -1;
-    EXPECT_EQ(run(countryCommand, "country US"), kBusy + kBusy + kBusy);
+    EXPECT_EQ(run(countryCommand, "country US"), std::string(kBusy) + kBusy + kBusy);
     fakePlatform.buffersLeft = 2;
     fakePlatform.sendResult = 0;
     EXPECT_EQ(run(countryCommand, "country US", -1), "");

@@ -1,0 +1,30 @@
+// Debug switches: one 64-bit mask per application or kernel module, one bit per submodule.
+
+#ifndef CLI_DEBUG_MASK_H
+#define CLI_DEBUG_MASK_H
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+/// The switch of a submodule. It is formed in 32 bits, from the id modulo 32, and widened with its sign as the daemons
+/// do it: that of id 31 covers the whole high half, and the high half has no switches of its own.
+constexpr std::uint64_t debugSwitch(int submodule)
+{
+    const auto bit = static_cast<std::int32_t>(std::uint32_t{1} << (static_cast<unsigned>(submodule) % 32));
+    return static_cast<std::uint64_t>(static_cast<std::int64_t>(bit));
+}
+
+/// Every switch of a mask.
+inline constexpr std::uint64_t kAllDebugSwitches = ~std::uint64_t{0};
+
+/// Turns `switches` of the mask `index` on or off. A mask beyond the last one does not exist: nothing happens.
+constexpr void turnDebugSwitches(std::span<std::uint64_t> masks, int index, std::uint64_t switches, bool on)
+{
+    if (index < 0 || static_cast<std::size_t>(index) >= masks.size())
+        return;
+    std::uint64_t& mask = masks[static_cast<std::size_t>(index)];
+    mask = on ? mask | switches : mask & ~switches;
+}
+
+#endif
