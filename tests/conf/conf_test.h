@@ -1,0 +1,75 @@
+// Fixture of the configuration's tests.
+
+#ifndef TESTS_CONF_CONF_TEST_H
+#define TESTS_CONF_CONF_TEST_H
+
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "cli/node.h"
+#include "conf/config_tree.h"
+#include "conf/cw_file.h"
+#include "conf/cw_items.h"
+#include "conf/sys_conf.h"
+#include "tests/support/device.h"
+#include "tests/support/words.h"
+
+/// A device named "SN42" without configuration files; every tool that the handlers run is a recorder.
+class ConfTest : public DeviceTest
+{
+protected:
+    ConfTest()
+    {
+        std::memset(&cwConfig, 0, sizeof cwConfig);
+        std::memset(&cwConfigSnapshot, 0, sizeof cwConfigSnapshot);
+        std::memset(&sysConfig, 0, sizeof sysConfig);
+        std::filesystem::create_directories(path("/sim"));
+        writeFile("/sim/serial_number", "SN42\n");
+        for (const char* tool : {"pkill", "ip", "hostname", "qln-set-hostname"})
+            plantRecorder(tool);
+    }
+
+    ~ConfTest() override
+    {
+        cwConfTakeSnapshot(cwConfig);
+        cwConfDefault(cwConfig, kShellInstance);
+        cwConfTakeSnapshot(cwConfig);
+    }
+
+    /// Runs a command line; its result is kept.
+    std::string type(const std::string& line)
+    {
+        Words words(line);
+        const cli_node* node = findNode(words.argc(), words.argv());
+        EXPECT_TRUE(node != nullptr && node->handler != nullptr) << line;
+        return outputOf([&] { result_ = node->handler(words.argc(), words.argv()); });
+    }
+
+    /// What is said when a shell starts.
+    std::string prepare() const
+    {
+        return outputOf([] { configPrepare(nullptr, nullptr); });
+    }
+
+    std::string set(const char* key, const char* value)
+    {
+        return outputOf([&] { result_ = cwConfSetItem(key, value, cwConfig); });
+    }
+
+    /// The value of an item as the file has it; those of a list, each followed by a blank.
+    static std::string valueOf(const char* key)
+    {
+        std::string text;
+        const CwItem& item = *cwConfItem(key);
+        forEachValue(item, cwConfig, [&](const char*, const char* value) {
+            text += value;
+            text += item.kind->count != nullptr ? " " : "";
+        });
+        return text;
+    }
+
+    int result_ = 0;
+};
+
+#endif
