@@ -93,8 +93,10 @@ bool keepOwnerAndMode(int fd, const struct stat& old)
 bool writeInPlace(const char* path, const ConfText& text)
 {
     struct stat old;
+    if (stat(path, &old) != 0)
+        return false;
     const int fd = open(path, O_WRONLY | O_CLOEXEC);
-    if (fd < 0 || fstat(fd, &old) != 0)
+    if (fd < 0)
         return false;
     const auto length = static_cast<off_t>(text.length());
     const bool hasRoom = posix_fallocate(fd, 0, length) != ENOSPC;
@@ -130,7 +132,7 @@ int replaceConfFile(const char* devicePath, const ConfText& text)
 {
     char path[kPathSize];
     copyText(path, DeviceFile(devicePath).path());
-    if (!text.isComplete() || !followLinks(path))
+    if (path[0] == '\0' || !text.isComplete() || !followLinks(path))
         return -1;
     struct stat old;
     const bool exists = stat(path, &old) == 0;
