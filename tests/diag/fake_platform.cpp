@@ -7,8 +7,19 @@
 #include "platform/message_channel.h"
 #include "platform/system_library.h"
 #include "platform/wireless_library.h"
+#include "tests/support/words.h"
 
 FakePlatform fakePlatform;
+
+std::string FakePlatformTest::run(int (*handler)(int, char**), const std::string& line, int expectedResult)
+{
+    Words words(line);
+    int result = expectedResult - 1;
+    std::string output = outputOf([&] { result = handler(words.argc(), words.argv()); });
+    EXPECT_EQ(result, expectedResult) << line;
+    EXPECT_EQ(fakePlatform.buffersInUse, 0) << line;
+    return output;
+}
 
 void* ipcmsg_alloc(int size)
 {

@@ -43,6 +43,9 @@ class FakePlatformTest : public DeviceTest
 {
 protected:
     FakePlatformTest() { fakePlatform = {}; }
+
+    /// What a handler prints for a line; it has to return `expectedResult` and the channel's buffers.
+    static std::string run(int (*handler)(int, char**), const std::string& line, int expectedResult = 0);
 };
 
 #endif

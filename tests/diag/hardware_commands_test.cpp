@@ -1,23 +1,8 @@
 #include "diag/hardware_commands.h"
 
 #include "tests/diag/fake_platform.h"
-#include "tests/support/words.h"
-
-namespace
-{
-
-std::string run(int (*handler)(int, char**), const std::string& line, int expectedResult = 0)
-{
-    Words words(line);
-    int result = 1;
-    std::string output = outputOf([&] { result = handler(words.argc(), words.argv()); });
-    EXPECT_EQ(result, expectedResult) << line;
-    return output;
-}
 
 using HardwareTest = FakePlatformTest;
-
-} // namespace
 
 TEST_F(HardwareTest, ShowsWhetherTheResetKeyIsPressed)
 {

@@ -7,21 +7,9 @@
 #include "diag/country.h"
 #include "diag/wireless.h"
 #include "tests/diag/fake_platform.h"
-#include "tests/support/words.h"
 
 namespace
 {
-
-/// What `line` prints; -1 stands for a result other than 0.
-std::string run(int (*handler)(int, char**), const std::string& line, int expectedResult = 0)
-{
-    Words words(line);
-    int result = 1;
-    std::string output = outputOf([&] { result = handler(words.argc(), words.argv()); });
-    EXPECT_EQ(result, expectedResult) << line;
-    EXPECT_EQ(fakePlatform.buffersInUse, 0) << line;
-    return output;
-}
 
 std::vector<std::uint8_t> powerBytes(std::uint8_t radio, std::uint8_t percent, std::uint8_t low, std::uint8_t high)
 {
