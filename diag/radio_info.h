@@ -8,7 +8,7 @@
 #include <span>
 
 /// A range of channels that the controller allows.
-struct ChannelRange {
+struct [[gnu::packed]] ChannelRange {
     std::uint16_t reserved0;
     std::uint16_t first; ///< 0 ends the list of ranges
     std::uint16_t count;

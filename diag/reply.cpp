@@ -7,7 +7,7 @@ ReplyList replyList(std::span<const std::uint8_t> reply, std::size_t recordLengt
     const auto countWord = recordAt<std::uint32_t>(reply, 0);
     const std::uint32_t count = ntohl(countWord);
     // A list is shown only when its count word is positive as the host reads it, before conversion. On a little-endian
-    // device a count whose low byte is 128 or more therefore lists nothing; its users rely on that.
+    // device a count whose low byte is 128 or more thus lists nothing, which is kept.
     if (static_cast<std::int32_t>(countWord) <= 0 || reply.size() <= ReplyList::kHeadLength)
         return {count, 0};
     const std::size_t begun = (reply.size() - ReplyList::kHeadLength + recordLength - 1) / recordLength;

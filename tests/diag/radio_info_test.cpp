@@ -149,33 +149,37 @@ TEST(RadioInfo, ComputesAcknowledgementTimeouts)
 
 TEST(RadioInfo, ShowsTheSecondaryChannelAt40MHz)
 {
-    std::string expected24[256];
-    std::string expected5[256];
-    for (int channel = 1; channel < 256; ++channel)
-        expected24[channel] = expected5[channel] = std::to_string(channel) + "?" + std::to_string(channel);
-    for (int channel = 1; channel <= 14; ++channel)
-        expected24[channel] = std::to_string(channel) +
-                              (channel <= 7 ? "+" + std::to_string(channel + 4) : "-" + std::to_string(channel - 4));
-    for (const int channel : {36, 44, 52, 60, 100, 108, 116, 124, 132, 149, 157})
-        expected5[channel] = std::to_string(channel) + "+" + std::to_string(channel + 4);
-    for (const int channel : {40, 48, 56, 64, 104, 112, 120, 128, 136, 153, 161})
-        expected5[channel] = std::to_string(channel) + "-" + std::to_string(channel - 4);
-    EXPECT_EQ(expected24[6] + expected24[11] + expected5[36] + expected5[140], "6+1011-736+40140?140");
+    // What a radio shows on every channel, those without a secondary channel ("140?140") left out.
+    const auto pairs = [](unsigned band) {
+        std::string all;
+        for (unsigned channel = 1; channel < 256; ++channel) {
+            const auto set = [=](Record& r) {
+                r.u8(262, 1).u8(265, channel).u8(238, band);
+            };
+            const std::string screen = radioWith(set);
+            const std::size_t at = screen.find("\tOper_channel  : ") + 17;
+            const std::string pair = screen.substr(at, screen.find('\n', at) - at);
+            const std::string number = std::to_string(channel);
+            if (pair != number + "?" + number)
+                all += pair + " ";
+        }
+        return all;
+    };
+    EXPECT_EQ(pairs(0), "1+5 2+6 3+7 4+8 5+9 6+10 7+11 8-4 9-5 10-6 11-7 12-8 13-9 14-10 ");
+    for (const unsigned band : {1U, 255U})
+        EXPECT_EQ(pairs(band), "36+40 40-36 44+48 48-44 52+56 56-52 60+64 64-60 100+104 104-100 108+112 112-108 "
+                               "116+120 120-116 124+128 128-124 132+136 136-132 149+153 153-149 157+161 161-157 ");
 
-    const std::string label = "\tOper channel  : 36\n";
     const std::string wide = changed(kPlainRadio, "20MHz", "40MHz");
-    for (unsigned channel = 1; channel < 256; ++channel)
-        for (const unsigned band : {0U, 1U, 255U})
-            EXPECT_EQ(
-                radioWith([=](Record& r) { r.u8(262, 1).u8(265, channel).u8(238, band); }),
-                radioScreen(1, changed(wide, label,
-                                       "\tOper_channel  : " + (band == 0 ? expected24 : expected5)[channel] + "\n")));
-
-    EXPECT_EQ(radioWith([](Record& r) { r.u8(262, 1).u8(265, 0); }),
-              radioScreen(1, changed(wide, label, "\tOper channel  : 0\n")));
-    for (const unsigned width : {2U, 255U})
-        EXPECT_EQ(radioWith([=](Record& r) { r.u8(262, width); }),
-                  radioScreen(1, changed(kPlainRadio, "20MHz", "80MHz")));
+    const auto setWidth = [](unsigned width, unsigned channel) {
+        return [=](Record& r) {
+            r.u8(262, width).u8(265, channel);
+        };
+    };
+    EXPECT_EQ(radioWith(setWidth(1, 140)),
+              radioScreen(1, changed(wide, "Oper channel  : 36", "Oper_channel  : 140?140")));
+    EXPECT_EQ(radioWith(setWidth(1, 0)), radioScreen(1, changed(wide, "Oper channel  : 36", "Oper channel  : 0")));
+    expectVariants({{setWidth(2, 36), "20MHz", "80MHz"}, {setWidth(255, 36), "20MHz", "80MHz"}});
 }
 
 TEST(RadioInfo, ShowsWhatDependsOnAField)
@@ -224,13 +228,13 @@ TEST(RadioInfo, WrapsListsBetweenItems)
                                                              std::string(heading) + items)));
         }
 
-    // Items of 4 end at exactly 96 after eighteen, and a wrapped line holds as many again.
-    std::string items = channelItems(10, 18) + kWrap + channelItems(28, 18) + kWrap + channelItems(46, 1);
-    EXPECT_EQ(
-        radioWith([](Record& r) {
-            r.channels(kAllowedChannels, channelNumbers(10, 37)).u8(kAllowedChannels, 0).u8(kAllowedChannels + 1, 0xfc);
-        }),
-        radioScreen(1, changed(kPlainRadio, "1, 7, 8, ", items)));
+    // Items of 4 end at exactly 96 after eighteen. Four of 4 and eleven of 5 end there in a wrapped line, though they
+    // would end at 95 in the first.
+    std::string items = channelItems(78, 18) + kWrap + channelItems(96, 15) + kWrap + channelItems(111, 1);
+    const auto set = [](Record& r) {
+        r.u16(kAllowedChannels, 0).channels(kAllowedChannels, channelNumbers(78, 34));
+    };
+    EXPECT_EQ(radioWith(set), radioScreen(1, changed(kPlainRadio, "1, 7, 8, ", items)));
 
     // The column runs on across the controller's ranges: 24, four items of 4, then items of 5.
     items = "36, 40, 44, 48, ";
