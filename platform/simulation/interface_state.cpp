@@ -1,5 +1,6 @@
 #include "platform/simulation/interface_state.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -55,6 +56,8 @@ constexpr SettingDefault kDefaults[] = {
     {"local_bridging", "wlan1-va2", "1"},
     {"local_bridging", "", "0"},
     {"country", "", "US"},
+    {"mib/use40M", "wlan0", "1"},
+    {"mib/use40M", "wlan1", "2"},
 };
 
 void nameOf(const char* interface, const char* setting, char (&name)[kNameSize])
@@ -80,10 +83,8 @@ std::span<const char* const> simInterfaces()
 
 bool simIsInterface(const char* name)
 {
-    for (const char* interface : kInterfaces)
-        if (std::strcmp(interface, name) == 0)
-            return true;
-    return false;
+    return std::ranges::any_of(kInterfaces,
+                               [name](const char* interface) { return std::strcmp(interface, name) == 0; });
 }
 
 void simInterfaceText(const char* interface, const char* setting, char* buffer, std::size_t size)

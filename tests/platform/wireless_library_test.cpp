@@ -14,7 +14,7 @@ class WirelessLibraryTest : public DeviceTest
 protected:
     WirelessLibraryTest() { init_wlan_api(&api_); }
 
-    std::string countryOf(const char* interface)
+    [[nodiscard]] std::string countryOf(const char* interface) const
     {
         char buffer[256];
         return api_.get_country(interface, buffer, sizeof buffer) == 0 ? buffer : "none";

@@ -33,13 +33,12 @@ struct Radio {
     unsigned typeBits;
     unsigned band;
     unsigned mcs;
-    unsigned width;
     unsigned ackTimeout;
 };
 
 constexpr Radio kRadios[] = {
-    {0, "wlan0", 0x2008, 0, 15, 1, 64},
-    {1, "wlan1", 16, 1, 9, 2, 25},
+    {0, "wlan0", 0x2008, 0, 15, 64},
+    {1, "wlan1", 16, 1, 9, 25},
 };
 
 /// Where a country's channels end.
@@ -133,7 +132,7 @@ void putRadio(Bytes& reply, const Radio& radio)
     record.put16(258, setting(radio, "beacon_interval"));
     record.put8(260, radio.mcs);
     record.put8(261, 1);
-    record.put8(262, radio.width);
+    record.put8(262, setting(radio, "mib/use40M"));
     record.put8(263, radio.ackTimeout);
     record.put8(265, setting(radio, "channel"));
     putChannels(record, radio, country);

@@ -64,7 +64,7 @@ private:
     [[noreturn]] void becomeWorker(pid_t supervisor) const;
     /// A worker ended, perhaps. Returns whether this one goes on.
     bool replaceWorker();
-    void endWorker();
+    void endWorker() const;
 
     int lock_;
     pid_t worker_ = -1;
@@ -151,7 +151,7 @@ bool Supervisor::replaceWorker()
     return startWorker();
 }
 
-void Supervisor::endWorker()
+void Supervisor::endWorker() const
 {
     if (worker_ <= 0)
         return;

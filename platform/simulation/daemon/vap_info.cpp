@@ -40,8 +40,8 @@ struct Vap {
     unsigned number; ///< on its radio
     Mac mac;
     Tunnel tunnel;
-    unsigned flags;
     Security security;
+    unsigned flags;
     const char* authentication;
     unsigned vlan;
     unsigned probeSuppression;
@@ -49,15 +49,15 @@ struct Vap {
 };
 
 constexpr Vap kVaps[] = {
-    {0, 0, kSplitMac, kTunnel8023, 0, Security::wpaRadius, "WPA2-RADIUS", 10, 1, 0},
-    {1, 0, kSplitMac, kTunnel80211, 0, Security::wpaRadius, "WPA2-RADIUS", 10, 0, 0},
-    {0, 1, kLocalMac, kNoTunnel, kStandalone | kLocalBridging | kCaptivePortal, Security::open, "OPEN", 20, 0, 0},
-    {1, 1, kLocalMac, kNoTunnel, kStandalone | kLocalBridging | kCaptivePortal, Security::open, "OPEN", 20, 0, 0},
-    {0, 2, kLocalMac, kTunnel8023, kLocalSwitching, Security::staticKey, "SHARED-KEY", 30, 2, 0},
-    {1, 2, kLocalMac, kTunnel8023, kSplitTunnel | kLocalBridging | kLocalAuthentication, Security::wpaKey, "WPA2-PSK",
+    {0, 0, kSplitMac, kTunnel8023, Security::wpaRadius, 0, "WPA2-RADIUS", 10, 1, 0},
+    {1, 0, kSplitMac, kTunnel80211, Security::wpaRadius, 0, "WPA2-RADIUS", 10, 0, 0},
+    {0, 1, kLocalMac, kNoTunnel, Security::open, kStandalone | kLocalBridging | kCaptivePortal, "OPEN", 20, 0, 0},
+    {1, 1, kLocalMac, kNoTunnel, Security::open, kStandalone | kLocalBridging | kCaptivePortal, "OPEN", 20, 0, 0},
+    {0, 2, kLocalMac, kTunnel8023, Security::staticKey, kLocalSwitching, "SHARED-KEY", 30, 2, 0},
+    {1, 2, kLocalMac, kTunnel8023, Security::wpaKey, kSplitTunnel | kLocalBridging | kLocalAuthentication, "WPA2-PSK",
      31, 0, 0},
-    {0, 3, kLocalMac, kTunnel8023, 0, Security::wpaKey, "WPA/WPA2-PSK", 40, 0, 0},
-    {1, 3, kLocalMac, kTunnel8023, kLocalBridging, Security::wpaKey, "WPA2-PSK", 0, 0, 1},
+    {0, 3, kLocalMac, kTunnel8023, Security::wpaKey, 0, "WPA/WPA2-PSK", 40, 0, 0},
+    {1, 3, kLocalMac, kTunnel8023, Security::wpaKey, kLocalBridging, "WPA2-PSK", 0, 0, 1},
 };
 
 constexpr char kStaticKey[] = "scan-5-digits";
@@ -111,7 +111,7 @@ void putWpaKey(RecordWriter& record, const Vap& vap)
 {
     std::array<uint8_t, kWpaKeyLength> key;
     for (std::size_t i = 0; i < key.size(); ++i)
-        key[i] = static_cast<uint8_t>(0x5b * (i + 1) + 0x11 * vap.number + vap.radio);
+        key[i] = static_cast<uint8_t>(0x5b * (i + 1) + 0x11UL * vap.number + vap.radio);
     record.put8(48, 1);
     record.put8(49, 1);
     record.put16(50, kWpaKeyLength);
