@@ -1,12 +1,18 @@
 #include "platform/simulation/daemon/debug_line.h"
 
+#include <cstdarg>
+#include <cstdio>
+
 #include "platform/debug_library.h"
 #include "platform/simulation/debug_state.h"
 
-void debugLine(const char* name, const char* text)
+void debugLine(const char* name, const char* format, ...)
 {
+    char text[160];
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(text, sizeof text, format, arguments);
+    va_end(arguments);
     const int app = appname2id("cwWtpd");
-    const int submodule = app < 0 ? -1 : submod_name2id(app, name);
-    if (submodule >= 0)
-        simDebugLog(app, submodule, text);
+    simDebugLog(app, submod_name2id(app, name), text);
 }

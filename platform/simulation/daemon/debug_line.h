@@ -3,7 +3,7 @@
 #ifndef PLATFORM_SIMULATION_DAEMON_DEBUG_LINE_H
 #define PLATFORM_SIMULATION_DAEMON_DEBUG_LINE_H
 
-/// Logs `text` where the switch of the daemon's submodule `name` is on.
-void debugLine(const char* name, const char* text);
+/// Logs a line where the switch of the daemon's submodule `name` is on.
+[[gnu::format(printf, 2, 3)]] void debugLine(const char* name, const char* format, ...);
 
 #endif

@@ -26,6 +26,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::size_t kLongestMessage = 4096;
 constexpr std::size_t kMostClients = 64;
 
+/// How often a link that does not run yet is looked at.
+constexpr int kLinkPollMs = 100;
+
 /// More than any query has room for.
 constexpr std::size_t kLongReply = 80000;
 
@@ -105,6 +108,7 @@ private:
     };
 
     void wait();
+    void followLink();
     void acceptClients();
     void receive(Client& client);
     void handle(Client& client, const ChannelHeader& header, std::span<const uint8_t> body);
@@ -115,6 +119,7 @@ private:
     int listener_;
     WtpConfig config_ = readWtpConfig();
     ControllerLink link_{config_};
+    std::string linkState_;
     std::vector<Client> clients_;
 };
 
@@ -122,6 +127,7 @@ void Worker::run()
 {
     for (;;) {
         wait();
+        followLink();
         sendDueReplies();
         dropFinished();
     }
@@ -130,7 +136,7 @@ void Worker::run()
 /// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections.
 void Worker::wait()
 {
-    int timeout = -1;
+    int timeout = link_.status().runs() ? -1 : kLinkPollMs;
     std::vector<pollfd> watched = {{clients_.size() < kMostClients ? listener_ : -1, POLLIN, 0}};
     for (const Client& client : clients_) {
         watched.push_back({client.descriptor, POLLIN, 0});
@@ -147,6 +153,15 @@ void Worker::wait()
             receive(clients_[i]);
     if (watched[0].revents != 0)
         acceptClients();
+}
+
+void Worker::followLink()
+{
+    const char* state = link_.status().state;
+    if (linkState_ == state)
+        return;
+    debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), state);
+    linkState_ = state;
 }
 
 void Worker::acceptClients()
@@ -178,10 +193,10 @@ void Worker::handle(Client& client, const ChannelHeader& header, std::span<const
     std::optional<Bytes> reply;
     switch (header.type) {
     case kSetCountry:
-        debugLine("radio", applyCountry(body) ? "country applied" : "country message refused");
+        debugLine("country", "message %s", applyCountry(body) ? "applied" : "refused");
         break;
     case kSetPower:
-        debugLine("radio", applyPower(body) ? "transmit power applied" : "transmit power message refused");
+        debugLine("power", "message %s", applyPower(body) ? "applied" : "refused");
         break;
     default:
         reply = answer(header.type);
@@ -194,6 +209,7 @@ void Worker::handle(Client& client, const ChannelHeader& header, std::span<const
     const Behaviour behaviour;
     const Bytes records = distort(*std::move(reply), behaviour);
     const auto* first = reinterpret_cast<const uint8_t*>(&header);
+    debugLine("ipc", "query %d, %zu bytes, %s", header.type, records.size(), behaviour.word.c_str());
     client.reply.assign(first, first + sizeof header);
     client.reply.insert(client.reply.end(), records.begin(), records.end());
     client.due = dueTime(behaviour);
@@ -241,6 +257,6 @@ void runWorker()
     const int listener = openChannelSocket(bind);
     if (listener < 0 || listen(listener, SOMAXCONN) != 0)
         return;
-    debugLine("fsm", "started");
+    debugLine("main", "worker %d started", getpid());
     Worker(listener).run();
 }
