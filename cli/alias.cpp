@@ -79,9 +79,9 @@ void loadAliases()
     if (profile == nullptr)
         return;
     const int lines = countLines(profile);
-    auto* table = lines == 0 ? nullptr
-                             : static_cast<cli_node*>(
-                                   std::calloc(static_cast<std::size_t>(kRootCommandCount + lines), sizeof(cli_node)));
+    const int rows = kRootCommandCount + lines;
+    auto* table =
+        lines == 0 ? nullptr : static_cast<cli_node*>(std::calloc(static_cast<std::size_t>(rows), sizeof(cli_node)));
     if (table != nullptr) {
         std::memcpy(table, rootTable, sizeof rootTable);
         std::rewind(profile);

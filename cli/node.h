@@ -34,7 +34,7 @@ struct cli_node {
 
 /// Copies a literal into a node's text field; one that does not fit does not compile.
 template <std::size_t Size, std::size_t Length>
-consteval void setNodeText(char (&field)[Size], const char (&text)[Length])
+constexpr void setNodeText(char (&field)[Size], const char (&text)[Length])
 {
     static_assert(Length <= Size);
     for (std::size_t i = 0; i < Length; ++i)
@@ -43,7 +43,7 @@ consteval void setNodeText(char (&field)[Size], const char (&text)[Length])
 
 /// A table row that runs `handler`.
 template <std::size_t NameLength, std::size_t HelpLength>
-consteval cli_node command(const char (&name)[NameLength], const char (&help)[HelpLength], CliHandler handler)
+constexpr cli_node command(const char (&name)[NameLength], const char (&help)[HelpLength], CliHandler handler)
 {
     cli_node row{};
     setNodeText(row.name, name);
@@ -54,7 +54,7 @@ consteval cli_node command(const char (&name)[NameLength], const char (&help)[He
 
 /// A table row with children, and with a handler of its own where one is given.
 template <std::size_t NameLength, std::size_t HelpLength, std::size_t Count>
-consteval cli_node group(const char (&name)[NameLength], const char (&help)[HelpLength], cli_node (&children)[Count],
+constexpr cli_node group(const char (&name)[NameLength], const char (&help)[HelpLength], cli_node (&children)[Count],
                          CliHandler handler = nullptr)
 {
     cli_node row = command(name, help, handler);
@@ -64,14 +64,14 @@ consteval cli_node group(const char (&name)[NameLength], const char (&help)[Help
 }
 
 /// The same row, left out of help and completion.
-consteval cli_node hidden(cli_node row)
+constexpr cli_node hidden(cli_node row)
 {
     row.visibility = kHidden;
     return row;
 }
 
 /// The same row, prepared at start by `prepare`.
-consteval cli_node prepared(cli_node row, CliPrepare prepare)
+constexpr cli_node prepared(cli_node row, CliPrepare prepare)
 {
     row.prepare = prepare;
     return row;

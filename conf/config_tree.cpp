@@ -35,16 +35,16 @@ int capwapItemCommand(int argc, char** argv)
     if (argc < 4)
         return 0;
     const char* key = argv[3];
-    if (argc == 4)
+    if (argc == 4) {
         cwConfShowItem(key, cwConfig);
-    else if (std::strcmp(key, "data-channel-sec") == 0)
-        cwConfSetItem(key, JoinedWords(argc, argv, 4).text, cwConfig);
-    else if (argc == 5 && cwConfListShow(key, cwConfig) != 0)
-        cwConfSetItem(key, argv[4], cwConfig);
-    else if (argc > 5 && std::strcmp(argv[4], "add") == 0)
+    } else if (argc == 5 || std::strcmp(key, "data-channel-sec") == 0) {
+        if (cwConfListShow(key, cwConfig) != 0)
+            cwConfSetItem(key, JoinedWords(argc, argv, 4).text, cwConfig);
+    } else if (std::strcmp(argv[4], "add") == 0) {
         cwConfListAdd(key, argv[5], cwConfig);
-    else if (argc > 5 && std::strcmp(argv[4], "del") == 0)
+    } else if (std::strcmp(argv[4], "del") == 0) {
         cwConfListDelete(key, argv[5], cwConfig);
+    }
     return 0;
 }
 

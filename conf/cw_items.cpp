@@ -178,7 +178,7 @@ constinit const std::span<const CwSection> cwSections = kSections;
 const CwItem* cwConfItem(const char* key)
 {
     for (const CwItem& row : kItems)
-        if (std::strcmp(row.key, key) == 0)
+        if (row.key[0] == key[0] && std::strcmp(row.key, key) == 0)
             return &row;
     return nullptr;
 }
