@@ -11,9 +11,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 #include "platform/debug_library.h"
 #include "platform/message_channel.h"
+#include "platform/simulation/channel_socket.h"
 #include "platform/simulation/interface_state.h"
 #include "platform/simulation/state.h"
 #include "tests/support/device.h"
@@ -296,6 +298,26 @@ TEST_F(DaemonTest, BehavesAsItsStateSays)
     const std::array<uint8_t, 65536> noise = reply_;
     EXPECT_TRUE(behaves("random 7").first);
     EXPECT_EQ(reply_, noise);
+}
+
+TEST_F(DaemonTest, BadMessagesHoldUpNobody)
+{
+    start();
+    const pid_t first = worker();
+    std::vector<int> clients;
+    for (const std::size_t length : {0U, 3U, 12U, 100'000U}) {
+        clients.push_back(openChannelSocket(connect));
+        const std::string noise(length, '\x63');
+        if (length != 0) {
+            EXPECT_EQ(send(clients.back(), noise.data(), length, 0), static_cast<ssize_t>(length));
+        }
+    }
+    EXPECT_NE(query(4), 0);
+    EXPECT_TRUE(answers());
+    EXPECT_EQ(worker(), first);
+    for (const int client : clients)
+        close(client);
+    EXPECT_TRUE(answers());
 }
 
 TEST_F(DaemonTest, LogsWhatIsSwitchedOn)
