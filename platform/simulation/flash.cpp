@@ -52,9 +52,12 @@ void crcBytesOf(const FlashImage& image, std::uint8_t (&stored)[kCrcSize])
     }
 }
 
-bool readImage(int fd, FlashImage& image)
+/// Reads the bytes of the image behind `offset`.
+bool readImage(int fd, FlashImage& image, std::size_t offset = 0)
 {
-    return pread(fd, &image, sizeof image, 0) == static_cast<ssize_t>(sizeof image);
+    const std::size_t size = sizeof image - offset;
+    auto* const bytes = reinterpret_cast<std::uint8_t*>(&image) + offset;
+    return pread(fd, bytes, size, static_cast<off_t>(offset)) == static_cast<ssize_t>(size);
 }
 
 void readSlot(char (&field)[kFlashSlotSize + 1], const char (&slot)[kFlashSlotSize])
@@ -126,7 +129,7 @@ int get_qln_platform_info(void* platform_info)
     if (fd < 0)
         return -1;
     FlashImage image;
-    const bool complete = readImage(fd, image);
+    const bool complete = readImage(fd, image, offsetof(FlashImage, mac));
     close(fd);
     if (!complete)
         return -1;
