@@ -1,6 +1,329 @@
 #include "conf/cfg.h"
 
-int cfgCommand(int, char**)
+#include <cctype>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <span>
+
+#include "cli/external.h"
+#include "cli/node.h"
+#include "cli/output.h"
+#include "conf/config_tree.h"
+#include "conf/cw_file.h"
+#include "conf/cw_items.h"
+#include "conf/cw_lists.h"
+#include "conf/sys_conf.h"
+#include "conf/text.h"
+#include "platform/device_file.h"
+
+namespace
 {
+
+struct CfgVariable;
+
+struct CfgKind {
+    /// Writes the value; the text is empty before.
+    void (*render)(const CfgVariable& variable, std::span<char> text);
+    /// Makes a change of the text of a value, which may be changed on the way.
+    void (*set)(CfgVariable& variable, char* value);
+};
+
+struct CfgVariable {
+    const char* name;
+    const char* command; ///< the `config` command that takes the value
+    const CfgKind* kind;
+    const void* field; ///< of either record; the kind knows its type
+    int entry;         ///< of a list, from 1
+    cli_node* node;    ///< that `command` names, once it was needed
+};
+
+/// The child whose whole name begins `text`, or null.
+cli_node* childThatBegins(const char* text, const cli_node& parent)
+{
+    for (cli_node& child : std::span(parent.children, static_cast<std::size_t>(parent.childCount)))
+        if (std::strncmp(text, child.name, std::strlen(child.name)) == 0)
+            return &child;
+    return nullptr;
+}
+
+/// The leaf that a command line leads to, or null.
+cli_node* cfgFindNode(const char* line)
+{
+    const cli_node* parent = &cliRoot;
+    for (;;) {
+        cli_node* node = childThatBegins(line, *parent);
+        if (node == nullptr || node->childCount == 0)
+            return node;
+        line += std::strcspn(line, " ");
+        line += std::strspn(line, " ");
+        parent = node;
+    }
+}
+
+const cli_node* nodeOf(CfgVariable& variable)
+{
+    if (variable.node == nullptr)
+        variable.node = cfgFindNode(variable.command);
+    return variable.node;
+}
+
+/// Hands a line to the variable's command as the shell would.
+void cfgRunCommand(CfgVariable& variable, char* line)
+{
+    constexpr int kWordLimit = 17;
+    const cli_node* node = nodeOf(variable);
+    if (node == nullptr || node->handler == nullptr)
+        return;
+    char* words[kWordLimit];
+    int count = 0;
+    char* rest = nullptr;
+    for (char* word = strtok_r(line, " ", &rest); word != nullptr && count < kWordLimit;
+         word = strtok_r(nullptr, " ", &rest))
+        words[count++] = word;
+    node->handler(count, words);
+}
+
+void setByCommand(CfgVariable& variable, char* value)
+{
+    char line[kCommandLength + 1];
+    if (composeCommand(line, "%s %s", variable.command, value))
+        cfgRunCommand(variable, line);
+}
+
+void setNumber(CfgVariable& variable, char* value)
+{
+    char number[12];
+    std::snprintf(number, sizeof number, "%d", numberFrom(value));
+    setByCommand(variable, number);
+}
+
+void setLowerCase(CfgVariable& variable, char* value)
+{
+    for (char* c = value; *c != '\0'; ++c)
+        *c = static_cast<char>(std::tolower(static_cast<unsigned char>(*c)));
+    setByCommand(variable, value);
+}
+
+/// Replaces the entry; a list that is shorter is filled up to it.
+void setAcAddress(CfgVariable& variable, char* value)
+{
+    std::uint32_t address;
+    if (!parseAddress(value, &address)) {
+        cli_printf("    Error: Invalid AC IP address '%s'\n", value);
+        return;
+    }
+    if (cwConfig.acAddressCount >= variable.entry)
+        cwConfig.acAddresses[variable.entry - 1] = {address, 1, 0};
+    while (cwConfig.acAddressCount < variable.entry)
+        cwConfAppendAddress(cwConfig, address);
+    cwConfig.saved = 0;
+}
+
+void setAcHostname(CfgVariable& variable, char* value)
+{
+    if (cwConfig.acHostnameCount >= variable.entry)
+        copyText(cwConfig.acHostnames[variable.entry - 1], value);
+    while (cwConfig.acHostnameCount < variable.entry)
+        cwConfAppendHostname(cwConfig, value);
+    cwConfig.saved = 0;
+}
+
+template <typename T>
+const T& fieldOf(const CfgVariable& variable)
+{
+    return *static_cast<const T*>(variable.field);
+}
+
+template <typename Number>
+void renderNumber(const CfgVariable& variable, std::span<char> text)
+{
+    std::snprintf(text.data(), text.size(), "%u", static_cast<unsigned>(fieldOf<Number>(variable)));
+}
+
+void renderText(const CfgVariable& variable, std::span<char> text)
+{
+    std::snprintf(text.data(), text.size(), "%s", static_cast<const char*>(variable.field));
+}
+
+void renderOptionalAddress(const CfgVariable& variable, std::span<char> text)
+{
+    if (const auto address = fieldOf<std::uint32_t>(variable); address != 0)
+        renderAddress(text, address);
+}
+
+void renderAddrMode(const CfgVariable& variable, std::span<char> text)
+{
+    std::snprintf(text.data(), text.size(), "%s", fieldOf<std::uint32_t>(variable) != 0 ? "DHCP" : "STATIC");
+}
+
+void renderSecurity(const CfgVariable&, std::span<char> text)
+{
+    const CwItem& item = *cwConfItem("data-channel-sec");
+    item.kind->render(item, cwConfig, 0, text);
+}
+
+void renderAcAddress(const CfgVariable& variable, std::span<char> text)
+{
+    if (cwConfig.acAddressCount >= variable.entry)
+        renderAddress(text, cwConfig.acAddresses[variable.entry - 1].address);
+}
+
+void renderAcHostname(const CfgVariable& variable, std::span<char> text)
+{
+    if (cwConfig.acHostnameCount >= variable.entry)
+        copyText(text, cwConfig.acHostnames[variable.entry - 1]);
+}
+
+template <typename Number>
+constexpr CfgKind kNumber = {renderNumber<Number>, setNumber};
+constexpr CfgKind kText = {renderText, setByCommand};
+constexpr CfgKind kAddress = {renderOptionalAddress, setByCommand};
+constexpr CfgKind kAddrMode = {renderAddrMode, setLowerCase};
+constexpr CfgKind kSecurity = {renderSecurity, setLowerCase};
+constexpr CfgKind kAcAddress = {renderAcAddress, setAcAddress};
+constexpr CfgKind kAcHostname = {renderAcHostname, setAcHostname};
+
+template <typename Number>
+consteval CfgVariable numberRow(const char* name, const char* command, const Number& field)
+{
+    return {name, command, &kNumber<Number>, &field, 0, nullptr};
+}
+
+consteval CfgVariable textRow(const char* name, const char* command, const char* field)
+{
+    return {name, command, &kText, field, 0, nullptr};
+}
+
+consteval CfgVariable addressRow(const char* name, const char* command, const std::uint32_t& field)
+{
+    return {name, command, &kAddress, &field, 0, nullptr};
+}
+
+consteval CfgVariable acAddressRow(const char* name, int entry)
+{
+    return {name, "config capwap wtp ac-ip-addr add", &kAcAddress, nullptr, entry, nullptr};
+}
+
+consteval CfgVariable acHostnameRow(const char* name, int entry)
+{
+    return {name, "config capwap wtp ac-hostname add", &kAcHostname, nullptr, entry, nullptr};
+}
+
+constinit CfgVariable variables[] = {
+    numberRow("BAUD_RATE", "config system baudrate", sysConfig.baudrate),
+    textRow("WTP_NAME", "config system hostname", sysConfig.hostname),
+    numberRow("ADMIN_TIMEOUT", "config system admin-timeout", sysConfig.adminTimeout),
+    {"ADDR_MODE", "config capwap wtp addr-mode", &kAddrMode, &cwConfig.addrMode, 0, nullptr},
+    addressRow("AP_IPADDR", "config capwap wtp static-ip-addr", cwConfig.staticIpAddr),
+    addressRow("AP_NETMASK", "config capwap wtp static-ip-netmask", cwConfig.staticIpNetmask),
+    addressRow("IPGW", "config capwap wtp static-ip-gw", cwConfig.staticIpGw),
+    addressRow("DNS_SERVER", "config capwap wtp static-ip-dns", cwConfig.staticIpDns),
+    numberRow("AP_MGMT_VLAN_ID", "config capwap wtp ap-mgmt-vlanid", cwConfig.apMgmtVlanid),
+    numberRow("ALLOW_HTTPS", "config capwap wtp allow-dflt-https", cwConfig.allowDfltHttps),
+    numberRow("ALLOW_SSH", "config capwap wtp allow-dflt-ssh", cwConfig.allowDfltSsh),
+    numberRow("AC_DISCOVERY_TYPE", "config capwap proto discovery-type", cwConfig.discoveryType),
+    acAddressRow("AC_IPADDR_1", 1),
+    acAddressRow("AC_IPADDR_2", 2),
+    acAddressRow("AC_IPADDR_3", 3),
+    acHostnameRow("AC_HOSTNAME_1", 1),
+    acHostnameRow("AC_HOSTNAME_2", 2),
+    acHostnameRow("AC_HOSTNAME_3", 3),
+    addressRow("AC_DISCOVERY_MC_ADDR", "config capwap wtp multicast-addr", cwConfig.multicastAddr),
+    numberRow("AC_DISCOVERY_DHCP_OPTION_CODE", "config capwap wtp dhcp-code", cwConfig.dhcpCode),
+    numberRow("AC_CTL_PORT", "config capwap wtp ac-ctl-port", cwConfig.acCtlPort),
+    {"AP_DATA_CHAN_SEC", "config capwap wtp data-channel-sec", &kSecurity, &cwConfig.dataChannelSec, 0, nullptr},
+};
+
+struct CfgValue {
+    explicit CfgValue(const CfgVariable& variable) { variable.kind->render(variable, std::span(text)); }
+
+    char text[kCwValueSize]{};
+};
+
+void cfgUsage(char**)
+{
+    cli_print("cfg -h            - output this help\n");
+    cli_print("cfg -e            - export variables\n");
+    cli_print("cfg -s            - list variables\n");
+    cli_print("cfg -x            - resetting to factory defaults\n");
+    cli_print("cfg -c            - commit the change to flash\n");
+    cli_print("cfg -a var=value  - add or change variables\n\n");
+    cli_print("Supported Variable Names:\n");
+    for (CfgVariable& variable : variables) {
+        cli_printf("    %s\n", variable.name);
+        if (const cli_node* node = nodeOf(variable); node != nullptr)
+            cli_printf("        %s\n", node->help);
+    }
+}
+
+void cfgExport(char**)
+{
+    for (const CfgVariable& variable : variables)
+        cli_printf("export %s=%s\n", variable.name, CfgValue(variable).text);
+}
+
+void cfgList(char**)
+{
+    for (const CfgVariable& variable : variables)
+        cli_printf("%s:=%s\n", variable.name, CfgValue(variable).text);
+}
+
+void cfgSet(char** argv)
+{
+    char* const name = argv[2];
+    char* const equals = std::strchr(name, '=');
+    if (equals == nullptr) {
+        cfgUsage(argv);
+        return;
+    }
+    *equals = '\0';
+    for (CfgVariable& variable : variables) {
+        if (std::strcmp(variable.name, name) == 0) {
+            variable.kind->set(variable, equals + 1);
+            return;
+        }
+    }
+}
+
+void cfgCommit(char**)
+{
+    sysConfWrite();
+    cwConfWrite();
+}
+
+void cfgFactoryReset(char**)
+{
+    runCommandf("cp %s %s", DeviceFile("/etc/cw.conf").path(), DeviceFile(kCwConfFile).path());
+    runCommandf("cp %s %s", DeviceFile("/etc/sys.conf").path(), DeviceFile(kSysConfFile).path());
+    // The copy may be as old to the second as the file that was read before.
+    sysConfig.fileTime = 0;
+    configPrepare(nullptr, nullptr);
+    runCommand("pkill cwWtpd");
+}
+
+struct CfgAction {
+    const char* option;
+    int words; ///< of the whole line
+    void (*run)(char** argv);
+};
+
+constexpr CfgAction kActions[] = {
+    {"-h", 2, cfgUsage},  {"-a", 3, cfgSet},  {"-c", 2, cfgCommit}, {"-x", 2, cfgFactoryReset}, {"-e", 2, cfgExport},
+    {"-E", 2, cfgExport}, {"-s", 2, cfgList}, {"-S", 2, cfgList},   {"-sall", 2, cfgList},
+};
+
+} // namespace
+
+int cfgCommand(int argc, char** argv)
+{
+    sysConfRead(sysConfig);
+    for (const CfgAction& action : kActions) {
+        if (argc == action.words && std::strcmp(argv[1], action.option) == 0) {
+            action.run(argv);
+            return 0;
+        }
+    }
+    cfgUsage(argv);
     return 0;
 }

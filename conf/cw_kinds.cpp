@@ -18,12 +18,6 @@ void renderText(std::span<char> text, const char* value)
     std::snprintf(text.data(), text.size(), "%s", value);
 }
 
-void renderAddress(std::span<char> text, std::uint32_t address)
-{
-    std::snprintf(text.data(), text.size(), "%u.%u.%u.%u", address >> 24, address >> 16 & 255U, address >> 8 & 255U,
-                  address & 255U);
-}
-
 int numberOf(const CwField& field, const CwConfig& config)
 {
     switch (field.type) {
@@ -306,4 +300,10 @@ bool parseAddress(const char* text, std::uint32_t* address)
         return false;
     *address = ntohl(parsed.s_addr);
     return true;
+}
+
+void renderAddress(std::span<char> text, std::uint32_t address)
+{
+    std::snprintf(text.data(), text.size(), "%u.%u.%u.%u", address >> 24, address >> 16 & 255U, address >> 8 & 255U,
+                  address & 255U);
 }

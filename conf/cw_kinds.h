@@ -78,4 +78,7 @@ inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 str
 /// Parses a dotted address into host byte order.
 bool parseAddress(const char* text, std::uint32_t* address);
 
+/// Writes the dotted form of an address in host byte order; 16 characters hold any.
+void renderAddress(std::span<char> text, std::uint32_t address);
+
 #endif
