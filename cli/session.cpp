@@ -29,15 +29,22 @@ constexpr unsigned kDefaultTimeout = 300; ///< seconds
 constexpr int kInstanceClass = 3;
 constexpr std::size_t kPromptSize = 256;
 
-constinit volatile std::sig_atomic_t interrupted = 0;
 constinit volatile std::sig_atomic_t idleTimeExpired = 0;
 
 /// Where a fresh line begins. An interrupt has to leave readline from any depth: a search, a half-typed key sequence.
 sigjmp_buf nextLine;
 
-void noteInterrupt(int)
+/// readline catches the interrupt and passes it on, by a signal to itself, at places where it can be left. One that it
+/// did not pass on came between lines and has nothing to drop.
+void dropLine(int)
 {
-    interrupted = 1;
+    if (!RL_ISSTATE(RL_STATE_SIGHANDLER))
+        return;
+    rl_crlf();
+    rl_free_line_state();
+    rl_cleanup_after_signal();
+    rl_readline_state &= RL_STATE_INITIALIZED;
+    siglongjmp(nextLine, 1);
 }
 
 /// readline may be at work on a key just now and come back to waiting without a look at the flag: so ask again.
@@ -56,13 +63,6 @@ int handleSignals()
         rl_cleanup_after_signal();
         endIdleSession();
     }
-    if (interrupted != 0) {
-        rl_crlf();
-        rl_free_line_state();
-        rl_cleanup_after_signal();
-        rl_readline_state &= RL_STATE_INITIALIZED;
-        siglongjmp(nextLine, 1);
-    }
     return 0;
 }
 
@@ -73,7 +73,7 @@ void installHandlers()
     sigemptyset(&action.sa_mask);
     action.sa_handler = noteIdleTime;
     sigaction(SIGALRM, &action, nullptr);
-    action.sa_handler = noteInterrupt;
+    action.sa_handler = dropLine;
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGQUIT, &action, nullptr);
     rl_signal_event_hook = handleSignals;
@@ -100,7 +100,6 @@ char* readLine()
         sysConfRefresh(sysConfig);
     char prompt[kPromptSize];
     std::snprintf(prompt, sizeof prompt, "%.251s  # ", sysConfig.hostname);
-    interrupted = 0;
     return readline(prompt);
 }
 
