@@ -34,7 +34,7 @@ int osbios_CheckCRC(int fd, int arg1, int arg2);
 /// over the partition itself when `image` is null. Negative: failure.
 int osbios_SetCrc(int fd, const void* image);
 
-/// Fills the 112-byte platform information record, zeroed by the caller. The result is not examined.
+/// Fills a PlatformInfo of "platform/flash_layout.h", zeroed by the caller. The result is not examined.
 int get_qln_platform_info(void* platform_info);
 
 /// Non-zero: the interface is up.

@@ -65,7 +65,7 @@ protected:
     {
         std::string text;
         for (std::size_t i = 0; i < values_.size(); ++i)
-            text += before + kVariables[i].name + between + values_[i] + "\n";
+            text.append(before).append(kVariables[i].name).append(between).append(values_[i]).append("\n");
         return text;
     }
 
@@ -80,7 +80,7 @@ protected:
         EXPECT_EQ(type("cfg -s"), listing()) << assignment;
     }
 
-    [[nodiscard]] std::string usage() const
+    static std::string usage()
     {
         std::string text = "cfg -h            - output this help\n"
                            "cfg -e            - export variables\n"
