@@ -1,5 +1,14 @@
 // The simulated device's state: small text files in the folder "sim" of its root, one value each. Anyone may read or
 // set them while the shell runs.
+//
+//     interfaces/<interface>/<setting>   interface_state.h; "address" holds one A.B.C.D/BITS a line, "mib" a folder of
+//                                        the driver's other settings
+//     gpio/<line>, leds/<led>            level, message shown
+//     reset_key                          0 while it is pressed
+//     serial_number                      in place of the factory record's
+//     hostname                           in use, until a reboot takes up the configured one
+//     reboots, password_changes          how often
+//     oem_mode, cw_debug, flash/<NAME>   what the tools of these names left
 
 #ifndef PLATFORM_SIMULATION_STATE_H
 #define PLATFORM_SIMULATION_STATE_H
