@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "platform/device_file.h"
+#include "platform/flash_layout.h"
 #include "platform/simulation/state.h"
 
 namespace
@@ -23,10 +24,6 @@ constexpr std::size_t kHostnameLimit = 36;
 constexpr char kDefaultSerialNumber[] = "QPK315V4U1600001";
 
 constexpr int kFaults[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
-
-// Layout of the platform information record.
-constexpr std::size_t kPlatformInfoSize = 112;
-constexpr std::size_t kPlatformInfoQlnSn = 57;
 
 // Long enough for a rate that means something, short enough not to be felt.
 constexpr timespec kLoadSample = {0, 100'000'000};
@@ -165,11 +162,10 @@ int sys_factory_reset(int)
 
 int read_sn(char* buffer, int size, int)
 {
-    char info[kPlatformInfoSize] = {};
-    get_qln_platform_info(info);
-    const char* stored = info + kPlatformInfoQlnSn;
+    PlatformInfo info = {};
+    get_qln_platform_info(&info);
     simReadText("serial_number", buffer, static_cast<std::size_t>(size),
-                *stored != '\0' ? stored : kDefaultSerialNumber);
+                info.qlnSn[0] != '\0' ? info.qlnSn : kDefaultSerialNumber);
     return 0;
 }
 

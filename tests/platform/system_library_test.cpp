@@ -237,7 +237,7 @@ TEST_F(SystemLibraryTest, StandInsComeFirst)
 {
     setenv("PATH", "/usr/bin:/bin", 1);
     install_signal_handler("cli", 0);
-    EXPECT_EQ(std::getenv("PATH"), std::string(std::getenv("CLI_SIM_ROOT")) + "/bin:/usr/bin:/bin");
+    EXPECT_EQ(std::getenv("PATH"), path("/bin") + ":/usr/bin:/bin");
 }
 
 TEST_F(SystemLibraryTest, WithoutRootNoDeviceFileOpens)
