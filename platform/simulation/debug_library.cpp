@@ -1,6 +1,6 @@
 // Switches and output mode live in a small file that shell and daemon map; the logs and the crash records are text
-// files with a line for each entry. All are in the device's folder "sim". Nobody watches the simulated device's console,
-// so the log takes what the output mode sends there too.
+// files with a line for each entry. All are in the device's folder "sim". Nobody watches the simulated device's
+// console, so the log takes what the output mode sends there too.
 
 #include "platform/debug_library.h"
 
