@@ -24,12 +24,18 @@ FILE* openProfile()
     return std::fopen(DeviceFile(kProfile).path(), "re");
 }
 
-int countLines(FILE* profile)
+bool isDefinition(const char* line)
+{
+    return std::strncmp(line, kDefinition, kDefinitionLength) == 0;
+}
+
+/// The number of lines that may define an alias, -1 when there is no line at all.
+int countDefinitions(FILE* profile)
 {
     char line[kProfileLineSize];
-    int count = 0;
+    int count = -1;
     while (std::fgets(line, sizeof line, profile) != nullptr)
-        ++count;
+        count = (count < 0 ? 0 : count) + (isDefinition(line) ? 1 : 0);
     return count;
 }
 
@@ -37,7 +43,7 @@ int countLines(FILE* profile)
 /// character of the line; it need not match the opening one.
 bool readDefinition(char* line, cli_node& row)
 {
-    if (std::strncmp(line, kDefinition, kDefinitionLength) != 0)
+    if (!isDefinition(line))
         return false;
     char* equals = std::strstr(line, "='");
     if (equals == nullptr)
@@ -56,6 +62,15 @@ bool readDefinition(char* line, cli_node& row)
                   static_cast<int>(sizeof row.help - kHelpPrefixLength) - 1, text);
     row.handler = capturePassThrough;
     return true;
+}
+
+/// A table with the static rows and room for more, or null.
+cli_node* allocateTable(std::size_t room)
+{
+    auto* table = static_cast<cli_node*>(std::malloc(sizeof rootTable + room * sizeof(cli_node)));
+    if (table != nullptr)
+        std::memcpy(table, rootTable, sizeof rootTable);
+    return table;
 }
 
 /// Fills at most `room` rows.
@@ -78,14 +93,11 @@ void loadAliases()
     FILE* profile = openProfile();
     if (profile == nullptr)
         return;
-    const int lines = countLines(profile);
-    const int rows = kRootCommandCount + lines;
-    auto* table =
-        lines == 0 ? nullptr : static_cast<cli_node*>(std::calloc(static_cast<std::size_t>(rows), sizeof(cli_node)));
+    const int room = countDefinitions(profile);
+    auto* table = room < 0 ? nullptr : allocateTable(static_cast<std::size_t>(room));
     if (table != nullptr) {
-        std::memcpy(table, rootTable, sizeof rootTable);
         std::rewind(profile);
-        cliRoot.childCount += readDefinitions(profile, table + kRootCommandCount, lines);
+        cliRoot.childCount += readDefinitions(profile, table + kRootCommandCount, room);
         cliRoot.children = table;
     }
     std::fclose(profile);
