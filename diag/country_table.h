@@ -6,8 +6,8 @@
 #include <cstddef>
 
 struct Country {
-    char code[3]; ///< two letters, terminated
-    const char* name;
+    char code[3];  ///< two letters, terminated
+    char name[32]; ///< in place, so that the table needs no relocation
 };
 
 inline constexpr std::size_t kCountryCount = 191;
