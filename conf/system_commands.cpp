@@ -70,13 +70,13 @@ int applyHostname(const char* value)
     if (verdict != 0)
         return refuse("    Error: The legal characters are numbers (0-9), letters(a-z,A-z) and special characters - "
                       "and _.\n");
-    char command[256];
-    if (!composeCommand(command, "hostname %s", value))
+    char setName[256];
+    char announceName[256];
+    if (!composeCommand(setName, "hostname %s", value) ||
+        !composeCommand(announceName, "qln-set-hostname %s --no-save > /dev/null 2>&1", value))
         return -1;
-    runCommand(command);
-    if (!composeCommand(command, "qln-set-hostname %s --no-save > /dev/null 2>&1", value))
-        return -1;
-    runCommand(command);
+    runCommand(setName);
+    runCommand(announceName);
     return 0;
 }
 
