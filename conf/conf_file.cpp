@@ -1,5 +1,6 @@
 #include "conf/conf_file.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -52,33 +53,35 @@ ConfLines::~ConfLines()
         close(fd_);
 }
 
-bool ConfLines::nextByte(char* byte)
+bool ConfLines::fill()
 {
-    if (position_ == filled_) {
-        const ssize_t taken = read(fd_, chunk_, unread_ < sizeof chunk_ ? unread_ : sizeof chunk_);
-        if (taken <= 0)
-            return false;
-        position_ = 0;
-        filled_ = static_cast<std::size_t>(taken);
-        unread_ -= filled_;
-    }
-    *byte = chunk_[position_++];
+    const ssize_t taken = read(fd_, chunk_, std::min(unread_, sizeof chunk_));
+    if (taken <= 0)
+        return false;
+    position_ = 0;
+    filled_ = static_cast<std::size_t>(taken);
+    unread_ -= filled_;
     return true;
 }
 
 char* ConfLines::next()
 {
+    constexpr std::size_t kMost = sizeof line_ - 1;
     std::size_t length = 0;
     bool ended = false;
-    char byte;
-    while (!ended && length < sizeof line_ - 1 && nextByte(&byte)) {
-        ended = byte == '\n';
-        if (!ended)
-            line_[length++] = byte;
+    while (!ended && length < kMost && (position_ < filled_ || fill())) {
+        char* piece = line_ + length;
+        std::size_t taken = std::min(filled_ - position_, kMost - length);
+        if (const void* end = memccpy(piece, chunk_ + position_, '\n', taken); end != nullptr) {
+            taken = static_cast<std::size_t>(static_cast<const char*>(end) - piece);
+            ended = true;
+        }
+        position_ += taken;
+        length += taken;
     }
-    if (!ended && length == 0)
+    if (length == 0)
         return nullptr;
-    line_[length] = '\0';
+    line_[ended ? length - 1 : length] = '\0';
     ++count_;
     return line_;
 }

@@ -37,14 +37,14 @@ public:
     [[nodiscard]] int count() const { return count_; }
 
 private:
-    bool nextByte(char* byte);
+    bool fill();
 
     int fd_;
     int count_ = 0;
     std::size_t unread_ = 0; ///< bytes of the file that are still to be read
     std::size_t position_ = 0;
     std::size_t filled_ = 0;
-    char chunk_[512];
+    char chunk_[1024];
     char line_[kConfLineSize];
 };
 

@@ -1,7 +1,7 @@
 #include "conf/cw_items.h"
 
-#include <cstring>
-#include <string_view>
+#include <algorithm>
+#include <iterator>
 
 #include "cli/output.h"
 
@@ -175,12 +175,11 @@ constexpr CwSection kSections[] = {
 constinit const std::span<const CwItem> cwItems = kItems;
 constinit const std::span<const CwSection> cwSections = kSections;
 
-const CwItem* cwConfItem(const char* key)
+const CwItem* cwConfItem(std::string_view key)
 {
-    for (const CwItem& row : kItems)
-        if (row.key[0] == key[0] && std::strcmp(row.key, key) == 0)
-            return &row;
-    return nullptr;
+    const auto* row = std::find_if(std::begin(kItems), std::end(kItems),
+                                   [key](const CwItem& candidate) { return candidate.key == key; });
+    return row != std::end(kItems) ? row : nullptr;
 }
 
 int cwConfSetItem(const char* key, const char* value, CwConfig& config)

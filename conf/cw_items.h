@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "conf/cw_conf.h"
 #include "conf/cw_kinds.h"
@@ -29,7 +30,7 @@ extern const std::span<const CwItem> cwItems;
 extern const std::span<const CwSection> cwSections;
 
 /// The item of a key, or null.
-const CwItem* cwConfItem(const char* key);
+const CwItem* cwConfItem(std::string_view key);
 
 /// Checks the text of a key and applies it: 0, with the record marked as changed. A value that is refused and a key
 /// that is unknown are answered by a message and -1, with the record as it was.
@@ -43,7 +44,7 @@ void forEachValue(const CwItem& item, const CwConfig& config, Line line)
     for (int i = 0; i < count; ++i) {
         char value[kCwValueSize];
         item.kind->render(item, config, i, std::span(value));
-        line(item.key, value);
+        line(item.key.data(), value);
     }
 }
 

@@ -112,10 +112,10 @@ bool setDiscoveryType(const CwItem&, const char* value, CwConfig& config)
 
 bool setAddrMode(const CwItem&, const char* value, CwConfig& config)
 {
-    const bool isDhcp = std::strcmp(value, "dhcp") == 0;
-    if (!isDhcp && std::strcmp(value, "static") != 0)
+    const std::string_view mode = value;
+    if (mode != "dhcp" && mode != "static")
         return false;
-    config.addrMode = isDhcp ? 1 : 0;
+    config.addrMode = mode == "dhcp" ? 1 : 0;
     return true;
 }
 
@@ -228,7 +228,7 @@ void renderVersion(const CwItem& item, const CwConfig& config, int, std::span<ch
 
 void sayTooMany(const CwItem& item, const char* value)
 {
-    cli_printf("    Error: Too many %s entries, '%s' ignored.\n", item.key, value);
+    cli_printf("    Error: Too many %s entries, '%s' ignored.\n", item.key.data(), value);
 }
 
 bool setAcAddress(const CwItem& item, const char* value, CwConfig& config)

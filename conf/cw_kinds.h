@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "conf/cw_conf.h"
 
@@ -33,7 +34,7 @@ struct CwField {
 
 /// One CAPWAP item.
 struct CwItem {
-    const char* key;
+    std::string_view key; ///< a literal, so its text is terminated
     const CwKind* kind;
     CwField field;
     int low; ///< closed range, where the kind checks one

@@ -1,7 +1,5 @@
 #include "conf/cw_show.h"
 
-#include <cstring>
-
 #include "cli/output.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
@@ -22,7 +20,7 @@ void showValue(const char* key, const char* value)
 
 void showListCommands(const CwItem& item)
 {
-    cli_printf("config capwap wtp %s :\n", item.key);
+    cli_printf("config capwap wtp %s :\n", item.key.data());
     cli_printf("        %-32s %s\n        %-32s %s\n\n", "add", item.kind->addHelp, "del", item.kind->deleteHelp);
 }
 
@@ -57,7 +55,7 @@ void cwConfShowItem(const char* key, CwConfig& config)
 {
     cwConfRefresh(config);
     for (const CwItem& item : cwItems)
-        if (item.keyWidth != 0 && (key == nullptr || std::strcmp(key, item.key) == 0))
+        if (item.keyWidth != 0 && (key == nullptr || item.key == key))
             showRow(item, config);
     if (key == nullptr && config.saved == 0)
         cli_print("\n####  Configuration has been changed, please save or drop it.\n");

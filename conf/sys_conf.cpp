@@ -1,6 +1,7 @@
 #include "conf/sys_conf.h"
 
 #include <cstring>
+#include <string_view>
 
 #include "cli/output.h"
 #include "conf/conf_file.h"
@@ -29,13 +30,14 @@ int sysConfRead(SysConfig& config)
 
 int sysConfSetItem(const char* key, const char* value, SysConfig& config)
 {
-    if (std::strcmp(key, "factorysn") == 0)
+    const std::string_view name = key;
+    if (name == "factorysn")
         copyText(config.factorysn, value);
-    else if (std::strcmp(key, "hostname") == 0)
+    else if (name == "hostname")
         copyText(config.hostname, value);
-    else if (std::strcmp(key, "baudrate") == 0)
+    else if (name == "baudrate")
         config.baudrate = numberFrom(value);
-    else if (std::strcmp(key, "admin-timeout") == 0)
+    else if (name == "admin-timeout")
         config.adminTimeout = numberFrom(value);
     return 0;
 }

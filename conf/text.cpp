@@ -1,27 +1,50 @@
 #include "conf/text.h"
 
+#include <algorithm>
 #include <climits>
-#include <cstdlib>
+#include <cstdint>
 #include <cstring>
+
+namespace
+{
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+bool isBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+} // namespace
 
 void copyText(std::span<char> field, const char* text)
 {
-    const std::size_t length = strnlen(text, field.size() - 1);
-    std::memmove(field.data(), text, length);
-    std::memset(field.data() + length, 0, field.size() - length);
+    std::strncpy(field.data(), text, field.size() - 1);
+    field.back() = '\0';
 }
 
 bool isDigits(const char* text)
 {
-    return text[std::strspn(text, "0123456789")] == '\0';
+    while (isDigit(*text))
+        ++text;
+    return *text == '\0';
 }
 
+// Not strtol: a long may be no wider than the result, and a file of numbers is read at every start.
 int numberFrom(const char* text)
 {
-    const long number = std::strtol(text, nullptr, 10);
-    if (number > INT_MAX)
-        return INT_MAX;
-    if (number < INT_MIN)
-        return INT_MIN;
-    return static_cast<int>(number);
+    constexpr std::int64_t kLowest = INT_MIN;
+    constexpr std::int64_t kHighest = INT_MAX;
+    while (isBlank(*text))
+        ++text;
+    const bool isNegative = *text == '-';
+    if (isNegative || *text == '+')
+        ++text;
+    std::int64_t number = 0;
+    for (; isDigit(*text) && number <= kHighest; ++text)
+        number = number * 10 + (*text - '0');
+    return static_cast<int>(std::clamp(isNegative ? -number : number, kLowest, kHighest));
 }
