@@ -40,7 +40,7 @@ int countDefinitions(FILE* profile)
 }
 
 /// Fills `row` from a definition such as "alias ll='ls -l'" and its line feed. The closing quote must be the last
-/// character of the line; it need not match the opening one.
+/// character of the line; it need not match the opening one. A row without a name would stand for an empty segment.
 bool readDefinition(char* line, cli_node& row)
 {
     if (!isDefinition(line))
@@ -48,7 +48,7 @@ bool readDefinition(char* line, cli_node& row)
     char* equals = std::strstr(line, "='");
     if (equals == nullptr)
         equals = std::strstr(line, "=\"");
-    if (equals == nullptr)
+    if (equals == nullptr || equals == line + kDefinitionLength)
         return false;
     char* text = equals + 2;
     char* closing = line + std::strlen(line) - 2;

@@ -25,9 +25,8 @@ const cli_node* offeringNode()
         return nullptr;
     }
     const cli_node* node = findNode(tokenStore.argc, tokenStore.tokens);
-    if (node == nullptr || tokenStore.argc == 0)
-        return node;
-    return std::strcmp(node->name, tokenStore.tokens[tokenStore.argc - 1]) == 0 ? node : nullptr;
+    const bool lastWordIsArgument = tokenStore.argc > 0 && node == findNode(tokenStore.argc - 1, tokenStore.tokens);
+    return lastWordIsArgument ? nullptr : node;
 }
 
 /// The completion key. Behind trailing blanks it completes the word before them, and puts them back when there was
@@ -81,6 +80,7 @@ char* completionGenerator(const char*, int)
 void installCompletion()
 {
     rl_completion_entry_function = completionGenerator;
+    rl_sort_completion_matches = 0;
     rl_bind_key('\t', completeWord);
     rl_bind_key_in_map('\t', completeWord, vi_insertion_keymap);
 }

@@ -75,8 +75,10 @@ int cli_printf(const char* format, ...)
 
 int echoWords(int argc, char** argv)
 {
-    for (int i = 0; i < argc; ++i)
-        cli_printf("%s ", argv[i]);
+    for (int i = 0; i < argc; ++i) {
+        cli_print(argv[i]);
+        cli_print(" ");
+    }
     cli_print("\n");
     return 0;
 }

@@ -1,6 +1,5 @@
 #include "cli/session.h"
 
-#include <climits>
 #include <csetjmp>
 #include <csignal>
 #include <cstdio>
@@ -18,6 +17,7 @@
 #include "cli/output.h"
 #include "cli/tokenizer.h"
 #include "conf/sys_conf.h"
+#include "conf/text.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
 
@@ -90,8 +90,7 @@ unsigned readIdleTimeout()
     std::fclose(file);
     if (!found)
         return kDefaultTimeout;
-    const long seconds = std::strtol(line, nullptr, 10);
-    return seconds > INT_MAX ? INT_MAX : static_cast<unsigned>(seconds);
+    return static_cast<unsigned>(numberFrom(line));
 }
 
 char* readLine()
@@ -141,7 +140,9 @@ void runSession()
             std::exit(EXIT_FAILURE);
         alarm(0);
         idleTimeExpired = 0;
-        runLine(line);
+        // A terminal that pastes in brackets hands over several lines at once.
+        for (char* rest = line; rest != nullptr;)
+            runLine(strsep(&rest, "\n"));
         std::free(line);
     }
 }

@@ -127,10 +127,10 @@ void endLine(ParseMode mode)
 bool step(char c, ParseMode mode)
 {
     const CharClass kind = classOf(c);
+    bool allowed = true;
     switch (kind) {
     case CharClass::normal:
-        if (!addNormal(c))
-            return false;
+        allowed = addNormal(c);
         break;
     case CharClass::blank:
         if (tokenStore.position == 0)
@@ -144,8 +144,7 @@ bool step(char c, ParseMode mode)
         endLine(mode);
         break;
     case CharClass::pipe:
-        if (!addPipe(c))
-            return false;
+        allowed = addPipe(c);
         if (tokenStore.segmentIndex == kSegmentCount) {
             resetStore();
             return true;
@@ -156,10 +155,11 @@ bool step(char c, ParseMode mode)
         return true;
     case CharClass::invalid:
         std::printf("Invalid characters %c \n", c);
-        return false;
+        allowed = false;
+        break;
     }
     tokenStore.previous = kind;
-    return true;
+    return allowed;
 }
 
 } // namespace
@@ -206,7 +206,10 @@ void dumpTokens()
 {
     cli_printf("index is %zu, token_cnt is %d, level is %d, prev type %s\n", tokenStore.position, tokenStore.argc,
                tokenStore.tokenCount, kClassNames[static_cast<int>(tokenStore.previous)]);
-    for (int i = 0; i < tokenStore.tokenCount; ++i)
-        cli_printf("\"%s\"", tokenStore.tokens[i]);
+    for (int i = 0; i < tokenStore.tokenCount; ++i) {
+        cli_print("\"");
+        cli_print(tokenStore.tokens[i]);
+        cli_print("\"");
+    }
     cli_print("\n");
 }
