@@ -38,15 +38,16 @@ struct Facility {
     std::span<const char* const> moreNames; ///< listed behind the names of the library
 };
 
+/// An operation whose result does not matter.
+template <auto Operation>
+void call()
+{
+    Operation();
+}
+
 constexpr Verb kDebugVerbs[] = {
-    {"show",
-     [] {
-         print_udebug();
-     }},
-    {"log-clear",
-     [] {
-         clear_udebug_logs();
-     }},
+    {"show", call<print_udebug>},
+    {"log-clear", call<clear_udebug_logs>},
     {"clear", clear_dbg_all},
     {"all", dbg_all},
 };
@@ -56,20 +57,22 @@ constexpr const char* kDebugNames[] = {
 };
 
 constexpr Facility kDebug = {
-    "app",          0,           appname2id,  print_submod_all_app, submod_name2id, print_submod_names, &udbg_info,
-    kDebugAppCount, kDebugVerbs, kDebugNames,
+    .noun = "app",
+    .firstKnownId = 0,
+    .idOf = appname2id,
+    .printNames = print_submod_all_app,
+    .submoduleIdOf = submod_name2id,
+    .printSubmoduleNames = print_submod_names,
+    .masks = &udbg_info,
+    .maskCount = kDebugAppCount,
+    .verbs = kDebugVerbs,
+    .moreNames = kDebugNames,
 };
 
 constexpr Verb kKernelDebugVerbs[] = {
-    {"show",
-     [] {
-         print_kdebug();
-     }},
+    {"show", call<print_kdebug>},
     {"clear", clear_kdbg_all},
-    {"log-clear",
-     [] {
-         clear_kdebug_log();
-     }},
+    {"log-clear", call<clear_kdebug_log>},
 };
 
 constexpr const char* kKernelDebugNames[] = {
@@ -81,11 +84,16 @@ constexpr const char* kKernelDebugNames[] = {
 
 /// The library reports an unknown name as the id of the first module, which therefore cannot be named.
 constexpr Facility kKernelDebug = {
-    "kmodule",         1,
-    kmodname2id,       print_subkmod_all_kmod,
-    subkmod_name2id,   print_subkmod_names,
-    &kdbg_info,        kDebugKernelModuleCount,
-    kKernelDebugVerbs, kKernelDebugNames,
+    .noun = "kmodule",
+    .firstKnownId = 1,
+    .idOf = kmodname2id,
+    .printNames = print_subkmod_all_kmod,
+    .submoduleIdOf = subkmod_name2id,
+    .printSubmoduleNames = print_subkmod_names,
+    .masks = &kdbg_info,
+    .maskCount = kDebugKernelModuleCount,
+    .verbs = kKernelDebugVerbs,
+    .moreNames = kKernelDebugNames,
 };
 
 bool same(const char* word, const char* other)

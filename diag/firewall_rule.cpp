@@ -3,6 +3,8 @@
 #include <bit>
 #include <cstdio>
 
+#include "diag/words.h"
+
 namespace
 {
 
@@ -39,13 +41,13 @@ struct EndpointBits {
 constexpr EndpointBits kSourceBits{kRuleSourceAny, kRuleSourceLocal};
 constexpr EndpointBits kDestinationBits{kRuleDestinationAny, kRuleDestinationLocal};
 
-/// "(L)2001:db8::1/64.65535" and the like.
+/// "(L)10.0.0.1/32:80", "any.53" and the like.
 struct EndpointText {
     char text[64];
 };
 
 /// "2001:db8:0:0:1::1" and the like.
-struct AddressText {
+struct Address6Text {
     char text[kGroupCount * 5];
 };
 
@@ -67,14 +69,14 @@ ZeroRun longestZeroRun(const unsigned (&groups)[kGroupCount])
     return longest;
 }
 
-AddressText address6(const std::uint8_t (&bytes)[16])
+Address6Text address6(const std::uint8_t (&bytes)[16])
 {
     unsigned groups[kGroupCount];
     for (std::size_t i = 0; i < kGroupCount; ++i)
         groups[i] = static_cast<unsigned>(bytes[2 * i] << 8 | bytes[2 * i + 1]);
 
     const ZeroRun run = longestZeroRun(groups);
-    AddressText address{};
+    Address6Text address{};
     int length = 0;
     for (int i = 0; i < kGroupCount; ++i) {
         char* end = address.text + length;
@@ -90,42 +92,17 @@ AddressText address6(const std::uint8_t (&bytes)[16])
     return address;
 }
 
-const char* localMark(std::uint8_t flags, EndpointBits bits)
-{
-    return (flags & bits.local) != 0 ? "(L)" : "";
-}
-
-EndpointText endpoint4(std::uint8_t flags, EndpointBits bits, std::uint32_t address, std::uint32_t mask,
-                       std::uint16_t port)
+EndpointText endpoint(std::uint8_t flags, EndpointBits bits, const char* address, int prefix, char separator,
+                      std::uint16_t port)
 {
     const NumberText portText(port, 0);
     EndpointText endpoint;
     if ((flags & bits.any) != 0)
-        std::snprintf(endpoint.text, sizeof endpoint.text, "any:%s", portText.text);
+        std::snprintf(endpoint.text, sizeof endpoint.text, "any%c%s", separator, portText.text);
     else
-        std::snprintf(endpoint.text, sizeof endpoint.text, "%s%u.%u.%u.%u/%d:%s", localMark(flags, bits), address >> 24,
-                      address >> 16 & 0xff, address >> 8 & 0xff, address & 0xff, std::popcount(mask), portText.text);
+        std::snprintf(endpoint.text, sizeof endpoint.text, "%s%s/%d%c%s", (flags & bits.local) != 0 ? "(L)" : "",
+                      address, prefix, separator, portText.text);
     return endpoint;
-}
-
-EndpointText endpoint6(std::uint8_t flags, EndpointBits bits, const std::uint8_t (&address)[16], std::uint8_t prefix,
-                       std::uint16_t port)
-{
-    const NumberText portText(port, 0);
-    EndpointText endpoint;
-    if ((flags & bits.any) != 0)
-        std::snprintf(endpoint.text, sizeof endpoint.text, "any.%s", portText.text);
-    else
-        std::snprintf(endpoint.text, sizeof endpoint.text, "%s%s/%d.%s", localMark(flags, bits), address6(address).text,
-                      prefix, portText.text);
-    return endpoint;
-}
-
-void formatLine(int kind, char* buffer, std::size_t size)
-{
-    for (const auto& line : kLines)
-        if (line.kind == kind)
-            std::snprintf(buffer, size, "%s", line.text);
 }
 
 /// The part that the rules of both families share.
@@ -139,34 +116,53 @@ void formatRule(const Rule& rule, const EndpointText& source, const EndpointText
                   destination.text);
 }
 
-} // namespace
+void formatRule(const FirewallRule4& rule, char* buffer, std::size_t size)
+{
+    formatRule(rule,
+               endpoint(rule.flags, kSourceBits, ipv4Text(rule.source).text, std::popcount(rule.sourceMask), ':',
+                        rule.sourcePort),
+               endpoint(rule.flags, kDestinationBits, ipv4Text(rule.destination).text,
+                        std::popcount(rule.destinationMask), ':', rule.destinationPort),
+               buffer, size);
+}
 
-char* firewallFormatRule4(const FirewallRule4* rule, int kind, char* buffer, std::size_t size)
+void formatRule(const FirewallRule6& rule, char* buffer, std::size_t size)
+{
+    formatRule(rule,
+               endpoint(rule.flags, kSourceBits, address6(rule.source).text, rule.sourcePrefix, '.', rule.sourcePort),
+               endpoint(rule.flags, kDestinationBits, address6(rule.destination).text, rule.destinationPrefix, '.',
+                        rule.destinationPort),
+               buffer, size);
+}
+
+void formatLine(int kind, char* buffer, std::size_t size)
+{
+    for (const auto& line : kLines)
+        if (line.kind == kind)
+            std::snprintf(buffer, size, "%s", line.text);
+}
+
+template <typename Rule>
+char* format(const Rule* rule, int kind, char* buffer, std::size_t size)
 {
     if (buffer == nullptr || size == 0)
         return buffer;
-    if (rule == nullptr)
-        formatLine(kind, buffer, size);
+    if (rule != nullptr)
+        formatRule(*rule, buffer, size);
     else
-        formatRule(
-            *rule, endpoint4(rule->flags, kSourceBits, rule->source, rule->sourceMask, rule->sourcePort),
-            endpoint4(rule->flags, kDestinationBits, rule->destination, rule->destinationMask, rule->destinationPort),
-            buffer, size);
+        formatLine(kind, buffer, size);
     buffer[size - 1] = '\0';
     return buffer;
 }
 
+} // namespace
+
+char* firewallFormatRule4(const FirewallRule4* rule, int kind, char* buffer, std::size_t size)
+{
+    return format(rule, kind, buffer, size);
+}
+
 char* firewallFormatRule6(const FirewallRule6* rule, int kind, char* buffer, std::size_t size)
 {
-    if (buffer == nullptr || size == 0)
-        return buffer;
-    if (rule == nullptr)
-        formatLine(kind, buffer, size);
-    else
-        formatRule(
-            *rule, endpoint6(rule->flags, kSourceBits, rule->source, rule->sourcePrefix, rule->sourcePort),
-            endpoint6(rule->flags, kDestinationBits, rule->destination, rule->destinationPrefix, rule->destinationPort),
-            buffer, size);
-    buffer[size - 1] = '\0';
-    return buffer;
+    return format(rule, kind, buffer, size);
 }
