@@ -96,13 +96,13 @@ EndpointText endpoint(std::uint8_t flags, EndpointBits bits, const char* address
                       std::uint16_t port)
 {
     const NumberText portText(port, 0);
-    EndpointText endpoint;
+    EndpointText result;
     if ((flags & bits.any) != 0)
-        std::snprintf(endpoint.text, sizeof endpoint.text, "any%c%s", separator, portText.text);
+        std::snprintf(result.text, sizeof result.text, "any%c%s", separator, portText.text);
     else
-        std::snprintf(endpoint.text, sizeof endpoint.text, "%s%s/%d%c%s", (flags & bits.local) != 0 ? "(L)" : "",
-                      address, prefix, separator, portText.text);
-    return endpoint;
+        std::snprintf(result.text, sizeof result.text, "%s%s/%d%c%s", (flags & bits.local) != 0 ? "(L)" : "", address,
+                      prefix, separator, portText.text);
+    return result;
 }
 
 /// The part that the rules of both families share.

@@ -1,6 +1,6 @@
 // Switches and output mode live in a small file that shell and daemon map; the logs and the crash records are text
 // files with a line for each entry. All are in the device's folder "sim". Nobody watches the simulated device's
-// console, so the log takes what the output mode sends there too.
+// console, so the log takes what the output mode sends there too; each line says where it belongs.
 
 #include "platform/debug_library.h"
 
@@ -185,6 +185,20 @@ int lengthOfLine(const char* text)
     return static_cast<int>(std::strcspn(text, "\n"));
 }
 
+/// Logs the first line of `text` when the submodule's switch is on.
+void addToLog(const char* devicePath, const char* source, const dbg_module& module, uint64_t mask, int submodule,
+              const char* text)
+{
+    if (submodule < 0 || submodule >= module.count || !isOn(mask, submodule))
+        return;
+    const int fd = openLog(devicePath);
+    if (fd < 0)
+        return;
+    dprintf(fd, "%s %s/%s: %.*s\n", TimeText().text, source, module.submodules[submodule].name, lengthOfLine(text),
+            text);
+    close(fd);
+}
+
 } // namespace
 
 uint64_t* udbg_info = privateState.apps;
@@ -328,17 +342,23 @@ int clear_crash()
 void simDebugLog(int app, int submodule, const char* text)
 {
     const dbg_module* module = moduleOf(app_debug, app);
-    if (module == nullptr || submodule < 0 || submodule >= module->count)
+    if (module == nullptr)
         return;
     attach();
-    if (!isOn(state->apps[app], submodule))
+    char source[64];
+    std::snprintf(source, sizeof source, "%s %s", state->header.output_mode == 0 ? "console" : "buffer",
+                  kSimAppNames[app]);
+    addToLog(kLogFile, source, *module, state->apps[app], submodule, text);
+}
+
+void simKernelDebugLog(int kernelModule, int submodule, const char* text)
+{
+    const dbg_module* module = moduleOf(kmod_debug, kernelModule);
+    if (module == nullptr)
         return;
-    const int fd = openLog(kLogFile);
-    if (fd < 0)
-        return;
-    dprintf(fd, "%s %s/%s: %.*s\n", TimeText().text, kSimAppNames[app], module->submodules[submodule].name,
-            lengthOfLine(text), text);
-    close(fd);
+    attach();
+    addToLog(kKernelLogFile, kSimKernelModuleNames[kernelModule], *module, state->kernelModules[kernelModule],
+             submodule, text);
 }
 
 void simRecordCrash(const char* text)

@@ -269,19 +269,28 @@ TEST_F(DebugTest, SetsTheOutputMode)
 
 TEST_F(DebugTest, LogsWhatIsSwitchedOn)
 {
+    const std::size_t kTime = std::strlen("2026-01-31 23:59:59 ");
     simDebugLog(kWtp, 8, "dropped");
     run("debug cwWtpd join on");
+    run("debug to-buffer");
     simDebugLog(kWtp, 8, "joined\nsecond line");
+    run("debug to-console");
+    simDebugLog(kWtp, 8, "");
     simDebugLog(kWtp, 64, "no such submodule");
     simDebugLog(-1, 8, "no such application");
-    const std::string log = run("debug show");
-    ASSERT_EQ(log.size(), std::strlen("2026-01-31 23:59:59 cwWtpd/join: joined\n"));
-    EXPECT_EQ(log.substr(20), "cwWtpd/join: joined\n");
+    std::string log = run("debug show");
+    const std::string first = "buffer cwWtpd/join: joined\n";
+    ASSERT_EQ(log.size(), kTime + first.size() + kTime + std::strlen("console cwWtpd/join: \n"));
+    EXPECT_EQ(log.erase(0, kTime).erase(first.size(), kTime), first + "console cwWtpd/join: \n");
     EXPECT_EQ(run("debug log-clear"), "");
     EXPECT_EQ(run("debug show"), "");
 
-    device->writeFile("/sim/kernel_log", "captun: one\ncaptun: two\n");
-    EXPECT_EQ(run("kdebug show"), "captun: one\ncaptun: two\n");
+    run("kdebug captun encap on");
+    simKernelDebugLog(kTunnel, 0, "dropped");
+    simKernelDebugLog(kTunnel, 1, "one");
+    simKernelDebugLog(4, 1, "no such module");
+    log = run("kdebug show");
+    EXPECT_EQ(log.substr(std::min(kTime, log.size())), "captun/encap: one\n");
     EXPECT_EQ(run("kdebug log-clear"), "");
     EXPECT_EQ(run("kdebug show"), "");
 }

@@ -16,3 +16,9 @@ void debugLine(const char* name, const char* format, ...)
     const int app = appname2id("cwWtpd");
     simDebugLog(app, submod_name2id(app, name), text);
 }
+
+void tunnelDebugLine(const char* name, const char* text)
+{
+    const int module = kmodname2id("captun");
+    simKernelDebugLog(module, subkmod_name2id(module, name), text);
+}

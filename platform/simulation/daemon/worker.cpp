@@ -157,11 +157,13 @@ void Worker::wait()
 
 void Worker::followLink()
 {
-    const char* state = link_.status().state;
-    if (linkState_ == state)
+    const ControllerLink::Status status = link_.status();
+    if (linkState_ == status.state)
         return;
-    debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), state);
-    linkState_ = state;
+    debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), status.state);
+    if (status.runs())
+        tunnelDebugLine("session", "opened to the controller");
+    linkState_ = status.state;
 }
 
 void Worker::acceptClients()
