@@ -1,84 +1,110 @@
 #include "tests/diag/fake_platform.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "bios/platform_info.h"
+#include "diag/wireless.h"
 #include "platform/message_channel.h"
 #include "platform/system_library.h"
-#include "platform/wireless_library.h"
 #include "tests/support/words.h"
 
 FakePlatform fakePlatform;
 
-std::string FakePlatformTest::run(int (*handler)(int, char**), const std::string& line, int expectedResult)
+FakePlatformTest::FakePlatformTest()
 {
-    Words words(line);
+    fakePlatform = {};
+    wirelessApi = {};
+}
+
+std::string FakePlatformTest::run(CliHandler handler, int argc, char** argv, int expectedResult)
+{
     int result = expectedResult - 1;
-    std::string output = outputOf([&] { result = handler(words.argc(), words.argv()); });
-    EXPECT_EQ(result, expectedResult) << line;
-    EXPECT_EQ(fakePlatform.buffersInUse, 0) << line;
+    std::string output = outputOf([&] { result = handler(argc, argv); });
+    EXPECT_EQ(result, expectedResult);
+    EXPECT_EQ(fakePlatform.freed, fakePlatform.allocated.size());
     return output;
+}
+
+std::string FakePlatformTest::run(CliHandler handler, const std::string& line, int expectedResult)
+{
+    const testing::ScopedTrace trace(__FILE__, __LINE__, line);
+    Words words(line);
+    return run(handler, words.argc(), words.argv(), expectedResult);
 }
 
 void* ipcmsg_alloc(int size)
 {
-    if (fakePlatform.buffersLeft-- <= 0)
+    if (fakePlatform.buffersLeft == 0)
         return nullptr;
-    ++fakePlatform.buffersInUse;
-    void* buffer = std::malloc(static_cast<std::size_t>(size));
-    std::memset(buffer, 0xa5, static_cast<std::size_t>(size));
-    return buffer;
+    --fakePlatform.buffersLeft;
+    fakePlatform.allocated.push_back(size);
+    return std::memset(std::malloc(static_cast<std::size_t>(size)), 0xa5, static_cast<std::size_t>(size));
 }
 
 void ipcmsg_free(void* buffer)
 {
-    --fakePlatform.buffersInUse;
+    EXPECT_NE(buffer, nullptr);
+    ++fakePlatform.freed;
     std::free(buffer);
-}
-
-int ipcmsg_send_and_recv(int, int, int, const void*, int, void*, int*, int)
-{
-    return -1;
 }
 
 int ipcmsg_send(int destination, int flags, int type, const void* message, int length)
 {
-    if (destination != 1 || flags != 0)
-        return -1;
     const auto* bytes = static_cast<const std::uint8_t*>(message);
-    fakePlatform.sent.push_back({type, {bytes, bytes + length}});
-    return fakePlatform.sendResult;
+    fakePlatform.sent.push_back({std::to_string(destination) + " " + std::to_string(flags) + " " + std::to_string(type),
+                                 {bytes, bytes + length}});
+    return fakePlatform.channelResult;
+}
+
+int ipcmsg_send_and_recv(int destination, int flags, int type, const void* request, int request_length, void* reply,
+                         int* reply_length, int timeout_ms)
+{
+    ipcmsg_send(destination, flags, type, request, request_length);
+    fakePlatform.sent.back().header += " " + std::to_string(*reply_length) + " " + std::to_string(timeout_ms);
+    auto* out = static_cast<std::uint8_t*>(reply);
+    EXPECT_EQ(std::count(out, out + *reply_length, 0), *reply_length);
+    std::copy(fakePlatform.answer.begin(), fakePlatform.answer.end(), out);
+    if (fakePlatform.channelResult == 0)
+        *reply_length = fakePlatform.answerLength.value_or(static_cast<int>(fakePlatform.answer.size()));
+    return fakePlatform.channelResult;
+}
+
+int biosGetOemSn(char (&text)[17])
+{
+    if (fakePlatform.serialNumber == nullptr)
+        return -1;
+    std::snprintf(text, sizeof text, "%s", fakePlatform.serialNumber);
+    return 0;
 }
 
 int biosGetRegCode(char& letter)
 {
     letter = fakePlatform.region;
-    return fakePlatform.regionResult;
+    return fakePlatform.region != '\0' ? 0 : -1;
 }
 
-int init_wlan_api(wlan_api*)
+int sys_intf_status(const char* interface)
 {
-    return 0;
+    return fakePlatform.interfacesUp.find(interface + std::string(" ")) != std::string::npos ? -3 : 0;
 }
 
-int rtl_wlan_get_bgscan(const char* interface, int flags, void* buffer, int size)
+int get_cpu_usage_rate()
 {
-    fakePlatform.scans.push_back(std::string(interface) + " " + std::to_string(size));
-    std::memset(buffer, flags, static_cast<std::size_t>(size));
-    return size < fakePlatform.scanNeeds ? -1 : 0;
+    return 7;
 }
 
-int kstr_regdmn_get_country_code(const char* country)
+int get_memory_usage_rate()
 {
-    fakePlatform.namesAsked.emplace_back(country);
-    return std::strcmp(country, "US") == 0 ? 840 : std::strcmp(country, "JAPAN") == 0 ? 392 : 0;
+    return 100;
 }
 
-const char* kstr_regdmn_get_default_country(const char* region_code)
+int uptime_main(char* buffer, int size)
 {
-    fakePlatform.regionAsked = region_code;
-    return fakePlatform.defaultCountry;
+    EXPECT_EQ(size, 256);
+    return std::snprintf(buffer, static_cast<std::size_t>(size), " 10:00:00 up 3 days, load average: 0.00");
 }
 
 int sys_get_gpio_status(int line, int* value)
@@ -101,4 +127,29 @@ int sys_get_reset_key_status()
 int sys_set_led_sys_test()
 {
     return fakePlatform.ledTestStatus;
+}
+
+int init_wlan_api(wlan_api* table)
+{
+    *table = fakePlatform.driver;
+    return 0;
+}
+
+int rtl_wlan_get_bgscan(const char* interface, int flags, void* buffer, int size)
+{
+    fakePlatform.scans.push_back(std::string(interface) + " " + std::to_string(size));
+    std::memset(buffer, flags, static_cast<std::size_t>(size));
+    return size < fakePlatform.scanNeeds ? -1 : 0;
+}
+
+int kstr_regdmn_get_country_code(const char* country)
+{
+    fakePlatform.namesAsked.emplace_back(country);
+    return std::strcmp(country, "US") == 0 ? 840 : std::strcmp(country, "JAPAN") == 0 ? 392 : 0;
+}
+
+const char* kstr_regdmn_get_default_country(const char* region_code)
+{
+    fakePlatform.regionAsked = region_code;
+    return fakePlatform.defaultCountry;
 }

@@ -1,51 +1,62 @@
-// The platform's libraries as the tests of radio and hardware commands see them: what was called, and what they answer.
+// The platform's libraries as the tests of displays and diagnostics see them: what was asked of them, and what they
+// answer.
 
 #ifndef TESTS_DIAG_FAKE_PLATFORM_H
 #define TESTS_DIAG_FAKE_PLATFORM_H
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "cli/node.h"
+#include "platform/wireless_library.h"
 #include "tests/support/device.h"
 
-struct SentMessage {
-    int type;
-    std::vector<std::uint8_t> bytes;
+using Bytes = std::vector<std::uint8_t>;
 
-    bool operator==(const SentMessage&) const = default;
+struct Message {
+    std::string header; ///< destination, flags and type; of a query also its capacity and time-out
+    Bytes body;
+
+    bool operator==(const Message&) const = default;
 };
 
 struct FakePlatform {
-    std::vector<SentMessage> sent; ///< messages to the daemon
-    int sendResult = 0;
-    int buffersLeft = 1000; ///< the channel has no buffers after that many
-    int buffersInUse = 0;
+    std::vector<Message> sent{}; ///< to the daemon
+    int channelResult = 0;
+    Bytes answer{};
+    std::optional<int> answerLength{}; ///< as reported; the answer's own where not given
+    std::size_t buffersLeft = 1000;
+    std::vector<int> allocated{}; ///< sizes of the channel's buffers
+    std::size_t freed = 0;
 
-    int regionResult = 0;
-    char region = 'A';
-    std::string regionAsked;             ///< the last text that the default country was asked for
-    const char* defaultCountry = "US";   ///< null: the region has none
-    std::vector<std::string> namesAsked; ///< names that a country code was asked for
-
+    const char* serialNumber = nullptr;    ///< null: cannot be read
+    char region = '\0';                    ///< 0: cannot be read
+    std::string regionAsked{};             ///< the last text that the default country was asked for
+    const char* defaultCountry = "US";     ///< null: the region has none
+    std::vector<std::string> namesAsked{}; ///< names that a country code was asked for
+    wlan_api driver{};
+    std::string interfacesUp{}; ///< names with a blank behind each
     bool keyReleased = true;
-    std::map<int, int> lines; ///< general-purpose lines by number
+    std::map<int, int> lines{}; ///< general-purpose lines by number
     int ledTestStatus = 0;
-    std::vector<std::string> scans; ///< interface and buffer size of each background scan
-    int scanNeeds = 0;              ///< bytes that a scan's result takes
+    std::vector<std::string> scans{}; ///< interface and buffer size of each background scan
+    int scanNeeds = 0;                ///< bytes that a scan's result takes
 };
 
 extern FakePlatform fakePlatform;
 
-/// Begins every test with the values above.
+/// Begins every test with the values above, and with a driver that has no operations.
 class FakePlatformTest : public DeviceTest
 {
 protected:
-    FakePlatformTest() { fakePlatform = {}; }
+    FakePlatformTest();
 
-    /// What a handler prints for a line; it has to return `expectedResult` and the channel's buffers.
-    static std::string run(int (*handler)(int, char**), const std::string& line, int expectedResult = 0);
+    /// What a handler prints; it has to return `expectedResult` and the channel's buffers.
+    static std::string run(CliHandler handler, int argc, char** argv, int expectedResult);
+    static std::string run(CliHandler handler, const std::string& line, int expectedResult = 0);
 };
 
 #endif

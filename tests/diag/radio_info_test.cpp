@@ -63,25 +63,26 @@ std::string radioWith(const std::function<void(Record&)>& set)
 
 void expectVariants(const std::vector<Variant>& variants)
 {
-    for (const Variant& variant : variants)
-        EXPECT_EQ(radioWith(variant.set), radioScreen(1, changed(kPlainRadio, variant.from, variant.to)));
+    const auto show = [](const Record& radio) {
+        return screenOf(printRadioInfo, radio.bytes());
+    };
+    expectVariants(show, plainRadio(), radioScreen(1, kPlainRadio), variants);
 }
 
-/// Three-figure channels "100, 101, ", from `first` on.
-std::string channelItems(unsigned first, unsigned count)
+/// "100, 101, " from `first` on.
+std::string channelItems(unsigned first, unsigned count, unsigned step = 1)
 {
     std::string items;
     for (unsigned i = 0; i < count; ++i)
-        items += std::to_string(first + i) + ", ";
+        items += std::to_string(first + i * step) + ", ";
     return items;
 }
 
-std::vector<unsigned> channelNumbers(unsigned first, unsigned count)
+/// Marks the channels from `first` on.
+void setChannels(Record& radio, std::size_t offset, unsigned first, unsigned count)
 {
-    std::vector<unsigned> numbers;
     for (unsigned i = 0; i < count; ++i)
-        numbers.push_back(first + i);
-    return numbers;
+        radio.channels(offset, {first + i});
 }
 
 const std::string kWrap = "\n\t                ";
@@ -210,41 +211,31 @@ TEST(RadioInfo, ShowsWhatDependsOnAField)
 TEST(RadioInfo, WrapsListsBetweenItems)
 {
     // From column 24 an item of 5 ends at 94 fourteen times and at 99 fifteen times; a wrapped line begins at 25.
-    for (const auto& [offset, heading, before] : {std::tuple{kAcChannels, "\tAC chan list  : ", "36, 40, "},
-                                                  {kAllowedChannels, "\tChan list     : ", "1, 7, 8, "},
-                                                  {kHardwareChannels, "\tHW_chan list  : ", "0, 1022, "}})
-        for (const unsigned count : {15U, 16U, 30U, 31U}) {
+    const std::string twoLines = channelItems(101, 15) + kWrap + channelItems(116, 15);
+    for (const auto& [offset, items] : {std::pair{kAcChannels, "list  : 36, 40, "},
+                                        {kAllowedChannels, "list     : 1, 7, 8, "},
+                                        {kHardwareChannels, "list  : 0, 1022, "}})
+        for (const unsigned count : {30U, 31U}) {
             const auto set = [=, at = offset](Record& r) {
-                for (std::size_t i = 0; i < 128; ++i)
-                    r.u8(at + i, 0);
-                r.channels(at, channelNumbers(101, count));
+                r.text(at, std::string(128, '\0'));
+                setChannels(r, at, 101, count);
             };
-            std::string items = channelItems(101, std::min(count, 15U));
-            if (count > 15)
-                items += kWrap + channelItems(116, std::min(count - 15, 15U));
-            if (count > 30)
-                items += kWrap + channelItems(131, count - 30);
-            EXPECT_EQ(radioWith(set), radioScreen(1, changed(kPlainRadio, std::string(heading) + before,
-                                                             std::string(heading) + items)));
+            const std::string heading = std::string(items).substr(0, std::string(items).find(": ") + 2);
+            expectVariants({{set, items, heading + twoLines + (count == 30 ? "" : kWrap + "131, ")}});
         }
 
-    // Items of 4 end at exactly 96 after eighteen. Four of 4 and eleven of 5 end there in a wrapped line, though they
-    // would end at 95 in the first.
-    std::string items = channelItems(78, 18) + kWrap + channelItems(96, 15) + kWrap + channelItems(111, 1);
-    const auto set = [](Record& r) {
-        r.u16(kAllowedChannels, 0).channels(kAllowedChannels, channelNumbers(78, 34));
-    };
-    EXPECT_EQ(radioWith(set), radioScreen(1, changed(kPlainRadio, "1, 7, 8, ", items)));
-
-    // The column runs on across the controller's ranges: 24, four items of 4, then items of 5.
-    items = "36, 40, 44, 48, ";
-    for (int i = 0; i < 12; ++i)
-        items += std::to_string(100 + 4 * i) + ", ";
-    items += kWrap + "148, ";
-    EXPECT_EQ(radioWith([](Record& r) { r.u16(range(1) + 2, 100).u16(range(1) + 4, 13); }),
-              radioScreen(1, changed(kPlainRadio, "36, 40, 44, 48, 1, 2, 3, ", items)));
-
-    // The list of radar-hit channels never wraps.
-    EXPECT_EQ(radioWith([](Record& r) { r.channels(kNonOccupancy, channelNumbers(100, 200)); }),
-              radioScreen(1, changed(kPlainRadio, "100, 104, ", channelItems(100, 200))));
+    expectVariants({
+        // Items of 4 end at exactly 96 after eighteen. Four of 4 and eleven of 5 end there in a wrapped line, though
+        // they would end at 95 in the first.
+        {[](Record& r) {
+             r.u16(kAllowedChannels, 0);
+             setChannels(r, kAllowedChannels, 78, 34);
+         },
+         "1, 7, 8, ", channelItems(78, 18) + kWrap + channelItems(96, 15) + kWrap + "111, "},
+        // The column runs on across the controller's ranges: 24, four items of 4, then items of 5.
+        {[](Record& r) { r.u16(range(1) + 2, 100).u16(range(1) + 4, 13); }, "36, 40, 44, 48, 1, 2, 3, ",
+         "36, 40, 44, 48, " + channelItems(100, 12, 4) + kWrap + "148, "},
+        // The list of radar-hit channels never wraps.
+        {[](Record& r) { setChannels(r, kNonOccupancy, 100, 200); }, "100, 104, ", channelItems(100, 200)},
+    });
 }

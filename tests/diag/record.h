@@ -71,12 +71,18 @@ inline std::vector<std::uint8_t> listOf(std::uint32_t count, const std::vector<R
 
 using ShowReply = void (*)(std::span<const std::uint8_t> reply);
 
-/// The screen that the printer makes of a reply. The reply ends where its memory does.
-inline std::string screenOf(ShowReply show, std::span<const std::uint8_t> reply)
+/// Shows a reply that ends where its memory does.
+inline void showReply(ShowReply show, std::span<const std::uint8_t> reply)
 {
     const auto copy = std::make_unique<std::uint8_t[]>(reply.size());
     std::copy(reply.begin(), reply.end(), copy.get());
-    return outputOf([&] { show({copy.get(), reply.size()}); });
+    show({copy.get(), reply.size()});
+}
+
+/// The screen that the printer makes of a reply.
+inline std::string screenOf(ShowReply show, std::span<const std::uint8_t> reply)
+{
+    return outputOf([&] { showReply(show, reply); });
 }
 
 /// `screen` with one piece of it replaced, which must be there.
@@ -93,5 +99,16 @@ struct Variant {
     std::string from;
     std::string to;
 };
+
+/// Shows `plain` with each of the changes; `screen` is what it shows without any.
+inline void expectVariants(const std::function<std::string(const Record&)>& show, const Record& plain,
+                           const std::string& screen, const std::vector<Variant>& variants)
+{
+    for (const Variant& variant : variants) {
+        Record record = plain;
+        variant.set(record);
+        EXPECT_EQ(show(record), changed(screen, variant.from, variant.to));
+    }
+}
 
 #endif
