@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -48,8 +49,10 @@ protected:
             execl(file.c_str(), file.c_str(), "60", nullptr);
             _exit(127);
         }
-        while (std::filesystem::read_symlink("/proc/" + std::to_string(child) + "/exe") != file)
-            usleep(1000);
+        // The tools look at the command line, which is there a moment after the program.
+        const std::string commandLine = "/proc/" + std::to_string(child) + "/cmdline";
+        for (std::string name; name != file; usleep(1000))
+            std::getline(std::ifstream(commandLine), name, '\0');
         writeFile("/tmp/cwWtpd.pid", std::to_string(child) + "\n");
         return child;
     }
@@ -57,9 +60,12 @@ protected:
     /// Ends the process; whether it was running until now.
     static bool wasRunning(pid_t child)
     {
-        usleep(20'000);
         int status = 0;
-        const bool running = waitpid(child, &status, WNOHANG) == 0;
+        bool running = true;
+        for (int i = 0; running && i < 100; ++i) {
+            usleep(2000);
+            running = waitpid(child, &status, WNOHANG) == 0;
+        }
         if (running) {
             kill(child, SIGKILL);
             waitpid(child, &status, 0);
