@@ -28,6 +28,7 @@ constexpr char kTimeoutFile[] = "/etc/admin-timeout.tmp";
 constexpr unsigned kDefaultTimeout = 300; ///< seconds
 constexpr int kInstanceClass = 3;
 constexpr std::size_t kPromptSize = 256;
+constexpr char kPromptMark[] = "  # ";
 
 constinit volatile std::sig_atomic_t idleTimeExpired = 0;
 
@@ -97,8 +98,11 @@ char* readLine()
 {
     if (!factoryResetStarted())
         sysConfRefresh(sysConfig);
+    // Copied, not formatted: a format costs as much as the rest of a short line.
     char prompt[kPromptSize];
-    std::snprintf(prompt, sizeof prompt, "%.251s  # ", sysConfig.hostname);
+    const std::size_t length = strnlen(sysConfig.hostname, sizeof prompt - sizeof kPromptMark);
+    std::memcpy(prompt, sysConfig.hostname, length);
+    std::memcpy(prompt + length, kPromptMark, sizeof kPromptMark);
     return readline(prompt);
 }
 
