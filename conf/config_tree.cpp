@@ -39,7 +39,7 @@ int capwapItemCommand(int argc, char** argv)
         cwConfShowItem(key, cwConfig);
     } else if (argc == 5 || std::strcmp(key, "data-channel-sec") == 0) {
         if (cwConfListShow(key, cwConfig) != 0)
-            cwConfSetItem(key, JoinedWords(argc, argv, 4).text, cwConfig);
+            cwConfSetItem(key, argc == 5 ? argv[4] : JoinedWords(argc, argv, 4).text, cwConfig);
     } else if (std::strcmp(argv[4], "add") == 0) {
         cwConfListAdd(key, argv[5], cwConfig);
     } else if (std::strcmp(argv[4], "del") == 0) {
