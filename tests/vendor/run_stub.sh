@@ -1,33 +1,15 @@
 #!/usr/bin/env bash
-# run_device.sh PROGRAM FOLDER: runs the shell of the stub platform on a device's file system, made below the empty
-# FOLDER. For check.sh, which calls it in a mount namespace of its own: the mounts end with this script.
+# run_stub.sh FOLDER: runs the shell of the stub platform on a device's file system, mounted on the empty FOLDER. For
+# check.sh, which calls it in a mount namespace of its own.
 set -euo pipefail
-program=$1
-root=$2
+. tests/vendor/device.sh
+root=$1
+make_device "$root"
+mkdir -p "$root/elsewhere/cfg"
 
-# The device: the system's libraries, a few tools, and records of the calls of all that could act on the machine.
-mount --make-rprivate /
-mount -t tmpfs tmpfs "$root"
-mkdir -p "$root"/{cfg,dev,etc,proc,tmp,tools,usr,elsewhere/cfg}
-mount --rbind /usr "$root/usr"
-mount --rbind /dev "$root/dev"
-mount --rbind /proc "$root/proc"
-for folder in bin lib lib64; do
-    [ -L "/$folder" ] && cp -P "/$folder" "$root/" && continue
-    [ ! -d "/$folder" ] || { mkdir "$root/$folder" && mount --rbind "/$folder" "$root/$folder"; }
-done
-cp "$program" "$root/cli"
-for tool in cat grep rm; do
-    ln -s "$(command -v "$tool")" "$root/tools/$tool"
-done
-for tool in hostname ifconfig ip pkill qln-set-hostname reboot; do
-    printf '#!/bin/sh\necho "%s $*" >>/etc/calls\n' "$tool" >"$root/tools/$tool"
-    chmod +x "$root/tools/$tool"
-done
-
-# cli [ARGUMENT...]: runs the shell on the device; what it shows, its errors and its exit status.
+# cli [ARGUMENT...]: runs the shell on the device; what it shows, its errors, and an exit status that is not 0.
 cli() {
-    chroot "$root" /usr/bin/env -i PATH=/tools TERM=dumb CLI_SIM_ROOT="${sim_root-}" /cli "$@" 2>&1 || echo "[$?]"
+    on_device "$root" CLI_SIM_ROOT="${sim_root-}" /cli "$@" 2>&1 || echo "[$?]"
 }
 
 # expect WHAT: compares standard input with what was shown.
@@ -35,7 +17,7 @@ expect() {
     local expected
     expected=$(cat)
     [ "$shown" = "$expected" ] && return
-    echo "run_device.sh: $1 shows:" >&2
+    echo "run_stub.sh: $1 shows:" >&2
     diff <(echo "$expected") <(echo "$shown") >&2 || exit 1
 }
 
@@ -68,7 +50,7 @@ vendor-ap  # quit
 Exit.
 END
 done
-[ -f "$root/tmp/cli_pipe_file" ] || { echo "run_device.sh: no pipe file in /tmp" >&2 && exit 1; }
+[ -f "$root/tmp/cli_pipe_file" ] || { echo "run_stub.sh: no pipe file in /tmp" >&2 && exit 1; }
 
 rm "$root/etc/calls"
 shown=$(

@@ -1,0 +1,61 @@
+# shellcheck shell=bash
+# Sourced from the root of the checkout: the shell built for a vendor's platform, and a file system for it to run on.
+
+vendor_build=build/vendor
+vendor_program=$PWD/$vendor_build/bin/cli
+
+# build_vendor [LIBRARY...]: without libraries for the stub, the least that defines the platform.
+build_vendor() {
+    mkdir -p "$vendor_build"
+    if [ $# -eq 0 ]; then
+        c++ -std=c++20 -O2 -I. -fno-exceptions -fno-rtti -c tests/vendor/stub_platform.cpp -o "$vendor_build/stub.o"
+        ar rcs "$vendor_build/libstub.a" "$vendor_build/stub.o"
+        set -- "$PWD/$vendor_build/libstub.a"
+    fi
+    cmake -G Ninja -S . -B "$vendor_build" -DCLI_PLATFORM=vendor -DCLI_VENDOR_LIBS="$(IFS=';' && echo "$*")" \
+        -DBUILD_TESTING=OFF -DCMAKE_BUILD_TYPE=Release >/dev/null
+    cmake --build "$vendor_build" >/dev/null
+}
+
+# in_namespace WORDS...: runs a command whose mounts end with it. False when this machine allows none.
+in_namespace() {
+    # Root needs no user namespace, and inside a container often gets none.
+    local -a unshare=(unshare -m)
+    [ "$(id -u)" -eq 0 ] || unshare=(unshare -rm)
+    "${unshare[@]}" "$@"
+}
+
+# make_device FOLDER: mounts a device's file system on the empty folder. Its tools are a few of the system's, and
+# recorders for all that could act on the machine; they write to /etc/calls.
+make_device() {
+    local root=$1 folder tool
+    mount --make-rprivate /
+    mount -t tmpfs tmpfs "$root"
+    mkdir -p "$root"/{cfg,dev,etc,proc,tmp,tools,usr}
+    for folder in usr dev proc; do
+        mount --rbind "/$folder" "$root/$folder"
+    done
+    for folder in bin lib lib64; do
+        if [ -L "/$folder" ]; then
+            cp -P "/$folder" "$root/"
+        elif [ -d "/$folder" ]; then
+            mkdir "$root/$folder"
+            mount --rbind "/$folder" "$root/$folder"
+        fi
+    done
+    for tool in cat grep rm; do
+        ln -s "$(command -v "$tool")" "$root/tools/$tool"
+    done
+    for tool in hostname ifconfig ip pkill qln-set-hostname reboot; do
+        printf '#!/bin/sh\necho "%s $*" >>/etc/calls\n' "$tool" >"$root/tools/$tool"
+        chmod +x "$root/tools/$tool"
+    done
+    cp "$vendor_program" "$root/cli"
+}
+
+# on_device FOLDER WORDS...: runs a command of the device, with nothing of this environment.
+on_device() {
+    local root=$1
+    shift
+    chroot "$root" /usr/bin/env -i PATH=/tools TERM=dumb "$@"
+}
