@@ -10,7 +10,6 @@
 #include <unistd.h>
 #include <vector>
 
-#include "conf/text.h"
 #include "tests/conf/conf_test.h"
 
 namespace fs = std::filesystem;
@@ -34,7 +33,7 @@ protected:
         return taken;
     }
 
-    int replace(const std::string& text) const
+    static int replace(const std::string& text)
     {
         ConfText content;
         content.append("%s", text.c_str());
@@ -155,22 +154,6 @@ TEST_F(ConfFileTest, AKilledSaverLeavesAWholeFile)
     }
     EXPECT_EQ(replace("last"), 0);
     EXPECT_EQ(filesIn("/cfg").size(), 1U) << "the temporary of a killed saver stays";
-}
-
-TEST_F(ConfFileTest, NumbersSaturate)
-{
-    struct {
-        const char* text;
-        int number;
-    } const kCases[] = {{"", 0},
-                        {"x", 0},
-                        {" 12x", 12},
-                        {"-7", -7},
-                        {"2147483648", 2147483647},
-                        {"-2147483649", -2147483647 - 1},
-                        {"99999999999999999999999", 2147483647}};
-    for (const auto& [text, number] : kCases)
-        EXPECT_EQ(numberFrom(text), number) << text;
 }
 
 } // namespace

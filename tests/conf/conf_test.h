@@ -47,7 +47,7 @@ protected:
     }
 
     /// What is said when a shell starts.
-    std::string prepare() const
+    static std::string prepare()
     {
         return outputOf([] { configPrepare(nullptr, nullptr); });
     }

@@ -1,4 +1,8 @@
-#include <unistd.h>
+#include <algorithm>
+#include <initializer_list>
+#include <sstream>
+#include <utility>
+#include <vector>
 
 #include "conf/cw_conf.h"
 #include "conf/cw_lists.h"
@@ -65,138 +69,70 @@ swVer=4.00
 #=====================CW CONF PARAMs========================
 )";
 
-constexpr char kChangedDisplay[] = R"(#=====================CW CONF PARAMs========================
-# CW Protocol Timer Parameters :
-	ac-ip-discover=3
-	change-state-pending-timer=25
-	data-channel-keepalive=30
-	data-channel-dead-interval=90
-	data-check-timer=30
-	discovery-interval=3
-	dtls-session-delete=5
-	echo-interval=30
-	image-data-start-timer=30
-	max-discovery-interval=5
-	max-failed-dtls-sess-retry=3
-	retransmit-interval=3
-	silent-interval=30
-	statistics-timer=120
-	wait-dtls=31
-	wait-join=21
-# CW Protocol Variables:
-	discovery-count=0
-	discovery-type=6
-	idle-timeout=300
-	max-discoveries=3
-	max-retransmit=3
-	report-interval=30
-# CW WTP saved variables:
-	ac-ip-addr=10.0.0.1 1
-	ac-ip-addr=10.0.0.2 1
-	ac-hostname=ac.example
-	allow-dflt-https=0
-	allow-dflt-ssh=0
-	ac-ctl-port=5246
-	wtp-ctl-port=5246
-	plain-ctl=0
-	addr-mode=static
-	static-ip-addr=192.168.1.2
-	static-ip-netmask=255.255.255.0
-	static-ip-gw=192.168.1.1
-	static-ip-dns=9.9.9.9
-	multicast-addr=224.0.1.140
-	multicast-ttl=1
-	dhcp-code=138
-	ap-mgmt-vlanid=0
-	data-channel-sec=dtls,ipsec
-# CW AC saved variables:
-	numStaMax=512
-	numWtpMax=16
-	security=2
-	radio_mac=0
-	vendorId_hw=12356
-	hwVer=QWX40R
-	vendorId_sw=12356
-	swVer=4.00
-#=====================CW CONF PARAMs========================
-Configuration has been changed, please save or drop it.
-)";
+/// The rows of the single-item display with the defaults.
+constexpr char kRows[] =
+    "data-channel-sec=clear,dtls,ipsec dhcp-code=138 plain-ctl=0 ac-ctl-port=5246 wtp-ctl-port=5246 "
+    "static-ip-addr=192.168.1.2 static-ip-netmask=255.255.255.0 static-ip-gw=192.168.1.1 multicast-addr=224.0.1.140 "
+    "static-ip-dns=9.9.9.9 addr-mode=dhcp ap-mgmt-vlanid=0 ac-ip-discover=3 change-state-pending-timer=25 "
+    "data-channel-keepalive=30 data-channel-dead-interval=90 data-check-timer=30 discovery-interval=3 "
+    "dtls-session-delete=5 echo-interval=30 image-data-start-timer=30 max-discovery-interval=5 "
+    "max-failed-dtls-sess-retry=3 retransmit-interval=3 silent-interval=30 statistics-timer=120 wait-dtls=31 "
+    "wait-join=21 discovery-count=0 discovery-type=0 failed-dtls-auth-fail-count=0 failed-dtls-session-count=0 "
+    "idle-timeout=300 max-discoveries=3 max-retransmit=3 report-interval=30 StaCapRptInterval=30 "
+    "StaStatsRptInterval=1 VapStatsRptInterval=15 WidsRptInterval=30 wtp-fallback=1 ac-ip-addr ac-hostname "
+    "admin-reboot-count=0 frame-encap-type=2 last-reboot-reason=255 MacType=0 preferred-ac=0 reboot-count=0 "
+    "static-acl-table=0 allow-dflt-https=0 allow-dflt-ssh=0 dflt_login_passwd= numStaMax=512 numWtpMax=16 security=2 "
+    "radio_mac=0 dtlsPolicy=135 vendorId_hw=12356 hwVer=QWX40R vendorId_sw=12356 swVer=4.00 ssid=";
 
-constexpr char kItemDisplay[] = R"(    data-channel-sec             : clear,dtls,ipsec
-    dhcp-code                    : 138
-    plain-ctl                    : 0
-    ac-ctl-port                 : 5246
-    wtp-ctl-port                 : 5246
-    static-ip-addr               : 192.168.1.2
-    static-ip-netmask            : 255.255.255.0
-    static-ip-gw                 : 192.168.1.1
-    multicast-addr               : 224.0.1.140
-    static-ip-dns                : 9.9.9.9
-    addr-mode                    : dhcp
-    ap-mgmt-vlanid               : 0
-    ac-ip-discover               : 3
-    change-state-pending-timer   : 25
-    data-channel-keepalive       : 30
-    data-channel-dead-interval   : 90
-    data-check-timer             : 30
-    discovery-interval           : 3
-    dtls-session-delete          : 5
-    echo-interval                : 30
-    image-data-start-timer       : 30
-    max-discovery-interval       : 5
-    max-failed-dtls-sess-retry   : 3
-    retransmit-interval          : 3
-    silent-interval              : 30
-    statistics-timer             : 120
-    wait-dtls                    : 31
-    wait-join                    : 21
-    discovery-count              : 0
-    discovery-type               : 0
-    failed-dtls-auth-fail-count  : 0
-    failed-dtls-session-count    : 0
-    idle-timeout                 : 300
-    max-discoveries              : 3
-    max-retransmit               : 3
-    report-interval              : 30
-    StaCapRptInterval            : 30
-    StaStatsRptInterval          : 1
-    VapStatsRptInterval          : 15
-    WidsRptInterval              : 30
-    wtp-fallback                 : 1
-config capwap wtp ac-ip-addr :
-        add                              Add AC static IP address (A.B.C.D).
-        del                              Delete AC static IP address (A.B.C.D).
-
-config capwap wtp ac-hostname :
-        add                              Add AC hostname (1 - 255 string).
-        del                              Delete AC hostname (1 - 255 string).
-
-    admin-reboot-count           : 0
-    frame-encap-type             : 2
-    last-reboot-reason           : 255
-    MacType                      : 0
-    preferred-ac                 : 0
-    reboot-count                 : 0
-    static-acl-table             : 0
-    allow-dflt-https            : 0
-    allow-dflt-ssh            : 0
-    dflt_login_passwd            : 
-    numStaMax                    : 512
-    numWtpMax                    : 16
-    security                     : 2
-    radio_mac                    : 0
-    dtlsPolicy                   : 135
-    vendorId_hw                  : 12356
-    hwVer                        : QWX40R
-    vendorId_sw                  : 12356
-    swVer                        : 4.00
-    ssid                         : 
-
-####  Configuration has been changed, please save or drop it.
-)";
+std::string rowOf(const std::string& key, const std::string& value)
+{
+    if (key == "ac-ip-addr")
+        return "config capwap wtp ac-ip-addr :\n"
+               "        add                              Add AC static IP address (A.B.C.D).\n"
+               "        del                              Delete AC static IP address (A.B.C.D).\n\n";
+    if (key == "ac-hostname")
+        return "config capwap wtp ac-hostname :\n"
+               "        add                              Add AC hostname (1 - 255 string).\n"
+               "        del                              Delete AC hostname (1 - 255 string).\n\n";
+    if (key == "ac-ctl-port")
+        return "    ac-ctl-port                 : " + value + "\n";
+    if (key == "allow-dflt-https")
+        return "    allow-dflt-https            : " + value + "\n";
+    if (key == "allow-dflt-ssh")
+        return "    allow-dflt-ssh            : " + value + "\n";
+    return "    " + key + std::string(29 - key.size(), ' ') + ": " + value + "\n";
+}
 
 constexpr char kReloading[] = "CAPWAP parameter changed, capwap daemon is reloading\n";
 constexpr char kChanged[] = "Configuration has been changed, please save or drop it.\n";
+
+struct Edit {
+    const char* from;
+    const char* to;
+};
+
+std::string edited(std::string text, std::initializer_list<Edit> edits)
+{
+    for (const auto& [from, to] : edits)
+        text.replace(text.find(from), std::strlen(from), to);
+    return text;
+}
+
+/// What `show cw_conf` makes of a file: other titles, a tab before each item, not all that surrounds them.
+std::string displayOf(const std::string& file)
+{
+    std::istringstream lines(edited(file, {{"# QK91MV-v5.04-build0241\n", ""},
+                                           {"#CW proto timers:", "# CW Protocol Timer Parameters :"},
+                                           {"#CW proto variables:", "# CW Protocol Variables:"},
+                                           {"#CW WTP saved", "# CW WTP saved"},
+                                           {"#CW AC saved", "# CW AC saved"},
+                                           {"allow-dflt-telnet=0\nallow-dflt-http=0\n", ""},
+                                           {"#Wireless temp:\n", ""}}));
+    std::string text;
+    for (std::string line; std::getline(lines, line);)
+        text += (line[0] == '#' ? "" : "\t") + line + "\n";
+    return text;
+}
 
 class CwConfTest : public ConfTest
 {
@@ -226,7 +162,17 @@ TEST_F(CwConfTest, DefaultsAreUnsavedUntilWrittenWhole)
 {
     EXPECT_EQ(prepare(), "sysConfRead: Could not open conf file /cfg/sys.conf.\n");
     EXPECT_STREQ(sysConfig.hostname, "SN42");
-    EXPECT_EQ(outputOf([] { cwConfShowItem(nullptr, cwConfig); }), kItemDisplay);
+    std::string rows;
+    std::istringstream words(kRows);
+    for (std::string word; words >> word;) {
+        const std::size_t end = std::min(word.find('='), word.size());
+        const std::string key = word.substr(0, end);
+        const std::string row = rowOf(key, word.substr(std::min(end + 1, word.size())));
+        EXPECT_EQ(outputOf([&] { cwConfShowItem(key.c_str(), cwConfig); }), row);
+        rows += row;
+    }
+    EXPECT_EQ(outputOf([] { cwConfShowItem(nullptr, cwConfig); }),
+              rows + "\n####  Configuration has been changed, please save or drop it.\n");
     EXPECT_EQ(type("save cw_conf"), kReloading);
     EXPECT_EQ(result_, 0);
     EXPECT_EQ(readFile("/cfg/cw.conf"), kDefaultFile);
@@ -235,15 +181,25 @@ TEST_F(CwConfTest, DefaultsAreUnsavedUntilWrittenWhole)
     EXPECT_FALSE(showsChange());
 }
 
-TEST_F(CwConfTest, ShowsTheWholeRecord)
+TEST_F(CwConfTest, ShowsAndWritesAChangedRecord)
 {
+    const std::string changed =
+        edited(kDefaultFile, {{"discovery-type=0", "discovery-type=6"},
+                              {"allow-dflt-telnet", "ac-ip-addr=10.0.0.1 1\nac-ip-addr=10.0.0.2 1\n"
+                                                    "ac-hostname=ac.example\nallow-dflt-telnet"},
+                              {"addr-mode=dhcp", "addr-mode=static"},
+                              {"data-channel-sec=clear,dtls,ipsec", "data-channel-sec=dtls,ipsec"}});
     startSaved();
+    EXPECT_EQ(type("show cw_conf"), displayOf(kDefaultFile));
     for (const char* line :
          {"config capwap wtp ac-ip-addr add 10.0.0.1", "config capwap wtp ac-ip-addr add 10.0.0.2",
           "config capwap wtp ac-hostname add ac.example", "config capwap wtp addr-mode static",
           "config capwap proto discovery-type multicast", "config capwap wtp data-channel-sec dtls, ipsec"})
         EXPECT_EQ(type(line), "") << line;
-    EXPECT_EQ(type("show cw_conf"), kChangedDisplay);
+    EXPECT_EQ(type("show cw_conf"), displayOf(changed) + kChanged);
+    EXPECT_EQ(type("save cw_conf"), kReloading);
+    EXPECT_EQ(readFile("/cfg/cw.conf"), changed);
+    EXPECT_EQ(type("show cw_conf"), displayOf(changed));
 }
 
 TEST_F(CwConfTest, CheckedNumbers)
@@ -294,51 +250,38 @@ TEST_F(CwConfTest, CheckedNumbers)
 
 TEST_F(CwConfTest, StoredNumbersAreCutToTheirFields)
 {
-    startSaved();
-    const auto expectStored = [this](const char* key, const char* text, const std::string& value) {
-        EXPECT_EQ(set(key, text), "") << key;
-        EXPECT_EQ(valueOf(key), value) << key << " " << text;
+    struct {
+        const char* keys;
+        std::vector<std::pair<const char*, const char*>> values;
+    } const kCases[] = {
+        {"ac-ip-discover change-state-pending-timer data-channel-dead-interval data-check-timer discovery-interval "
+         "dtls-session-delete image-data-start-timer retransmit-interval silent-interval wait-dtls wait-join "
+         "discovery-count failed-dtls-auth-fail-count failed-dtls-session-count wtp-fallback admin-reboot-count "
+         "frame-encap-type last-reboot-reason MacType preferred-ac reboot-count static-acl-table WTPLinkFailureCount "
+         "numStaMax numWtpMax StaCapRptInterval StaStatsRptInterval VapStatsRptInterval WidsRptInterval",
+         {{"70000", "4464"}, {"-1", "65535"}, {"12 sec", "12"}}},
+        {"sniff_pkt_ctl security radio_mac dtlsPolicy", {{"260", "4"}, {"99999999999", "255"}}},
+        {"vendorId_hw vendorId_sw",
+         {{"", "0"},
+          {"x", "0"},
+          {" \t12x", "12"},
+          {"+5", "5"},
+          {"- 5", "0"},
+          {"-5", "-5"},
+          {"2147483647", "2147483647"},
+          {"2147483648", "2147483647"},
+          {"-2147483648", "-2147483648"},
+          {"-2147483649", "-2147483648"},
+          {"99999999999999999999999", "2147483647"}}},
     };
-    for (const char* key : {"ac-ip-discover",
-                            "change-state-pending-timer",
-                            "data-channel-dead-interval",
-                            "data-check-timer",
-                            "discovery-interval",
-                            "dtls-session-delete",
-                            "image-data-start-timer",
-                            "retransmit-interval",
-                            "silent-interval",
-                            "wait-dtls",
-                            "wait-join",
-                            "discovery-count",
-                            "failed-dtls-auth-fail-count",
-                            "failed-dtls-session-count",
-                            "wtp-fallback",
-                            "admin-reboot-count",
-                            "frame-encap-type",
-                            "last-reboot-reason",
-                            "MacType",
-                            "preferred-ac",
-                            "reboot-count",
-                            "static-acl-table",
-                            "WTPLinkFailureCount",
-                            "numStaMax",
-                            "numWtpMax",
-                            "StaCapRptInterval",
-                            "StaStatsRptInterval",
-                            "VapStatsRptInterval",
-                            "WidsRptInterval"}) {
-        expectStored(key, "70000", "4464");
-        expectStored(key, "-1", "65535");
-        expectStored(key, "12 sec", "12");
-    }
-    for (const char* key : {"sniff_pkt_ctl", "security", "radio_mac", "dtlsPolicy"}) {
-        expectStored(key, "260", "4");
-        expectStored(key, "99999999999", "255");
-    }
-    for (const char* key : {"vendorId_hw", "vendorId_sw"}) {
-        expectStored(key, "4294967295", "2147483647");
-        expectStored(key, "-5", "-5");
+    startSaved();
+    for (const auto& [keys, values] : kCases) {
+        std::istringstream words(keys);
+        for (std::string key; words >> key;)
+            for (const auto& [text, stored] : values) {
+                EXPECT_EQ(set(key.c_str(), text), "") << key;
+                EXPECT_EQ(valueOf(key.c_str()), stored) << key << " " << text;
+            }
     }
     EXPECT_EQ(set("ApScanRptTimer", "65537"), "");
     for (const int timer : cwConfig.apScanRptTimer)
@@ -470,7 +413,7 @@ TEST_F(CwConfTest, AFileThatIsNone)
     EXPECT_EQ(outputOf([] { EXPECT_EQ(cwConfRead(cwConfig), -1); }),
               "cwConfRead: Could not open conf file /cfg/cw.conf.\n");
     prepare();
-    EXPECT_EQ(type("show cw_conf").substr(0, 60), std::string(kChangedDisplay).substr(0, 60)) << "said once";
+    EXPECT_EQ(type("show cw_conf"), displayOf(kDefaultFile) + kChanged) << "said once";
     set("echo-interval", "40");
     EXPECT_EQ(type("save cw_conf"), "");
     EXPECT_EQ(result_, -1);
