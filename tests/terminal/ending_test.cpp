@@ -122,11 +122,13 @@ TEST_F(Ending, IdleSessionEndsAsItsParentAsks)
 
 TEST_F(Ending, IdleTimeRunsAtThePromptOnly)
 {
-    setIdleTimeout(1);
-    plantTool("ping", "sleep 1.5; echo done");
+    setIdleTimeout(2);
+    plantTool("ping", "sleep 2.2; echo done");
     Terminal terminal(shellBelow("telnetd"));
     terminal.waitFor(kPrompt);
     EXPECT_EQ(ask(terminal, "ping"), "done\n");
+    terminal.resize(30, 100); // a signal at which an expired time would show
+    EXPECT_EQ(ask(terminal, "nosuch"), "Command \"nosuch\" is not supported.\n");
     terminal.send("\022p");
     terminal.waitFor("Timeout\r\nexit\r\nback 0\r\n");
 }
