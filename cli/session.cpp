@@ -80,6 +80,15 @@ void installHandlers()
     rl_signal_event_hook = handleSignals;
 }
 
+/// Takes two traps off the keyboard: M-p and M-n, after which readline 8.2 may free an undo list twice, and the switch
+/// to vi mode, which a return behind an escape key would be.
+void unbindTraps()
+{
+    rl_unbind_function_in_map(rl_noninc_reverse_search, emacs_meta_keymap);
+    rl_unbind_function_in_map(rl_noninc_forward_search, emacs_meta_keymap);
+    rl_unbind_function_in_map(rl_vi_editing_mode, emacs_meta_keymap);
+}
+
 /// Seconds that a session may wait for a line, 0: for ever.
 unsigned readIdleTimeout()
 {
@@ -133,6 +142,7 @@ void runSession()
     rl_readline_name = "cli";
     rl_prefer_env_winsize = 1;
     installCompletion();
+    unbindTraps();
     qln_app_init_with_instd(kInstanceClass, getpid());
     installHandlers();
     const unsigned timeout = readIdleTimeout();

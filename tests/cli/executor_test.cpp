@@ -168,6 +168,7 @@ TEST_F(Executor, ExpandsAliases)
                               "alias comment='brctl' # no\n"
                               "alias none=brctl\n"
                               "alias x='\n"
+                              "alias ='brctl'\n"
                               "alias " +
                                   std::string(70, 'n') + "='" + std::string(150, 't') +
                                   "'\n"

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <iterator>
 #include <set>
 #include <sstream>
 
@@ -24,13 +25,10 @@ private:
     int changes_ = 0;
 };
 
-std::set<std::string> wordsOf(const std::string& text)
+std::vector<std::string> wordsOf(const std::string& text)
 {
     std::istringstream stream(text);
-    std::set<std::string> words;
-    for (std::string word; stream >> word;)
-        words.insert(word);
-    return words;
+    return {std::istream_iterator<std::string>(stream), {}};
 }
 
 } // namespace
@@ -89,6 +87,7 @@ TEST_F(Editing, CompletesWords)
         {"config system f\t", "config system f"},
         {"con$ sho\t", "con$ sho"},
         {"nosuch con\t", "nosuch con"},
+        {"debug nosuch debug al\t", "debug nosuch debug al"},
         {"ping con\t", "ping con"},
         {"help \t", "help "},
     };
@@ -106,9 +105,9 @@ TEST_F(Editing, OffersWhatCanBeTypedNext)
 {
     const struct {
         const char* typed;
-        std::set<std::string> offered;
+        std::vector<std::string> offered; ///< in the order of the tables, which is a row's
     } cases[] = {
-        {"c", {"cable", "cw_diag", "cw_debug", "calibration", "config", "cfg"}},
+        {"c", {"cw_diag", "cw_debug", "calibration", "config", "cfg", "cable"}},
         {"config capwap wtp static-ip-", {"static-ip-addr", "static-ip-netmask", "static-ip-gw", "static-ip-dns"}},
     };
     writeFile("/etc/profile", "alias cable='ifconfig eth0'\n");
@@ -132,7 +131,8 @@ TEST_F(Editing, OffersWhatCanBeTypedNext)
         if (line.starts_with('\t'))
             visible.insert(line.substr(1, line.find(' ') - 1));
     EXPECT_TRUE(visible.contains("cable"));
-    EXPECT_EQ(offered(""), visible);
+    const std::vector<std::string> everything = offered("");
+    EXPECT_EQ(std::set(everything.begin(), everything.end()), visible);
 }
 
 TEST_F(Editing, KeepsHistory)
@@ -199,4 +199,25 @@ TEST_F(Editing, AResizedWindowLeavesTheLine)
     terminal.resize(10, 60);
     terminal.send("ch\r");
     terminal.waitFor("Command \"nosuch\" is not supported.");
+}
+
+TEST_F(Editing, PastedLinesRunOneByOne)
+{
+    Terminal terminal(shell({"TERM=xterm"}));
+    terminal.waitFor(kPrompt);
+    terminal.send("\x1b[200~ping a\rping b\r\x1b[201~list\r");
+    terminal.waitFor("0: ping a\r\r\n1: ping b\r\r\n2: list\r\r\n");
+    EXPECT_EQ(calls(), "ping a\nping b\n");
+}
+
+/// Searches from which readline returns with an undo list that it frees twice, and keys that switch its mode.
+TEST_F(Editing, KeysThatCouldBreakItAreDead)
+{
+    Terminal terminal(shell());
+    terminal.waitFor(kPrompt);
+    for (const char* keys : {"t\r", "p\r", "i\x10\x1bp\x05\r", "\x1b[A\x0f", "\x03"}) {
+        terminal.send(keys);
+        terminal.waitFor(kFreshPrompt);
+    }
+    EXPECT_EQ(ask(terminal, "\x1b\rnosuch\x1bx"), "Command \"nosuch\" is not supported.\n");
 }
