@@ -16,6 +16,7 @@ constexpr std::size_t kPipeBufferSize = 4096;
 
 struct Pipe {
     bool active;
+    bool hasFile; ///< the pipe file is this line's own
     std::size_t length;
     char buffer[kPipeBufferSize];
 };
@@ -94,17 +95,20 @@ int createPipeFile()
     return 0;
 }
 
-void beginPipe()
+int beginPipe()
 {
-    createPipeFile();
     pipeState.active = true;
     pipeState.length = 0;
+    pipeState.hasFile = createPipeFile() == 0;
+    return pipeState.hasFile ? 0 : -1;
 }
 
 int flushPipe()
 {
     if (pipeState.length == 0)
         return 0;
+    if (!pipeState.hasFile)
+        return -1;
     const int fd = open(DeviceFile(kPipeFile).path(), O_WRONLY | O_APPEND | O_NOFOLLOW | O_CLOEXEC);
     if (fd < 0)
         return -1;

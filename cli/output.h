@@ -20,8 +20,8 @@ void cli_print(const char* text);
 /// Prints each word followed by a blank, then a line feed.
 int echoWords(int argc, char** argv);
 
-/// From here on the output is collected, beginning with an empty pipe file.
-void beginPipe();
+/// From here on the output is collected, beginning with an empty pipe file. 0, or -1 when the file cannot be made anew.
+int beginPipe();
 
 /// Writes what is collected to the pipe file. 0, or -1 when the file cannot be opened; the buffer then keeps it.
 int flushPipe();

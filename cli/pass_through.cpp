@@ -1,6 +1,7 @@
 #include "cli/pass_through.h"
 
 #include <cstdio>
+#include <unistd.h>
 
 #include "cli/external.h"
 #include "cli/output.h"
@@ -79,10 +80,13 @@ void runDirect()
 
 int runPiped(CliHandler handler)
 {
-    beginPipe();
+    const DeviceFile file(kPipeFile);
+    const bool isNew = beginPipe() == 0;
     const int result = handler(tokenStore.pipeIndex, tokenStore.tokens);
     flushPipe();
     endPipe();
-    runCommandf("cat %s%s", DeviceFile(kPipeFile).path(), TokenText(tokenStore.pipeIndex, tokenStore.argc).text());
+    // What an earlier line left in a place that cannot be written must not show.
+    const bool isOld = !isNew && access(file.path(), F_OK) == 0;
+    runCommandf("cat %s%s", isOld ? "/dev/null" : file.path(), TokenText(tokenStore.pipeIndex, tokenStore.argc).text());
     return result;
 }

@@ -119,7 +119,7 @@ TEST(FirewallRule, KeepsToItsBuffer)
         std::string buffer(size + 1, '#');
         EXPECT_EQ(firewallFormatRule4(&rule, 0, buffer.data(), size), buffer.data());
         EXPECT_EQ(buffer.back(), '#');
-        EXPECT_EQ(std::string(buffer.c_str()), size == 0 ? "#" : whole.substr(0, size - 1));
+        EXPECT_STREQ(buffer.c_str(), size == 0 ? "#" : whole.substr(0, size - 1).c_str());
     }
     EXPECT_EQ(firewallFormatRule4(&rule, 0, nullptr, 10), nullptr);
     EXPECT_EQ(firewallFormatRule6(nullptr, 0, nullptr, 10), nullptr);

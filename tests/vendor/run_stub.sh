@@ -91,6 +91,14 @@ new-name  # lan
 new-name  # quit
 Exit.
 END
+mount -o remount,rw "$root/tmp"
+echo 'cw of an earlier line' >"$root/tmp/cli_pipe_file"
+mount -o remount,ro "$root/tmp"
+shown=$(printf 'show | grep cw\n' | cli)
+expect 'a read-only "/tmp" with an old pipe file' <<'END'
+new-name  # show | grep cw
+new-name  # [1]
+END
 umount "$root/tmp"
 
 shown=$(cli </dev/null && cli <&- && cli run </dev/null)
