@@ -37,6 +37,22 @@ std::string dumpOf(const std::string& image)
     return text;
 }
 
+/// What the four readers of single fields find, each of which must return `result`.
+struct Readings {
+    std::uint8_t mac[6]{};
+    char oemSn[17]{};
+    char part[10]{};
+    char letter = '\0';
+
+    void take(int result)
+    {
+        EXPECT_EQ(biosGetOemMac(mac), result);
+        EXPECT_EQ(biosGetOemSn(oemSn), result);
+        EXPECT_EQ(biosGetPn(part), result);
+        EXPECT_EQ(biosGetRegCode(letter), result);
+    }
+};
+
 TEST_F(FlashTest, FindsThePartitionByItsName)
 {
     struct Case {
@@ -77,14 +93,10 @@ TEST_F(FlashTest, WithoutADeviceNothingIsReadOrWritten)
 {
     for (const char* missing : {kPartition, "/proc/mtd"}) {
         fs::remove(path(missing));
-        std::uint8_t mac[6]{};
-        char text[17], part[10], letter;
+        Readings found;
         writeFile("/tmp/x.rom", image_);
         EXPECT_EQ(outputOf([&] {
-                      EXPECT_EQ(biosGetOemMac(mac), -1);
-                      EXPECT_EQ(biosGetOemSn(text), -1);
-                      EXPECT_EQ(biosGetPn(part), -1);
-                      EXPECT_EQ(biosGetRegCode(letter), -1);
+                      found.take(-1);
                       EXPECT_EQ(biosSetMac("001122334455"), -1);
                       EXPECT_EQ(biosSetOemSn("A"), -1);
                       EXPECT_EQ(biosSetQlnSn("A"), -1);
@@ -144,19 +156,12 @@ TEST_F(FlashTest, ReadersReturnTheirSlot)
     image = patched(image, 0x3FFB0, "Regcode:E");
     writeFile(kPartition, sealed(patched(image, 0x3FFE0, "QPK310V4U1600001")));
 
-    std::uint8_t mac[6]{};
-    char text[17], part[10], letter;
-    EXPECT_EQ(outputOf([&] {
-                  EXPECT_EQ(biosGetOemMac(mac), 0);
-                  EXPECT_EQ(biosGetOemSn(text), 0);
-                  EXPECT_EQ(biosGetPn(part), 0);
-                  EXPECT_EQ(biosGetRegCode(letter), 0);
-              }),
-              "");
-    EXPECT_EQ(std::memcmp(mac, "\x0a\x1b\x2c\x3d\x4e\x5f", 6), 0);
-    EXPECT_STREQ(text, "QPK310V4U1600001");
-    EXPECT_STREQ(part, "12345678R");
-    EXPECT_EQ(letter, 'E');
+    Readings found;
+    EXPECT_EQ(outputOf([&] { found.take(0); }), "");
+    EXPECT_EQ(std::memcmp(found.mac, "\x0a\x1b\x2c\x3d\x4e\x5f", 6), 0);
+    EXPECT_STREQ(found.oemSn, "QPK310V4U1600001");
+    EXPECT_STREQ(found.part, "12345678R");
+    EXPECT_EQ(found.letter, 'E');
 }
 
 TEST_F(FlashTest, ConvertsOnlyTwelveHexadecimalDigits)
@@ -177,16 +182,10 @@ TEST_F(FlashTest, EveryFlippedByteIsReported)
         image = sealed(image);
         image[offset] = static_cast<char>(image[offset] ^ 0x10);
         writeFile(kPartition, image);
-        std::uint8_t mac[6]{};
-        char text[17], part[10], letter;
-        EXPECT_EQ(outputOf([&] {
-                      EXPECT_EQ(biosGetOemMac(mac), 0);
-                      EXPECT_EQ(biosGetOemSn(text), 0);
-                      EXPECT_EQ(biosGetPn(part), 0);
-                      EXPECT_EQ(biosGetRegCode(letter), 0);
-                  }),
+        Readings found;
+        EXPECT_EQ(outputOf([&] { found.take(0); }),
                   "biosGetOemMac: CRC error.\r\nbiosGetOemSn: CRC error.\r\nbiosGetPn: CRC error.\r\n");
-        EXPECT_STREQ(text, "QPK310V4U1600001");
+        EXPECT_STREQ(found.oemSn, "QPK310V4U1600001");
     }
 }
 

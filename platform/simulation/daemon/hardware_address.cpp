@@ -2,22 +2,22 @@
 
 #include <algorithm>
 
+#include "platform/flash_layout.h"
 #include "platform/system_library.h"
 
 namespace
 {
 
-constexpr std::size_t kPlatformInfoSize = 112;
 constexpr HardwareAddress kDefaultBase = {0x02, 0x1a, 0x2b, 0x00, 0x01, 0x00};
 
 } // namespace
 
 HardwareAddress baseAddress()
 {
-    std::array<uint8_t, kPlatformInfoSize> info{};
-    get_qln_platform_info(info.data());
+    PlatformInfo info{};
+    get_qln_platform_info(&info);
     HardwareAddress address{};
-    std::copy_n(info.begin(), address.size(), address.begin());
+    std::ranges::copy(info.mac, address.begin());
     return address == HardwareAddress{} ? kDefaultBase : address;
 }
 
