@@ -1,0 +1,20 @@
+// Reading and writing files whole, whatever signals arrive.
+
+#ifndef BASE_FILE_H
+#define BASE_FILE_H
+
+#include <cstddef>
+#include <sys/types.h>
+
+/// Reads up to `size` bytes; an interrupted read is continued. Returns their number, fewer than `size` at the end of
+/// the file, or -1 when reading failed.
+ssize_t readAll(int fd, void* bytes, std::size_t size);
+
+/// Writes `size` bytes; an interrupted write is continued. False when not all of them could be written.
+bool writeAll(int fd, const void* bytes, std::size_t size);
+
+/// Opens a device file for reading if it is a plain file: a pipe, a device or a folder in its place neither hangs the
+/// caller nor is read. Returns the descriptor, which the caller closes, or -1.
+int openPlainFile(const char* devicePath);
+
+#endif
