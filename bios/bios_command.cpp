@@ -8,6 +8,7 @@
 #include "bios/platform_info.h"
 #include "cli/external.h"
 #include "cli/output.h"
+#include "cli/pipe.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
 

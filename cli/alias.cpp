@@ -4,10 +4,10 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "cli/pass_through.h"
+#include "base/file.h"
+#include "cli/pipe.h"
 #include "cli/root_table.h"
 #include "cli/tokenizer.h"
-#include "platform/device_file.h"
 
 namespace
 {
@@ -21,7 +21,8 @@ constexpr std::size_t kProfileLineSize = 256;
 
 FILE* openProfile()
 {
-    return std::fopen(DeviceFile(kProfile).path(), "re");
+    const int file = openPlainFile(kProfile);
+    return file < 0 ? nullptr : fdopen(file, "r");
 }
 
 bool isDefinition(const char* line)

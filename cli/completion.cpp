@@ -29,30 +29,54 @@ const cli_node* offeringNode()
     return lastWordIsArgument ? nullptr : node;
 }
 
-/// The completion key. Behind trailing blanks it completes the word before them, and puts them back when there was
-/// nothing to add.
+/// Completes as readline's function does. Behind trailing blanks it completes the word before them, and puts them back
+/// when there was nothing to add: so no key repeats that word. A menu goes on behind the blank that it puts there
+/// itself.
+template <rl_command_func_t Complete, bool IsMenu = false>
 int completeWord(int count, int key)
 {
-    if (rl_last_func == completeWord)
-        rl_last_func = rl_complete; // a second press in a row lists the candidates
+    const bool again = rl_last_func == completeWord<Complete, IsMenu>;
+    if (again)
+        rl_last_func = Complete; // readline does something else when a key is pressed twice
     const int cursor = rl_point;
     int wordEnd = cursor;
     while (wordEnd > 0 && rl_line_buffer[wordEnd - 1] == ' ')
         --wordEnd;
-    if (wordEnd == 0 || wordEnd == cursor)
-        return rl_complete(count, key);
+    if (wordEnd == 0 || wordEnd == cursor || (IsMenu && again))
+        return Complete(count, key);
 
     rl_begin_undo_group();
     rl_delete_text(wordEnd, cursor);
     rl_point = wordEnd;
     const int lineEnd = rl_end;
-    const int result = rl_complete(count, key);
+    const int result = Complete(count, key);
     if (rl_end == lineEnd)
         for (int i = wordEnd; i < cursor; ++i)
             rl_insert_text(" ");
     rl_end_undo_group();
     return result;
 }
+
+struct CompletionCommand {
+    const char* name; ///< in readline's configuration file
+    rl_command_func_t* function;
+};
+
+constexpr CompletionCommand kCommands[] = {
+    {"complete", completeWord<rl_complete>},
+    {"possible-completions", completeWord<rl_possible_completions>},
+    {"insert-completions", completeWord<rl_insert_completions>},
+    {"menu-complete", completeWord<rl_menu_complete, true>},
+    {"menu-complete-backward", completeWord<rl_backward_menu_complete, true>},
+    {"old-menu-complete", completeWord<rl_old_menu_complete, true>},
+    {"delete-char-or-list", completeWord<rl_delete_or_show_completions>},
+};
+
+struct CompletionKey {
+    Keymap map;
+    int key;
+    rl_command_func_t* function;
+};
 
 } // namespace
 
@@ -81,6 +105,19 @@ void installCompletion()
 {
     rl_completion_entry_function = completionGenerator;
     rl_sort_completion_matches = 0;
-    rl_bind_key('\t', completeWord);
-    rl_bind_key_in_map('\t', completeWord, vi_insertion_keymap);
+    // Names that are given before readline gives its own are those that its configuration file means.
+    for (const CompletionCommand& row : kCommands)
+        rl_add_funmap_entry(row.name, row.function);
+    const CompletionKey keys[] = {
+        {emacs_standard_keymap, '\t', completeWord<rl_complete>},
+        {emacs_meta_keymap, ESC, completeWord<rl_complete>},
+        {emacs_meta_keymap, '?', completeWord<rl_possible_completions>},
+        {emacs_meta_keymap, '=', completeWord<rl_possible_completions>},
+        {emacs_meta_keymap, '*', completeWord<rl_insert_completions>},
+        {vi_insertion_keymap, '\t', completeWord<rl_complete>},
+        {vi_insertion_keymap, CTRL('N'), completeWord<rl_menu_complete, true>},
+        {vi_insertion_keymap, CTRL('P'), completeWord<rl_backward_menu_complete, true>},
+    };
+    for (const CompletionKey& row : keys)
+        rl_bind_key_in_map(row.key, row.function, row.map);
 }

@@ -1,5 +1,6 @@
 #include "cli/debug_commands.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -8,12 +9,13 @@
 
 #include "cli/debug_mask.h"
 #include "cli/output.h"
+#include "cli/pipe.h"
 #include "platform/debug_library.h"
 
 namespace
 {
 
-/// A library with more submodules in one module than this has a damaged table.
+/// Submodules of one module that are listed.
 constexpr std::int32_t kMaxSubmodules = 256;
 
 constexpr int kMaxCrashRecords = 2000;
@@ -38,16 +40,15 @@ struct Facility {
     std::span<const char* const> moreNames; ///< listed behind the names of the library
 };
 
-/// An operation whose result does not matter.
+/// An operation that may print; its result does not matter.
 template <auto Operation>
 void call()
 {
+    const PipedOutput output;
     Operation();
 }
 
 constexpr Verb kDebugVerbs[] = {
-    {"show", call<print_udebug>},
-    {"log-clear", call<clear_udebug_logs>},
     {"clear", clear_dbg_all},
     {"all", dbg_all},
 };
@@ -107,9 +108,21 @@ std::span<std::uint64_t> masksOf(const Facility& facility)
     return {masks, masks != nullptr ? facility.maskCount : 0};
 }
 
+void printNames(const Facility& facility)
+{
+    const PipedOutput output;
+    facility.printNames();
+}
+
+void printSubmoduleNames(const Facility& facility, int id)
+{
+    const PipedOutput output;
+    facility.printSubmoduleNames(id);
+}
+
 void listNames(const Facility& facility)
 {
-    facility.printNames();
+    printNames(facility);
     for (const char* name : facility.moreNames)
         cli_print(name);
 }
@@ -120,7 +133,7 @@ void switchSubmodule(const Facility& facility, int id, int argc, char** argv)
     const int submodule = facility.submoduleIdOf(id, argv[2]);
     if (submodule < 0) {
         cli_printf("Can't find submod %s for app %s\n", argv[2], argv[1]);
-        facility.printSubmoduleNames(id);
+        printSubmoduleNames(facility, id);
     } else if (argc == 3) {
         cli_print("on/off\n");
     } else if (same(argv[3], "on") || same(argv[3], "off")) {
@@ -134,9 +147,9 @@ void switchModule(const Facility& facility, int argc, char** argv)
     const int id = facility.idOf(argv[1]);
     if (id < facility.firstKnownId) {
         cli_printf("Can't find %s %s\n", facility.noun, argv[1]);
-        facility.printNames();
+        printNames(facility);
     } else if (argc == 2) {
-        facility.printSubmoduleNames(id);
+        printSubmoduleNames(facility, id);
     } else if (same(argv[2], "clear") || same(argv[2], "all")) {
         turnDebugSwitches(masksOf(facility), id, kAllDebugSwitches, same(argv[2], "all"));
     } else {
@@ -194,6 +207,7 @@ int toBufferCommand(int, char**)
 
 int showLogCommand(int, char**)
 {
+    const PipedOutput output;
     return print_udebug();
 }
 
@@ -285,9 +299,9 @@ void copyText(char (&field)[Size], const char* text, std::size_t length)
 /// Gives `row` a child for each submodule, with the children `switches`, and the verbs. 0, or -1 without memory.
 int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> switches)
 {
-    if (module.count <= 0 || module.count > kMaxSubmodules || module.submodules == nullptr)
+    if (module.count <= 0 || module.submodules == nullptr)
         return 0;
-    const auto count = static_cast<std::size_t>(module.count);
+    const auto count = static_cast<std::size_t>(std::min(module.count, kMaxSubmodules));
     auto* children = static_cast<cli_node*>(std::calloc(count + std::size(kModuleVerbs), sizeof(cli_node)));
     if (children == nullptr)
         return -1;
@@ -306,7 +320,7 @@ int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> s
         ++child;
     }
     row.children = children;
-    row.childCount = module.count + static_cast<std::int32_t>(std::size(kModuleVerbs));
+    row.childCount = static_cast<std::int32_t>(count + std::size(kModuleVerbs));
     return 0;
 }
 

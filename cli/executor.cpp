@@ -6,7 +6,7 @@
 #include "cli/alias.h"
 #include "cli/node.h"
 #include "cli/output.h"
-#include "cli/pass_through.h"
+#include "cli/pipe.h"
 #include "cli/tokenizer.h"
 
 namespace
@@ -51,16 +51,9 @@ int executeLine(const char* line)
         std::puts("Command is not supported.");
         return 0;
     }
-    if (node->handler == capturePassThrough) {
-        runCaptured();
-        return 0;
-    }
-    if (node->handler == directPassThrough) {
-        runDirect();
-        return 0;
-    }
     const CliHandler handler = node->handler != nullptr ? node->handler : helpLister;
-    return tokenStore.pipeIndex != 0 ? runPiped(handler) : handler(tokenStore.argc, tokenStore.tokens);
+    const bool isTool = handler == capturePassThrough || handler == directPassThrough;
+    return tokenStore.pipeIndex != 0 && !isTool ? runPiped(handler) : handler(tokenStore.argc, tokenStore.tokens);
 }
 
 int helpLister(int argc, char** argv)

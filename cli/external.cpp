@@ -1,11 +1,14 @@
 #include "cli/external.h"
 
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <sys/wait.h>
 
 #include "cli/output.h"
-#include "platform/device_file.h"
+#include "shell/signals.h"
+#include "shell/terminal.h"
 
 namespace
 {
@@ -18,6 +21,16 @@ bool compose(std::span<char> buffer, const char* format, va_list arguments)
     buffer[0] = '\0';
     cli_print("    Error: Command line too long.\n");
     return false;
+}
+
+bool endedByInterrupt(int status)
+{
+    constexpr int kSignalBase = 128; ///< a system shell reports a tool's signal above it
+    const auto isInterrupt = [](int signal) {
+        return signal == SIGINT || signal == SIGQUIT;
+    };
+    return status != -1 &&
+           (WIFSIGNALED(status) ? isInterrupt(WTERMSIG(status)) : isInterrupt(WEXITSTATUS(status) - kSignalBase));
 }
 
 } // namespace
@@ -34,7 +47,11 @@ bool composeCommand(std::span<char> buffer, const char* format, ...)
 int runCommand(const char* command)
 {
     std::fflush(stdout);
-    return std::system(command);
+    const int status = std::system(command);
+    restoreTerminal();
+    if (endedByInterrupt(status))
+        noteInterrupt();
+    return status;
 }
 
 int runCommandf(const char* format, ...)
@@ -45,14 +62,4 @@ int runCommandf(const char* format, ...)
     const bool fits = compose(command, format, arguments);
     va_end(arguments);
     return fits ? runCommand(command) : -1;
-}
-
-void runShellCommand(const char* command)
-{
-    if (!pipeIsActive()) {
-        runCommand(command);
-        return;
-    }
-    flushPipe();
-    runCommandf("%s >> %s", command, DeviceFile(kPipeFile).path());
 }

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/file.h"
 #include "cli/external.h"
 #include "cli/output.h"
 #include "platform/device_file.h"
@@ -14,8 +15,6 @@
 
 namespace
 {
-
-constexpr std::size_t kCommandLineHead = 128;
 
 constinit bool resetStarted = false;
 
@@ -30,63 +29,93 @@ int oemCommand(int argc, char** argv)
     return 0;
 }
 
-/// What a look at the parent's command line leaves in a temporary file of this process.
-class ParentFile
+/// The parent process, known by its command line. A look at it leaves what it found in a temporary file of this
+/// process; where that cannot be written, the command line is read directly, so that a full "/tmp" opens no door.
+class Parent
 {
 public:
-    ParentFile() : parent_(getppid()), file_(nameFor(parent_)) {}
-
-    /// Filters the parent's command line into the file. Whether something was left there.
-    [[nodiscard]] bool filledBy(const char* filter) const
+    Parent() : process_(getppid())
     {
-        unlink(file_.path());
-        const int fd = open(file_.path(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
+        std::snprintf(commandLine_, sizeof commandLine_, "/proc/%d/cmdline", static_cast<int>(process_));
+        std::snprintf(devicePath_, sizeof devicePath_, "/tmp/cli_%d.tmp", static_cast<int>(process_));
+    }
+
+    /// Whether `text` stands anywhere in the command line.
+    [[nodiscard]] bool mentions(const char* text) const
+    {
+        char filter[32];
+        std::snprintf(filter, sizeof filter, " | grep -a %s", text);
+        return fillFile(filter) || Head(commandLine_).contains(text);
+    }
+
+    /// Whether `text` stands in the name of the program.
+    [[nodiscard]] bool isProgram(const char* text) const
+    {
+        const Head head(fillFile("") ? DeviceFile(devicePath_).path() : commandLine_);
+        return head.programContains(text);
+    }
+
+    void removeFile() const
+    {
+        if (hasFile())
+            runCommandf("rm %s", DeviceFile(devicePath_).path());
+    }
+
+    void kill() const { runCommandf("kill -9 %d", static_cast<int>(process_)); }
+
+private:
+    /// The beginning of a file that holds words with a zero behind each.
+    class Head
+    {
+    public:
+        explicit Head(const char* path)
+        {
+            const int fd = open(path, O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+            if (fd < 0)
+                return;
+            const ssize_t length = readAll(fd, bytes_, sizeof bytes_ - 1);
+            close(fd);
+            length_ = length > 0 ? static_cast<std::size_t>(length) : 0;
+        }
+        [[nodiscard]] bool contains(const char* text) const
+        {
+            return memmem(bytes_, length_, text, std::strlen(text)) != nullptr;
+        }
+        [[nodiscard]] bool programContains(const char* text) const
+        {
+            return std::strstr(bytes_, text) != nullptr; // which ends at the first zero
+        }
+
+    private:
+        std::size_t length_ = 0;
+        char bytes_[4096]{};
+    };
+
+    /// Filters the command line into the file. Whether something is there then.
+    [[nodiscard]] bool fillFile(const char* filter) const
+    {
+        const DeviceFile file(devicePath_);
+        unlink(file.path());
+        const int fd = open(file.path(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
         if (fd < 0)
             return false;
         close(fd);
-        runCommandf("cat /proc/%d/cmdline%s > %s", static_cast<int>(parent_), filter, file_.path());
-        struct stat status {
-        };
-        return isOurs(status) && status.st_size > 0;
+        runCommandf("cat %s%s > %s", commandLine_, filter, file.path());
+        struct stat status;
+        return hasFile() && lstat(file.path(), &status) == 0 && status.st_size > 0;
     }
 
-    /// Whether the file begins with a program name that contains `text`.
-    [[nodiscard]] bool names(const char* text) const
+    /// What somebody else planted at the name is not ours.
+    [[nodiscard]] bool hasFile() const
     {
-        char head[kCommandLineHead + 1]{};
-        FILE* file = std::fopen(file_.path(), "re");
-        if (file == nullptr)
-            return false;
-        const std::size_t length = std::fread(head, 1, kCommandLineHead, file);
-        std::fclose(file);
-        return length > 0 && std::strstr(head, text) != nullptr;
+        struct stat status;
+        return lstat(DeviceFile(devicePath_).path(), &status) == 0 && S_ISREG(status.st_mode) &&
+               status.st_uid == geteuid();
     }
 
-    void remove() const
-    {
-        struct stat status {
-        };
-        if (isOurs(status))
-            runCommandf("rm %s", file_.path());
-    }
-
-    void killParent() const { runCommandf("kill -9 %d", static_cast<int>(parent_)); }
-
-private:
-    static DeviceFile nameFor(pid_t parent)
-    {
-        char name[32];
-        std::snprintf(name, sizeof name, "/tmp/cli_%d.tmp", static_cast<int>(parent));
-        return DeviceFile(name);
-    }
-
-    bool isOurs(struct stat& status) const
-    {
-        return lstat(file_.path(), &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid();
-    }
-
-    pid_t parent_;
-    DeviceFile file_;
+    pid_t process_;
+    char commandLine_[32];
+    char devicePath_[32];
 };
 
 } // namespace
@@ -110,9 +139,9 @@ int rebootCommand(int, char**)
 
 int shellCommand(int, char**)
 {
-    const ParentFile parent;
-    if (parent.filledBy(" | grep -a /bin/sh")) {
-        parent.remove();
+    const Parent parent;
+    if (parent.mentions("/bin/sh")) {
+        parent.removeFile();
         std::exit(EXIT_SUCCESS);
     }
     runCommand("/bin/sh");
@@ -136,13 +165,13 @@ bool factoryResetStarted()
 
 void endIdleSession()
 {
-    const ParentFile parent;
-    if (parent.filledBy(" | grep -a telnetd")) {
+    const Parent parent;
+    if (parent.mentions("telnetd")) {
         cli_print("Timeout\nexit\n");
-    } else if (parent.filledBy("") && parent.names("/bin/sh")) {
-        parent.remove();
-        parent.killParent();
+    } else if (parent.isProgram("/bin/sh")) {
+        parent.removeFile();
+        parent.kill();
     }
-    parent.remove();
+    parent.removeFile();
     std::exit(EXIT_SUCCESS);
 }

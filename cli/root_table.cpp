@@ -4,7 +4,7 @@
 #include "cli/debug_commands.h"
 #include "cli/executor.h"
 #include "cli/guard.h"
-#include "cli/pass_through.h"
+#include "cli/pipe.h"
 #include "conf/cfg.h"
 #include "conf/config_tree.h"
 #include "diag/country.h"

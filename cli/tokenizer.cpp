@@ -162,6 +162,25 @@ bool step(char c, ParseMode mode)
     return allowed;
 }
 
+/// The word straight behind a pipe symbol, which has no token of its own; null when there is none.
+const char* gluedWord(int index)
+{
+    const char* symbol = tokenStore.tokens[index];
+    if (classOf(*symbol) != CharClass::pipe)
+        return nullptr;
+    const auto segment = static_cast<std::size_t>(symbol - tokenStore.segments[0]) / TokenStore::kSegmentSize + 1;
+    const char* word = tokenStore.segments[segment];
+    return *word == '\0' || tokenStore.tokens[index + 1] == word ? nullptr : word;
+}
+
+/// Adds " %s" to a text of `length` characters, cut to the buffer. Returns the new length.
+std::size_t appendWord(std::span<char> buffer, std::size_t length, const char* word)
+{
+    const int wanted = std::snprintf(&buffer[length], buffer.size() - length, " %s", word);
+    const std::size_t room = buffer.size() - length - 1;
+    return length + (static_cast<std::size_t>(wanted) < room ? static_cast<std::size_t>(wanted) : room);
+}
+
 } // namespace
 
 ParseResult parseLine(std::string_view line, ParseMode mode)
@@ -192,13 +211,12 @@ const char* partialWord()
 std::size_t appendTokens(std::span<char> buffer, int first, int last)
 {
     std::size_t length = 0;
-    for (int i = first; i < last && i < tokenStore.tokenCount && length + 1 < buffer.size(); ++i) {
-        const int wanted = std::snprintf(&buffer[length], buffer.size() - length, " %s", tokenStore.tokens[i]);
-        const std::size_t room = buffer.size() - length - 1;
-        length += static_cast<std::size_t>(wanted) < room ? static_cast<std::size_t>(wanted) : room;
+    buffer[0] = '\0';
+    for (int i = first; i < last && i < tokenStore.tokenCount; ++i) {
+        length = appendWord(buffer, length, tokenStore.tokens[i]);
+        if (const char* word = gluedWord(i); word != nullptr)
+            length = appendWord(buffer, length, word);
     }
-    if (length < buffer.size())
-        buffer[length] = '\0';
     return length;
 }
 

@@ -51,7 +51,9 @@ int wordCount();
 /// The word that is still being typed, or null.
 const char* partialWord();
 
-/// Writes " %s" for each token from `first` up to `last`, cut to the buffer. Returns the characters written.
+/// Writes " %s" for each token from `first` up to `last`, cut to the buffer, which is not empty. A word straight behind
+/// a pipe symbol, which has no token, stands there too: so every segment begins with the word that was checked. Returns
+/// the characters written.
 std::size_t appendTokens(std::span<char> buffer, int first, int last);
 
 /// Says the store's counters and tokens, for diagnosis.

@@ -3,6 +3,7 @@
 #include "bios/platform_info.h"
 #include "cli/external.h"
 #include "cli/output.h"
+#include "cli/pipe.h"
 #include "platform/system_library.h"
 
 int versionCommand(int, char**)

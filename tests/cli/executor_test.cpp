@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <functional>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,7 +14,7 @@
 #include "cli/external.h"
 #include "cli/node.h"
 #include "cli/output.h"
-#include "cli/pass_through.h"
+#include "cli/pipe.h"
 #include "cli/root_table.h"
 #include "cli/tokenizer.h"
 #include "tests/support/device.h"
@@ -102,27 +106,61 @@ TEST_F(Executor, PassesToolsTheWordsAsTyped)
     EXPECT_EQ(readFile("/tmp/cli_pipe_file"), "first\nsecond\nthird\n");
     run("ifconfig  wlan0   down");
     run("ping  10.0.0.1 ; ping x");
-    EXPECT_EQ(calls(), "ifconfig wlan0 down\nping 10.0.0.1\nping x\n");
+    run("ping a;ping uname -a ;ping b");
+    EXPECT_EQ(calls(), "ifconfig wlan0 down\nping 10.0.0.1\nping x\nping a\nping uname -a\nping b\n");
     const std::string longest(kLineLength - 5, 'a');
     run("ping " + longest);
     EXPECT_NE(calls().find("\nping " + longest + "\n"), std::string::npos);
     EXPECT_EQ(run("brctl " + std::string(1010, 'a')), "    Error: Command line too long.\n");
 }
 
-TEST_F(Executor, CapturesIntoAFileOfItsOwn)
+/// Whatever stands at the name of the pipe file, lines are answered, and nothing is written through it.
+TEST_F(Executor, MakesThePipeFileAnew)
 {
     plantTool("brctl", "echo shown");
-    writeFile("/tmp/victim", "untouched");
-    ASSERT_EQ(symlink(path("/tmp/victim").c_str(), path("/tmp/cli_pipe_file").c_str()), 0);
-    EXPECT_EQ(run("brctl"), "shown\n");
-    EXPECT_EQ(readFile("/tmp/victim"), "untouched");
-    struct stat status {
+    const std::string file = path("/tmp/cli_pipe_file");
+    const std::string victim = path("/tmp/victim");
+    const std::function<void()> plants[] = {
+        [] {},
+        [&] { ASSERT_EQ(symlink(victim.c_str(), file.c_str()), 0); },
+        [&] { ASSERT_EQ(link(victim.c_str(), file.c_str()), 0); },
+        [&] { ASSERT_EQ(mkfifo(file.c_str(), 0666), 0); },
+        [&] { writeFile("/tmp/cli_pipe_file", "of an earlier line"); },
     };
-    ASSERT_EQ(lstat(path("/tmp/cli_pipe_file").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode, static_cast<mode_t>(S_IFREG | S_IRUSR | S_IWUSR));
+    writeFile("/tmp/victim", "untouched");
+    for (const auto& plant : plants) {
+        for (const char* line : {"brctl", "show | grep cw", "calibration | grep shown"}) {
+            bind("calibration", [](int, char**) {
+                runShellCommand("brctl");
+                return 0;
+            });
+            unlink(file.c_str());
+            plant();
+            EXPECT_NE(run(line), "") << line;
+            struct stat status {
+            };
+            ASSERT_EQ(lstat(file.c_str(), &status), 0);
+            EXPECT_EQ(status.st_mode, static_cast<mode_t>(S_IFREG | S_IRUSR | S_IWUSR));
+            EXPECT_EQ(readFile("/tmp/victim"), "untouched");
+        }
+    }
+
+    // Held by another session.
+    const int held = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    const std::string before = readFile("/tmp/cli_pipe_file");
+    EXPECT_EQ(run("show|grep cw"), "\tcw_conf                          Show capwap configuration.\n");
+    EXPECT_EQ(run("brctl"), "shown\n");
+    EXPECT_EQ(readFile("/tmp/cli_pipe_file"), before);
+    close(held);
+    EXPECT_EQ(run("brctl | grep x"), "");
+    EXPECT_EQ(readFile("/tmp/cli_pipe_file"), "shown\n");
 
     ASSERT_EQ(rename(path("/tmp").c_str(), path("/gone").c_str()), 0);
     EXPECT_EQ(run("brctl"), "shown\n");
+    EXPECT_EQ(run("show | ping"), "    Error: Can not write /tmp/cli_pipe_file.\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(path("/gone")), {}),
+              2); // and no file of a session's own
 }
 
 TEST_F(Executor, FeedsBuiltInsThroughThePipe)
@@ -202,16 +240,6 @@ TEST_F(Executor, KeepsTheRootTableWithoutAProfile)
     loadAliases();
     EXPECT_NE(cliRoot.children, rootTable);
     EXPECT_EQ(cliRoot.childCount, kRootCommandCount);
-}
-
-TEST_F(Executor, RunsPassThroughsAsPlainHandlers)
-{
-    plantTool("brctl", "echo \"$# $*\"");
-    char name[] = "brctl", word[] = "show";
-    char* words[] = {name, word};
-    EXPECT_EQ(outputOf([&] { capturePassThrough(2, words); }), "1 show\n");
-    EXPECT_EQ(readFile("/tmp/cli_cmd_output_file"), "1 show\n");
-    EXPECT_EQ(outputOf([&] { directPassThrough(2, words); }), "1 show\n");
 }
 
 TEST_F(Executor, StopsLookupAtANodeThatTakesArguments)

@@ -125,6 +125,9 @@ TEST(Tokenizer, JoinsTokensWithinTheBuffer)
     EXPECT_STREQ(small, " ping -");
     EXPECT_EQ(appendTokens(text, 2, 2), 0U);
     EXPECT_STREQ(text, "");
+    parseLine("help|grep a|grep", ParseMode::execute);
+    EXPECT_EQ(appendTokens(text, 0, 99), 21U);
+    EXPECT_STREQ(text, " help | grep a | grep");
 }
 
 TEST(Tokenizer, DumpsItsState)

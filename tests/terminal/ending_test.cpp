@@ -158,11 +158,11 @@ TEST_F(Ending, ShellReturnsToASystemShellOrOpensOne)
     EXPECT_EQ(temporaryFiles(), parentFile(getpid()) + "victim ");
 }
 
-TEST_F(Ending, ParentIsUnknownWithoutAPlaceForTheFile)
+TEST_F(Ending, KnowsItsParentWithoutAPlaceForTheFile)
 {
     std::filesystem::remove_all(path("/tmp"));
     setIdleTimeout(1);
     Terminal terminal(shellBelow("telnetd"));
     terminal.waitFor(kPrompt);
-    EXPECT_EQ(terminal.readToEnd(), "back 0\r\n");
+    EXPECT_EQ(terminal.readToEnd(), "Timeout\r\nexit\r\nback 0\r\n");
 }

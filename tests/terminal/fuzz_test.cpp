@@ -18,7 +18,7 @@
 #include "cli/completion.h"
 #include "cli/executor.h"
 #include "cli/node.h"
-#include "cli/pass_through.h"
+#include "cli/pipe.h"
 #include "tests/terminal/shell.h"
 
 /// The sanitizer's own count, when there is a sanitizer.

@@ -17,11 +17,12 @@ build_vendor() {
     cmake --build "$vendor_build" >/dev/null
 }
 
-# in_namespace WORDS...: runs a command whose mounts end with it. False when this machine allows none.
+# in_namespace WORDS...: runs a command whose mounts end with it, and that reaches neither the network nor the name of this
+# machine. False when this machine allows none.
 in_namespace() {
     # Root needs no user namespace, and inside a container often gets none.
-    local -a unshare=(unshare -m)
-    [ "$(id -u)" -eq 0 ] || unshare=(unshare -rm)
+    local -a unshare=(unshare -mnu)
+    [ "$(id -u)" -eq 0 ] || unshare=(unshare -rmnu)
     "${unshare[@]}" "$@"
 }
 

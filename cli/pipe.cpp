@@ -1,0 +1,267 @@
+// A session uses the one pipe file while no other living session holds it, which an advisory lock tells, and otherwise
+// one of its own that ends with the line. The file is made when there is something to put into it.
+
+#include "cli/pipe.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "base/file.h"
+#include "cli/external.h"
+#include "cli/output.h"
+#include "cli/tokenizer.h"
+#include "platform/device_file.h"
+#include "shell/signals.h"
+
+namespace
+{
+
+constexpr char kPipeFile[] = "/tmp/cli_pipe_file";
+constexpr std::size_t kPipeBufferSize = 4096;
+
+/// A system shell takes no descriptor of two digits.
+constexpr int kHighestDescriptor = 9;
+
+struct Pipe {
+    bool active;
+    bool failed;                      ///< something that belongs into the file is not there
+    bool isOwn;                       ///< the file carries this process's number
+    int fd;                           ///< holds the lock; -1: there is no file yet
+    char path[sizeof kPipeFile + 12]; ///< of the device
+    std::size_t length;
+    char buffer[kPipeBufferSize];
+};
+
+constinit Pipe linePipe{
+    .active = false, .failed = false, .isOwn = false, .fd = -1, .path = {}, .length = 0, .buffer = {}};
+
+/// Tokens of the current line as command text. Text that does not fit a command line is one character too long for it
+/// here, so the command is refused where it is composed.
+class TokenText
+{
+public:
+    TokenText(int first, int last) { appendTokens(text_, first, last); }
+    [[nodiscard]] const char* text() const { return text_; }
+
+private:
+    char text_[kCommandLength + 2];
+};
+
+/// Whether `fd`, which holds the lock, is still what the name stands for.
+bool isNamed(int fd, const char* path)
+{
+    struct stat mine;
+    struct stat named;
+    return fstat(fd, &mine) == 0 && lstat(path, &named) == 0 && mine.st_dev == named.st_dev &&
+           mine.st_ino == named.st_ino;
+}
+
+/// Whether `fd` is a file that only its owner, this process, can reach, and by one name.
+bool isPrivate(int fd)
+{
+    struct stat status;
+    return fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1 && status.st_uid == geteuid() &&
+           fchmod(fd, S_IRUSR | S_IWUSR) == 0;
+}
+
+/// Opens the file empty and locked. Anything else that stands at its name is removed, never written to. -1, with errno
+/// EWOULDBLOCK when another session holds it.
+int openLocked(const char* path)
+{
+    constexpr int kTries = 10;
+    for (int i = 0; i < kTries; ++i) {
+        const int fd = open(path, O_RDWR | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, S_IRUSR | S_IWUSR);
+        if (fd >= 0 && flock(fd, LOCK_EX | LOCK_NB) != 0) {
+            close(fd);
+            errno = EWOULDBLOCK;
+            return -1;
+        }
+        const bool named = fd >= 0 && isNamed(fd, path);
+        if (named && isPrivate(fd) && ftruncate(fd, 0) == 0)
+            return fd;
+        const int reason = errno;
+        const bool changed = fd >= 0 && !named;
+        if (fd >= 0)
+            close(fd);
+        if (!changed && unlink(path) != 0) {
+            errno = reason;
+            return -1;
+        }
+    }
+    return -1;
+}
+
+/// Makes the line's file unless it is there. False: it cannot be made; the path is then the one to name.
+bool makeFile()
+{
+    if (linePipe.fd >= 0)
+        return true;
+    linePipe.isOwn = false;
+    std::snprintf(linePipe.path, sizeof linePipe.path, "%s", kPipeFile);
+    linePipe.fd = openLocked(DeviceFile(linePipe.path).path());
+    if (linePipe.fd >= 0)
+        return true;
+    const bool isHeld = errno == EWOULDBLOCK;
+    linePipe.isOwn = true;
+    std::snprintf(linePipe.path, sizeof linePipe.path, "%s.%d", kPipeFile, static_cast<int>(getpid()));
+    linePipe.fd = openLocked(DeviceFile(linePipe.path).path());
+    if (linePipe.fd < 0 && !isHeld)
+        std::snprintf(linePipe.path, sizeof linePipe.path, "%s", kPipeFile);
+    return linePipe.fd >= 0;
+}
+
+void closeFile()
+{
+    if (linePipe.fd < 0)
+        return;
+    if (linePipe.isOwn)
+        unlink(DeviceFile(linePipe.path).path());
+    close(linePipe.fd);
+    linePipe.fd = -1;
+}
+
+/// A descriptor of the file for tools: whatever outlives its line with it does not keep the lock. -1: none.
+int openForTools()
+{
+    const DeviceFile file(linePipe.path);
+    const int fd = open(file.path(), O_WRONLY | O_APPEND | O_NOFOLLOW | O_CLOEXEC);
+    if (fd >= 0 && isNamed(linePipe.fd, file.path()) && isNamed(fd, file.path()))
+        return fd;
+    if (fd >= 0)
+        close(fd);
+    return -1;
+}
+
+/// Whether the file can grow, which tools do not check: tried with a page behind its end.
+bool hasRoom()
+{
+    static constexpr char kPage[kPipeBufferSize]{};
+    struct stat status;
+    if (fstat(linePipe.fd, &status) != 0)
+        return false;
+    const bool written = writeAll(linePipe.fd, kPage, sizeof kPage);
+    return ftruncate(linePipe.fd, status.st_size) == 0 && written;
+}
+
+void flushPipe()
+{
+    if (linePipe.failed || !makeFile() || !writeAll(linePipe.fd, linePipe.buffer, linePipe.length))
+        linePipe.failed = true;
+    linePipe.length = 0;
+}
+
+void sayUnwritten()
+{
+    cli_printf("    Error: Can not write %s.\n", linePipe.path);
+}
+
+/// Runs the tool with its output in the file, and shows the file through the rest of the line. False: it was not run.
+bool runCaptured()
+{
+    if (!makeFile() || !hasRoom())
+        return false;
+    const int opened = openForTools();
+    const int output = opened >= 0 ? fcntl(opened, F_DUPFD, STDERR_FILENO + 1) : -1;
+    if (opened >= 0)
+        close(opened);
+    const bool usable = output >= 0 && output <= kHighestDescriptor;
+    if (usable)
+        runCommandf("%s >&%d %d>&-; cat %s%s", TokenText(0, wordCount()).text(), output, output,
+                    DeviceFile(linePipe.path).path(), TokenText(wordCount(), tokenStore.argc).text());
+    if (output >= 0)
+        close(output);
+    if (usable && !hasRoom())
+        sayUnwritten();
+    return usable;
+}
+
+} // namespace
+
+int runPiped(CliHandler handler)
+{
+    linePipe.active = true;
+    linePipe.failed = false;
+    linePipe.length = 0;
+    const int result = handler(tokenStore.pipeIndex, tokenStore.tokens);
+    flushPipe();
+    linePipe.active = false;
+    if (linePipe.failed)
+        sayUnwritten();
+    else if (!isInterrupted())
+        runCommandf("cat %s%s", DeviceFile(linePipe.path).path(),
+                    TokenText(tokenStore.pipeIndex, tokenStore.argc).text());
+    closeFile();
+    return result;
+}
+
+int capturePassThrough(int argc, char** argv)
+{
+    if (!runCaptured())
+        directPassThrough(argc, argv);
+    closeFile();
+    return 0;
+}
+
+int directPassThrough(int, char**)
+{
+    runCommandf("%s", TokenText(0, tokenStore.argc).text());
+    return 0;
+}
+
+void runShellCommand(const char* command)
+{
+    const PipedOutput piped;
+    if (!linePipe.active || !linePipe.failed)
+        runCommand(command);
+}
+
+bool pipeIsActive()
+{
+    return linePipe.active;
+}
+
+void appendToPipe(const char* text)
+{
+    for (std::size_t left = std::strlen(text); left > 0;) {
+        const std::size_t room = kPipeBufferSize - linePipe.length;
+        const std::size_t taken = left < room ? left : room;
+        std::memcpy(linePipe.buffer + linePipe.length, text, taken);
+        linePipe.length += taken;
+        text += taken;
+        left -= taken;
+        if (linePipe.length == kPipeBufferSize)
+            flushPipe();
+    }
+}
+
+PipedOutput::PipedOutput() : terminal_(-1)
+{
+    if (!linePipe.active)
+        return;
+    flushPipe();
+    const int file = linePipe.failed ? -1 : openForTools();
+    if (file < 0) {
+        linePipe.failed = true;
+        return;
+    }
+    std::fflush(stdout);
+    terminal_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (terminal_ >= 0)
+        dup2(file, STDOUT_FILENO);
+    close(file);
+}
+
+PipedOutput::~PipedOutput()
+{
+    if (terminal_ < 0)
+        return;
+    if (std::fflush(stdout) != 0 || !hasRoom())
+        linePipe.failed = true;
+    dup2(terminal_, STDOUT_FILENO);
+    close(terminal_);
+}

@@ -1,0 +1,166 @@
+#include "shell/line_reader.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <poll.h>
+#include <unistd.h>
+
+#include <readline/history.h>
+#include <readline/readline.h>
+
+#include "shell/signals.h"
+#include "shell/terminal.h"
+
+namespace
+{
+
+constexpr int kHistoryLimit = 1000;
+constexpr char kBellStyle[] = "bell-style";
+
+/// The line that is being read.
+struct Reading {
+    HeldSignals* signals;
+    void (*endIdle)();
+    bool isDropped;   ///< every further key of it is the end
+    const char* bell; ///< readline's way to ring it, while it must not
+};
+
+constinit Reading reading{};
+
+void drawNothing() {}
+
+/// Shows a dropped line as an interrupted prompt, where the terminal can take back what was typed. What readline does
+/// from here on to find its way out is not to be seen.
+void dropLine()
+{
+    reading.isDropped = true;
+    if (RL_ISSTATE(RL_STATE_TERMPREPPED) && !RL_ISSTATE(RL_STATE_COMPLETING) && rl_get_termcap("ce") != nullptr) {
+        rl_clear_visible_line();
+        std::fputs(rl_prompt, rl_outstream);
+    }
+    rl_echo_signal_char(SIGINT);
+    rl_crlf();
+    rl_redisplay_function = drawNothing;
+    reading.bell = rl_variable_value(kBellStyle);
+    rl_variable_bind(kBellStyle, "none");
+}
+
+void forgetDroppedLine()
+{
+    rl_redisplay_function = rl_redisplay;
+    rl_variable_bind(kBellStyle, reading.bell);
+}
+
+/// For where readline shows nothing that depends on the size.
+void adoptWindow()
+{
+    if (followWindow() && RL_ISSTATE(RL_STATE_INITIALIZED))
+        rl_reset_screen_size();
+}
+
+/// What the session went through while the process stood still leaves the screen and the modes to be made again.
+void redrawLine()
+{
+    takeSignal(SIGCONT);
+    rl_prep_terminal(1);
+    adoptWindow();
+    rl_forced_update_display();
+}
+
+void handleSignals()
+{
+    if (takeSignal(SIGALRM)) {
+        rl_eof_found = 1; // readline leaves the line as at the end of input
+        rl_deprep_terminal();
+        reading.endIdle();
+    }
+    if (takeSignal(SIGTSTP)) {
+        rl_crlf();
+        rl_deprep_terminal();
+        reading.signals->stop();
+        redrawLine();
+    }
+    if (takeSignal(SIGCONT)) {
+        rl_deprep_terminal();
+        redrawLine();
+    }
+    if (takeSignal(SIGWINCH) && followWindow())
+        rl_resize_terminal();
+    if (isInterrupted())
+        dropLine();
+}
+
+/// readline's source of keys: signals are heard while it waits and nowhere else, so they never meet readline at work.
+int readKey(FILE* stream)
+{
+    while (!reading.isDropped) {
+        pollfd input{.fd = fileno(stream), .events = POLLIN, .revents = 0};
+        if (ppoll(&input, 1, nullptr, &reading.signals->outside()) < 0) {
+            handleSignals();
+            continue;
+        }
+        unsigned char key;
+        const ssize_t count = read(input.fd, &key, sizeof key);
+        if (count == 1)
+            return key;
+        if (count == 0)
+            return EOF;
+        if (errno != EINTR && errno != EAGAIN)
+            break;
+    }
+    // A command, a search or a half-typed key gives up at EOF, and comes back here for the next one.
+    return RL_ISSTATE(RL_STATE_READCMD) ? READERR : EOF;
+}
+
+void leaveTerminal()
+{
+    if (reading.isDropped)
+        rl_eof_found = 0; // the line feed of the end of input is already there
+    rl_deprep_terminal();
+}
+
+/// Takes two traps off the keyboard: M-p and M-n, after which readline 8.2 may free an undo list twice, and the switch
+/// to vi mode, which a return behind an escape key would be.
+void unbindTraps()
+{
+    rl_unbind_function_in_map(rl_noninc_reverse_search, emacs_meta_keymap);
+    rl_unbind_function_in_map(rl_noninc_forward_search, emacs_meta_keymap);
+    rl_unbind_function_in_map(rl_vi_editing_mode, emacs_meta_keymap);
+}
+
+} // namespace
+
+void prepareLineReader()
+{
+    rl_readline_name = "cli";
+    rl_prefer_env_winsize = 1;
+    rl_change_environment = 0;
+    rl_catch_signals = 0;
+    rl_catch_sigwinch = 0;
+    rl_getc_function = readKey;
+    rl_deprep_term_function = leaveTerminal;
+    rl_variable_bind("revert-all-at-newline", "on");
+    unbindTraps();
+    stifle_history(kHistoryLimit);
+    rememberTerminal();
+    catchSignals();
+}
+
+char* readLine(const LineSource& source)
+{
+    for (;;) {
+        HeldSignals signals;
+        reading = {.signals = &signals, .endIdle = source.endIdle, .isDropped = false, .bell = nullptr};
+        forgetInterrupt();
+        takeSignal(SIGALRM);
+        takeSignal(SIGCONT);
+        alarm(source.idleTimeout);
+        adoptWindow();
+        char* line = readline(source.prompt());
+        alarm(0);
+        adoptWindow();
+        if (!reading.isDropped)
+            return line;
+        forgetDroppedLine();
+    }
+}

@@ -1,0 +1,22 @@
+// Reading a line with readline: its keys, its signals, its end.
+
+#ifndef SHELL_LINE_READER_H
+#define SHELL_LINE_READER_H
+
+/// What the reader needs of its session.
+struct LineSource {
+    /// Writes the prompt of the next line into the buffer that is returned, which stays until the next call.
+    const char* (*prompt)();
+    /// Seconds that a line may take, 0: any time.
+    unsigned idleTimeout;
+    /// Ends a session that was idle for that long; the terminal is as it was found.
+    void (*endIdle)();
+};
+
+/// Prepares readline and the signals of a session, once.
+void prepareLineReader();
+
+/// Reads a line, which the caller frees. Null: the end of input. An interrupt drops the line and begins a fresh one.
+char* readLine(const LineSource& source);
+
+#endif

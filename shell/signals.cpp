@@ -1,0 +1,130 @@
+#include "shell/signals.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+#include <readline/readline.h>
+
+#include "shell/terminal.h"
+
+namespace
+{
+
+/// An interrupted call of a library is to come back; all others go on.
+constexpr int kInterrupts[] = {SIGINT, SIGQUIT};
+constexpr int kEvents[] = {SIGALRM, SIGCONT, SIGWINCH};
+constexpr int kEndings[] = {SIGHUP, SIGTERM, SIGPIPE, SIGUSR1, SIGUSR2};
+
+constinit volatile std::sig_atomic_t noted[NSIG]{};
+
+void note(int signal)
+{
+    noted[signal] = 1;
+}
+
+/// readline's terminal is only prepared while signals are held, so it is never caught in the middle of its work.
+void end(int signal)
+{
+    rl_deprep_terminal();
+    restoreTerminal();
+    std::signal(signal, SIG_DFL);
+    sigset_t one;
+    sigemptyset(&one);
+    sigaddset(&one, signal);
+    raise(signal);
+    sigprocmask(SIG_UNBLOCK, &one, nullptr);
+}
+
+sigset_t sessionSignals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : kInterrupts)
+        sigaddset(&signals, signal);
+    for (const int signal : kEvents)
+        sigaddset(&signals, signal);
+    for (const int signal : kEndings)
+        sigaddset(&signals, signal);
+    sigaddset(&signals, SIGTSTP);
+    return signals;
+}
+
+struct sigaction actionFor(void (*handler)(int), int flags)
+{
+    struct sigaction action {
+    };
+    action.sa_handler = handler;
+    action.sa_flags = flags;
+    action.sa_mask = sessionSignals();
+    return action;
+}
+
+} // namespace
+
+void catchSignals()
+{
+    const struct sigaction interrupt = actionFor(note, 0);
+    for (const int signal : kInterrupts)
+        sigaction(signal, &interrupt, nullptr);
+    const struct sigaction event = actionFor(note, SA_RESTART);
+    for (const int signal : kEvents)
+        sigaction(signal, &event, nullptr);
+    const struct sigaction ending = actionFor(end, SA_RESTART);
+    for (const int signal : kEndings) {
+        struct sigaction old;
+        if (sigaction(signal, nullptr, &old) == 0 && old.sa_handler == SIG_DFL)
+            sigaction(signal, &ending, nullptr);
+    }
+}
+
+bool takeSignal(int signal)
+{
+    const bool came = noted[signal] != 0;
+    noted[signal] = 0;
+    return came;
+}
+
+bool isInterrupted()
+{
+    return noted[SIGINT] != 0 || noted[SIGQUIT] != 0;
+}
+
+void noteInterrupt()
+{
+    note(SIGINT);
+}
+
+void forgetInterrupt()
+{
+    for (const int signal : kInterrupts)
+        noted[signal] = 0;
+}
+
+HeldSignals::HeldSignals()
+{
+    const sigset_t signals = sessionSignals();
+    sigprocmask(SIG_BLOCK, &signals, &outside_);
+    sigaction(SIGTSTP, nullptr, &stopAction_);
+    if (stopAction_.sa_handler == SIG_DFL) {
+        const struct sigaction stop = actionFor(note, SA_RESTART);
+        sigaction(SIGTSTP, &stop, nullptr);
+    }
+}
+
+HeldSignals::~HeldSignals()
+{
+    sigaction(SIGTSTP, &stopAction_, nullptr);
+    sigprocmask(SIG_SETMASK, &outside_, nullptr);
+}
+
+void HeldSignals::stop()
+{
+    const struct sigaction byDefault = actionFor(SIG_DFL, 0);
+    struct sigaction noting;
+    sigset_t held;
+    sigaction(SIGTSTP, &byDefault, &noting);
+    raise(SIGTSTP);
+    sigprocmask(SIG_SETMASK, &outside_, &held);
+    sigprocmask(SIG_SETMASK, &held, nullptr);
+    sigaction(SIGTSTP, &noting, nullptr);
+}
