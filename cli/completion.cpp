@@ -72,12 +72,6 @@ constexpr CompletionCommand kCommands[] = {
     {"delete-char-or-list", completeWord<rl_delete_or_show_completions>},
 };
 
-struct CompletionKey {
-    Keymap map;
-    int key;
-    rl_command_func_t* function;
-};
-
 } // namespace
 
 char* completionGenerator(const char*, int)
@@ -108,16 +102,12 @@ void installCompletion()
     // Names that are given before readline gives its own are those that its configuration file means.
     for (const CompletionCommand& row : kCommands)
         rl_add_funmap_entry(row.name, row.function);
-    const CompletionKey keys[] = {
-        {emacs_standard_keymap, '\t', completeWord<rl_complete>},
-        {emacs_meta_keymap, ESC, completeWord<rl_complete>},
-        {emacs_meta_keymap, '?', completeWord<rl_possible_completions>},
-        {emacs_meta_keymap, '=', completeWord<rl_possible_completions>},
-        {emacs_meta_keymap, '*', completeWord<rl_insert_completions>},
-        {vi_insertion_keymap, '\t', completeWord<rl_complete>},
-        {vi_insertion_keymap, CTRL('N'), completeWord<rl_menu_complete, true>},
-        {vi_insertion_keymap, CTRL('P'), completeWord<rl_backward_menu_complete, true>},
-    };
-    for (const CompletionKey& row : keys)
-        rl_bind_key_in_map(row.key, row.function, row.map);
+    emacs_standard_keymap['\t'].function = completeWord<rl_complete>;
+    emacs_meta_keymap[ESC].function = completeWord<rl_complete>;
+    emacs_meta_keymap['?'].function = completeWord<rl_possible_completions>;
+    emacs_meta_keymap['='].function = completeWord<rl_possible_completions>;
+    emacs_meta_keymap['*'].function = completeWord<rl_insert_completions>;
+    vi_insertion_keymap['\t'].function = completeWord<rl_complete>;
+    vi_insertion_keymap[CTRL('N')].function = completeWord<rl_menu_complete, true>;
+    vi_insertion_keymap[CTRL('P')].function = completeWord<rl_backward_menu_complete, true>;
 }

@@ -20,9 +20,11 @@ constexpr char kBellStyle[] = "bell-style";
 /// The line that is being read.
 struct Reading {
     HeldSignals* signals;
+    const char* prompt;
     void (*endIdle)();
-    bool isDropped;   ///< every further key of it is the end
-    const char* bell; ///< readline's way to ring it, while it must not
+    bool isDropped;           ///< every further key of it is the end
+    rl_voidfunc_t* redisplay; ///< what readline does otherwise, while it must not draw
+    const char* bell;         ///< nor ring
 };
 
 constinit Reading reading{};
@@ -36,10 +38,12 @@ void dropLine()
     reading.isDropped = true;
     if (RL_ISSTATE(RL_STATE_TERMPREPPED) && !RL_ISSTATE(RL_STATE_COMPLETING) && rl_get_termcap("ce") != nullptr) {
         rl_clear_visible_line();
-        std::fputs(rl_prompt, rl_outstream);
+        std::fputs(reading.prompt, stdout);
     }
     rl_echo_signal_char(SIGINT);
     rl_crlf();
+    rl_deprep_terminal();
+    reading.redisplay = rl_redisplay_function;
     rl_redisplay_function = drawNothing;
     reading.bell = rl_variable_value(kBellStyle);
     rl_variable_bind(kBellStyle, "none");
@@ -47,7 +51,7 @@ void dropLine()
 
 void forgetDroppedLine()
 {
-    rl_redisplay_function = rl_redisplay;
+    rl_redisplay_function = reading.redisplay;
     rl_variable_bind(kBellStyle, reading.bell);
 }
 
@@ -112,20 +116,13 @@ int readKey(FILE* stream)
     return RL_ISSTATE(RL_STATE_READCMD) ? READERR : EOF;
 }
 
-void leaveTerminal()
-{
-    if (reading.isDropped)
-        rl_eof_found = 0; // the line feed of the end of input is already there
-    rl_deprep_terminal();
-}
-
 /// Takes two traps off the keyboard: M-p and M-n, after which readline 8.2 may free an undo list twice, and the switch
 /// to vi mode, which a return behind an escape key would be.
 void unbindTraps()
 {
-    rl_unbind_function_in_map(rl_noninc_reverse_search, emacs_meta_keymap);
-    rl_unbind_function_in_map(rl_noninc_forward_search, emacs_meta_keymap);
-    rl_unbind_function_in_map(rl_vi_editing_mode, emacs_meta_keymap);
+    constexpr unsigned char kKeys[] = {'p', 'n', '\n', '\r'};
+    for (const unsigned char key : kKeys)
+        emacs_meta_keymap[key].function = nullptr;
 }
 
 } // namespace
@@ -138,7 +135,6 @@ void prepareLineReader()
     rl_catch_signals = 0;
     rl_catch_sigwinch = 0;
     rl_getc_function = readKey;
-    rl_deprep_term_function = leaveTerminal;
     rl_variable_bind("revert-all-at-newline", "on");
     unbindTraps();
     stifle_history(kHistoryLimit);
@@ -150,13 +146,18 @@ char* readLine(const LineSource& source)
 {
     for (;;) {
         HeldSignals signals;
-        reading = {.signals = &signals, .endIdle = source.endIdle, .isDropped = false, .bell = nullptr};
+        reading = {.signals = &signals,
+                   .prompt = source.prompt(),
+                   .endIdle = source.endIdle,
+                   .isDropped = false,
+                   .redisplay = nullptr,
+                   .bell = nullptr};
         forgetInterrupt();
         takeSignal(SIGALRM);
         takeSignal(SIGCONT);
         alarm(source.idleTimeout);
         adoptWindow();
-        char* line = readline(source.prompt());
+        char* line = readline(reading.prompt);
         alarm(0);
         adoptWindow();
         if (!reading.isDropped)

@@ -14,7 +14,7 @@ build_vendor() {
     fi
     cmake -G Ninja -S . -B "$vendor_build" -DCLI_PLATFORM=vendor -DCLI_VENDOR_LIBS="$(IFS=';' && echo "$*")" \
         -DBUILD_TESTING=OFF -DCMAKE_BUILD_TYPE=Release >/dev/null
-    cmake --build "$vendor_build" >/dev/null
+    cmake --build "$vendor_build" >"$vendor_build/log" || { cat "$vendor_build/log" >&2 && return 1; }
 }
 
 # in_namespace WORDS...: runs a command whose mounts end with it, and that reaches neither the network nor the name of this
