@@ -68,8 +68,7 @@ void endInterruptedLine()
         return;
     forgetInterrupt();
     __fpurge(stdout);
-    if (isatty(STDOUT_FILENO) != 0)
-        std::putchar('\n');
+    beginFreshRow();
 }
 
 void runLine(const char* line)

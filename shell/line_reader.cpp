@@ -49,8 +49,11 @@ void dropLine()
     rl_variable_bind(kBellStyle, "none");
 }
 
+/// A search that was given up has left the prompt that it replaced.
 void forgetDroppedLine()
 {
+    rl_restore_prompt();
+    rl_eof_found = 0;
     rl_redisplay_function = reading.redisplay;
     rl_variable_bind(kBellStyle, reading.bell);
 }
@@ -140,6 +143,20 @@ void prepareLineReader()
     stifle_history(kHistoryLimit);
     rememberTerminal();
     catchSignals();
+}
+
+// Blanks, one fewer than a row has, end in the next row unless they began in the first column.
+void beginFreshRow()
+{
+    if (isatty(STDOUT_FILENO) == 0)
+        return;
+    int rows = 0;
+    int columns = 0;
+    rl_get_screen_size(&rows, &columns);
+    if (rl_get_termcap("ce") != nullptr)
+        std::printf("%*s\r", columns - 1, "");
+    else
+        std::putchar('\n');
 }
 
 char* readLine(const LineSource& source)

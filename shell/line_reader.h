@@ -16,6 +16,9 @@ struct LineSource {
 /// Prepares readline and the signals of a session, once.
 void prepareLineReader();
 
+/// Puts the cursor of the terminal, wherever it stands, at the beginning of a row that holds nothing.
+void beginFreshRow();
+
 /// Reads a line, which the caller frees. Null: the end of input. An interrupt drops the line and begins a fresh one.
 char* readLine(const LineSource& source);
 

@@ -84,8 +84,12 @@ void restoreTerminal()
     termios modes = found.modes;
     cfsetispeed(&modes, cfgetispeed(&now));
     cfsetospeed(&modes, cfgetospeed(&now));
-    if (std::memcmp(&modes, &now, sizeof now) != 0)
-        tcsetattr(found.fd, TCSANOW, &modes);
+    if (std::memcmp(&modes, &now, sizeof now) == 0)
+        return;
+    tcsetattr(found.fd, TCSANOW, &modes);
+    // What was said without output processing may have ended in any column.
+    if ((modes.c_oflag & OPOST) != (now.c_oflag & OPOST) && write(found.fd, "\n", 1) < 0)
+        return;
 }
 
 bool followWindow()
