@@ -50,3 +50,14 @@ int openPlainFile(const char* devicePath)
     }
     return fd;
 }
+
+bool makePrivateFile(const char* devicePath)
+{
+    const DeviceFile file(devicePath);
+    unlink(file.path());
+    const int fd = open(file.path(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (fd < 0)
+        return false;
+    close(fd);
+    return true;
+}

@@ -17,4 +17,8 @@ bool writeAll(int fd, const void* bytes, std::size_t size);
 /// caller nor is read. Returns the descriptor, which the caller closes, or -1.
 int openPlainFile(const char* devicePath);
 
+/// Makes a device file anew, empty, for its owner alone; what stood at its name is removed, never written through.
+/// False when it cannot be made.
+bool makePrivateFile(const char* devicePath);
+
 #endif

@@ -94,12 +94,9 @@ private:
     /// Filters the command line into the file. Whether something is there then.
     [[nodiscard]] bool fillFile(const char* filter) const
     {
-        const DeviceFile file(devicePath_);
-        unlink(file.path());
-        const int fd = open(file.path(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
-        if (fd < 0)
+        if (!makePrivateFile(devicePath_))
             return false;
-        close(fd);
+        const DeviceFile file(devicePath_);
         runCommandf("cat %s%s > %s", commandLine_, filter, file.path());
         struct stat status;
         return hasFile() && lstat(file.path(), &status) == 0 && status.st_size > 0;
