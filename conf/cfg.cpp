@@ -109,6 +109,7 @@ void setLowerCase(CfgVariable& variable, char* value)
 void setAcAddress(CfgVariable& variable, char* value)
 {
     std::uint32_t address;
+    cwConfRefresh(cwConfig);
     if (!parseAddress(value, &address)) {
         cli_printf("    Error: Invalid AC IP address '%s'\n", value);
         return;
@@ -122,6 +123,7 @@ void setAcAddress(CfgVariable& variable, char* value)
 
 void setAcHostname(CfgVariable& variable, char* value)
 {
+    cwConfRefresh(cwConfig);
     if (cwConfig.acHostnameCount >= variable.entry)
         copyText(cwConfig.acHostnames[variable.entry - 1], value);
     while (cwConfig.acHostnameCount < variable.entry)
@@ -259,12 +261,14 @@ void cfgUsage(char**)
 
 void cfgExport(char**)
 {
+    cwConfRefresh(cwConfig);
     for (const CfgVariable& variable : variables)
         cli_printf("export %s=%s\n", variable.name, CfgValue(variable).text);
 }
 
 void cfgList(char**)
 {
+    cwConfRefresh(cwConfig);
     for (const CfgVariable& variable : variables)
         cli_printf("%s:=%s\n", variable.name, CfgValue(variable).text);
 }
@@ -288,7 +292,7 @@ void cfgSet(char** argv)
 
 void cfgCommit(char**)
 {
-    sysConfWrite();
+    sysConfCommit();
     cwConfWrite();
 }
 
@@ -296,8 +300,6 @@ void cfgFactoryReset(char**)
 {
     runCommandf("cp %s %s", DeviceFile("/etc/cw.conf").path(), DeviceFile(kCwConfFile).path());
     runCommandf("cp %s %s", DeviceFile("/etc/sys.conf").path(), DeviceFile(kSysConfFile).path());
-    // The copy may be as old to the second as the file that was read before.
-    sysConfig.fileTime = 0;
     configPrepare(nullptr, nullptr);
     runCommand("pkill cwWtpd");
 }
@@ -317,7 +319,7 @@ constexpr CfgAction kActions[] = {
 
 int cfgCommand(int argc, char** argv)
 {
-    sysConfRead(sysConfig);
+    sysConfLoad(sysConfig);
     for (const CfgAction& action : kActions) {
         if (argc == action.words && std::strcmp(argv[1], action.option) == 0) {
             action.run(argv);

@@ -1,13 +1,14 @@
 #include "conf/conf_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/file.h"
 #include "cli/output.h"
 #include "platform/device_file.h"
 
@@ -22,30 +23,18 @@ bool splitConfLine(char* line, char** key, char** value)
     return true;
 }
 
-bool confFileTime(const char* devicePath, std::uint32_t* seconds)
+ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time)
 {
     struct stat status;
+    *time = {};
     if (stat(DeviceFile(devicePath).path(), &status) != 0)
-        return false;
-    *seconds = static_cast<std::uint32_t>(status.st_mtime);
-    return true;
+        return errno == ENOENT || errno == ENOTDIR ? ConfFileStatus::Missing : ConfFileStatus::Unknown;
+    time->seconds = static_cast<std::uint32_t>(status.st_mtim.tv_sec);
+    time->nanoseconds = static_cast<std::uint32_t>(status.st_mtim.tv_nsec);
+    return ConfFileStatus::Known;
 }
 
-// Opening must not wait for the other end of a pipe, hence O_NONBLOCK.
-ConfLines::ConfLines(const char* devicePath)
-    : fd_(open(DeviceFile(devicePath).path(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC))
-{
-    struct stat status;
-    if (fd_ < 0)
-        return;
-    if (fstat(fd_, &status) != 0 || !S_ISREG(status.st_mode)) {
-        close(fd_);
-        fd_ = -1;
-        return;
-    }
-    const auto size = static_cast<std::size_t>(status.st_size);
-    unread_ = size < kConfFileLimit ? size : kConfFileLimit;
-}
+ConfLines::ConfLines(const char* devicePath) : fd_(openPlainFile(devicePath)), failed_(fd_ < 0) {}
 
 ConfLines::~ConfLines()
 {
@@ -55,12 +44,16 @@ ConfLines::~ConfLines()
 
 bool ConfLines::fill()
 {
-    const ssize_t taken = read(fd_, chunk_, std::min(unread_, sizeof chunk_));
+    const std::size_t wanted = std::min(unread_, sizeof chunk_);
+    if (failed_ || wanted == 0)
+        return false;
+    const ssize_t taken = readAll(fd_, chunk_, wanted);
+    failed_ = taken < 0;
     if (taken <= 0)
         return false;
     position_ = 0;
     filled_ = static_cast<std::size_t>(taken);
-    unread_ -= filled_;
+    unread_ = filled_ < wanted ? 0 : unread_ - filled_;
     return true;
 }
 
@@ -79,18 +72,21 @@ char* ConfLines::next()
         position_ += taken;
         length += taken;
     }
-    if (length == 0)
+    if (length == 0 || failed_)
         return nullptr;
     line_[ended ? length - 1 : length] = '\0';
     ++count_;
     return line_;
 }
 
+void sayConfUnreadable(const char* reader, const char* devicePath)
+{
+    cli_printf("%s: Could not open conf file %s.\n", reader, devicePath);
+}
+
 ConfItems::ConfItems(const char* reader, const char* devicePath)
     : reader_(reader), path_(devicePath), lines_(devicePath)
 {
-    if (!isOpen())
-        cli_printf("%s: Could not open conf file %s.\n", reader_, path_);
 }
 
 bool ConfItems::next()
@@ -102,6 +98,8 @@ bool ConfItems::next()
             return true;
         cli_printf("%s: %s Line %d: Invalid line '%s'\n", reader_, path_, lines_.count(), line);
     }
+    if (failed())
+        sayConfUnreadable(reader_, path_);
     return false;
 }
 

@@ -15,11 +15,23 @@ inline constexpr std::size_t kConfFileLimit = 1024UL * 1024UL;
 /// Splits `line` in place at its first '='; blanks stay. False, and nothing changed, without one.
 bool splitConfLine(char* line, char** key, char** value);
 
-/// Stores the modification time of a device file, in seconds. False when there is no such file.
-bool confFileTime(const char* devicePath, std::uint32_t* seconds);
+/// Modification time of a file, cut to the width of the records' field.
+struct ConfFileTime {
+    std::uint32_t seconds;
+    std::uint32_t nanoseconds;
+};
 
-/// Reads a configuration file line by line. Only a regular file can be opened, and no more is read than it holds then,
-/// so a device, a pipe or a file that grows cannot hold the shell.
+enum class ConfFileStatus : std::uint8_t {
+    Known,
+    Missing, ///< there is no such file
+    Unknown, ///< nobody can say; it may still be readable
+};
+
+/// Stores the modification time of a device file, 0 unless it is known.
+ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
+
+/// Reads a configuration file line by line. Only a plain file can be opened, and only its first kConfFileLimit bytes
+/// are read, so a device, a pipe or a file that grows cannot hold the shell.
 class ConfLines
 {
 public:
@@ -30,8 +42,12 @@ public:
 
     [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
 
-    /// The next line without its line feed, or null at the end. Valid until the next call.
+    /// The next line without its line feed, or null at the end and from the first failure on. Valid until the next
+    /// call.
     char* next();
+
+    /// Whether the file could not be opened, or not be read to its end.
+    [[nodiscard]] bool failed() const { return failed_; }
 
     /// Lines taken so far.
     [[nodiscard]] int count() const { return count_; }
@@ -40,25 +56,31 @@ private:
     bool fill();
 
     int fd_;
+    bool failed_;
     int count_ = 0;
-    std::size_t unread_ = 0; ///< bytes of the file that are still to be read
+    std::size_t unread_ = kConfFileLimit; ///< bytes that may still be read; 0 once the end is known
     std::size_t position_ = 0;
     std::size_t filled_ = 0;
-    char chunk_[1024];
+    char chunk_[4096]; ///< most files fit
     char line_[kConfLineSize];
 };
+
+/// Says that `reader` cannot open a configuration file.
+void sayConfUnreadable(const char* reader, const char* devicePath);
 
 /// Reads the items of a configuration file: comments and empty lines are passed over, bad lines reported.
 class ConfItems
 {
 public:
-    /// A file that cannot be opened is reported. `reader` is the operation that the messages name.
+    /// `reader` is the operation that the messages name.
     ConfItems(const char* reader, const char* devicePath);
 
     [[nodiscard]] bool isOpen() const { return lines_.isOpen(); }
 
-    /// Takes the next item; false at the end. Both texts are valid until the next call.
+    /// Takes the next item; false at the end, and when the file cannot be opened or read, which is said. Both texts are
+    /// valid until the next call.
     bool next();
+    [[nodiscard]] bool failed() const { return lines_.failed(); }
     [[nodiscard]] const char* key() const { return key_; }
     [[nodiscard]] const char* value() const { return value_; }
 
@@ -89,8 +111,24 @@ private:
     char bytes_[kSize];
 };
 
+/// While one lives, no other shell saves a configuration file. A holder may take it again; it waits for others alone.
+class ConfFolderLock
+{
+public:
+    /// Waits for the others for at most a second.
+    ConfFolderLock();
+    ~ConfFolderLock();
+    ConfFolderLock(const ConfFolderLock&) = delete;
+    ConfFolderLock& operator=(const ConfFolderLock&) = delete;
+
+    /// False when another shell did not come to its end. A folder that cannot be locked is no obstacle.
+    [[nodiscard]] static bool isOurs();
+};
+
 /// Replaces a configuration file by `text`, whole or not at all: whoever reads it, and whatever happens meanwhile,
-/// finds the old file or the new one. 0, or -1 with the old file as it was; nothing is said.
+/// finds the old file or the new one. Only a file that alone is writable in its folder is written in place. The new
+/// file is never as old as the one before it. 0, or -1 with the old file as it was: silently when it cannot be opened,
+/// with a message when the text cannot be written to its end or another shell keeps the lock.
 int replaceConfFile(const char* devicePath, const ConfText& text);
 
 #endif

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -12,6 +13,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/file.h"
+#include "cli/output.h"
 #include "conf/text.h"
 #include "platform/device_file.h"
 
@@ -19,6 +22,7 @@ namespace
 {
 
 constexpr std::size_t kPathSize = PATH_MAX;
+constexpr char kConfFolder[] = "/cfg";
 constexpr char kTemporarySuffix[] = ".new";
 constexpr mode_t kModeBits = 07777;
 
@@ -42,44 +46,42 @@ bool followLinks(char (&path)[kPathSize])
     return false;
 }
 
-bool isSameFile(const struct stat& one, const struct stat& other)
+/// How a replacement ends.
+enum class Outcome : std::uint8_t {
+    Written,
+    NotOpened, ///< there is no file that could be written, nor a place for one
+    NotWritten,
+};
+
+/// The file that is replaced.
+struct OldFile {
+    int fd; ///< open for writing; -1 if there is none yet
+    struct stat status;
+};
+
+/// False when something stands at `path` that is no plain file or cannot be written.
+bool openOld(const char* path, OldFile& old)
 {
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+    old.fd = -1;
+    if (stat(path, &old.status) != 0)
+        return errno == ENOENT;
+    if (S_ISREG(old.status.st_mode))
+        old.fd = open(path, O_WRONLY | O_CLOEXEC);
+    return old.fd >= 0;
 }
 
-/// Opens the one temporary file of a configuration file, locked against other savers. Its name is fixed, so what a
-/// killed saver left is used again. -1: it cannot be created, or another saver keeps it for longer than a second.
-int openTemporary(const char* path)
+/// Creates the one temporary file of a configuration file. What stands at its name is of a saver that was killed, or a
+/// trap; either way it may be another name of a file that must not change, so it is removed, never opened.
+int createTemporary(const char* path)
 {
-    constexpr int kTries = 100;
-    constexpr timespec kPause = {0, 10'000'000};
-    for (int i = 0; i < kTries; ++i) {
-        const int fd = open(path, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
-        if (fd < 0)
-            return -1;
-        if (flock(fd, LOCK_EX | LOCK_NB) != 0)
-            nanosleep(&kPause, nullptr);
-        else if (struct stat mine, named; fstat(fd, &mine) == 0 && stat(path, &named) == 0 && isSameFile(mine, named))
-            return fd;
-        close(fd); // busy, or renamed away by its saver between our two calls
-    }
-    return -1;
+    if (unlink(path) != 0 && errno != ENOENT)
+        return -1;
+    return open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
 }
 
-bool writeText(int fd, const ConfText& text)
+bool isFolderClosed(int error)
 {
-    const char* bytes = text.bytes();
-    std::size_t left = text.length();
-    while (left > 0) {
-        const ssize_t written = write(fd, bytes, left);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
-        bytes += written;
-        left -= static_cast<std::size_t>(written);
-    }
-    return true;
+    return error == EACCES || error == EPERM || error == EROFS;
 }
 
 /// Only the superuser can keep a foreign owner; for others the mode alone counts.
@@ -88,23 +90,33 @@ bool keepOwnerAndMode(int fd, const struct stat& old)
     return (fchown(fd, old.st_uid, old.st_gid) == 0 || errno == EPERM) && fchmod(fd, old.st_mode & kModeBits) == 0;
 }
 
-/// For a file that is a mount point of its own. The room is claimed first, so a full disk is noticed before anything is
-/// lost.
-bool writeInPlace(const char* path, const ConfText& text)
+/// A file system's clock ticks some hundred times a second. Whoever has read the old file must be able to tell the new
+/// one by its time, however soon it follows.
+void makeNewer(int fd, const struct stat& old)
 {
-    struct stat old;
-    if (stat(path, &old) != 0)
-        return false;
-    const int fd = open(path, O_WRONLY | O_CLOEXEC);
-    if (fd < 0)
-        return false;
+    struct stat status;
+    if (fstat(fd, &status) != 0)
+        return;
+    const timespec& before = old.st_mtim;
+    const timespec& now = status.st_mtim;
+    if (now.tv_sec != before.tv_sec || now.tv_nsec > before.tv_nsec)
+        return;
+    const timespec times[2] = {{0, UTIME_OMIT}, {before.tv_sec, before.tv_nsec + 1}};
+    futimens(fd, times);
+}
+
+/// For a file whose folder is closed, as of one that is a mount point of its own. The room is claimed first, so a full
+/// disk is noticed before anything is lost.
+bool writeInPlace(const OldFile& old, const ConfText& text)
+{
     const auto length = static_cast<off_t>(text.length());
-    const bool hasRoom = posix_fallocate(fd, 0, length) != ENOSPC;
-    const bool written = hasRoom && writeText(fd, text);
-    const bool sized = ftruncate(fd, hasRoom ? length : old.st_size) == 0;
-    const bool kept = written && sized && fsync(fd) == 0;
-    close(fd);
-    return kept;
+    const int claim = posix_fallocate(old.fd, 0, length);
+    const bool isFull = claim == ENOSPC || claim == EDQUOT || claim == EFBIG;
+    const bool written = !isFull && writeAll(old.fd, text.bytes(), text.length());
+    if (ftruncate(old.fd, isFull ? old.status.st_size : length) != 0 || !written)
+        return false;
+    makeNewer(old.fd, old.status);
+    return fsync(old.fd) == 0;
 }
 
 void syncFolder(char* path)
@@ -118,39 +130,100 @@ void syncFolder(char* path)
     close(fd);
 }
 
-/// Gives the temporary file the new text and the old file's owner and mode. `old` is null for a new file.
-bool fillTemporary(int fd, const struct stat* old, const ConfText& text)
+/// Gives the temporary file the new text, and the old file's owner and mode.
+bool fillTemporary(int fd, const OldFile& old, const ConfText& text)
 {
-    if (ftruncate(fd, 0) != 0 || (old != nullptr && !keepOwnerAndMode(fd, *old)))
+    if (old.fd >= 0 && !keepOwnerAndMode(fd, old.status))
         return false;
-    return writeText(fd, text) && fsync(fd) == 0;
+    if (!writeAll(fd, text.bytes(), text.length()))
+        return false;
+    if (old.fd >= 0)
+        makeNewer(fd, old.status);
+    return fsync(fd) == 0;
+}
+
+Outcome replaceFile(char* path, const OldFile& old, const ConfText& text)
+{
+    char temporary[kPathSize + sizeof kTemporarySuffix];
+    std::snprintf(temporary, sizeof temporary, "%s%s", path, kTemporarySuffix);
+    const int fd = createTemporary(temporary);
+    if (fd < 0 && old.fd < 0 && (isFolderClosed(errno) || errno == ENOENT || errno == ENOTDIR))
+        return Outcome::NotOpened;
+    if (fd < 0)
+        return isFolderClosed(errno) && writeInPlace(old, text) ? Outcome::Written : Outcome::NotWritten;
+
+    const bool filled = fillTemporary(fd, old, text);
+    close(fd);
+    if (filled && std::rename(temporary, path) == 0) {
+        syncFolder(path);
+        return Outcome::Written;
+    }
+    const bool isFixed = filled && old.fd >= 0 && (errno == EBUSY || isFolderClosed(errno));
+    unlink(temporary);
+    return isFixed && writeInPlace(old, text) ? Outcome::Written : Outcome::NotWritten;
+}
+
+Outcome replaceDeviceFile(const char* devicePath, const ConfText& text)
+{
+    char path[kPathSize];
+    copyText(path, DeviceFile(devicePath).path());
+    OldFile old;
+    if (path[0] == '\0' || !followLinks(path) || !openOld(path, old))
+        return Outcome::NotOpened;
+    const Outcome outcome = text.isComplete() ? replaceFile(path, old, text) : Outcome::NotWritten;
+    if (old.fd >= 0)
+        close(old.fd);
+    return outcome;
+}
+
+/// The lock as this process has it.
+struct Turn {
+    int holders;
+    int fd;
+    bool isOurs;
+};
+
+constinit Turn turn{};
+
+/// False: another shell does not come to its end. Where the kernel cannot lock, nobody is waited for.
+bool lockFolder(int fd)
+{
+    constexpr int kTries = 1000;
+    constexpr timespec kPause = {0, 1'000'000};
+    for (int i = 0; i < kTries; ++i) {
+        if (flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+            return true;
+        nanosleep(&kPause, nullptr);
+    }
+    return false;
 }
 
 } // namespace
 
+ConfFolderLock::ConfFolderLock()
+{
+    if (turn.holders++ > 0)
+        return;
+    turn.fd = open(DeviceFile(kConfFolder).path(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    turn.isOurs = turn.fd < 0 || lockFolder(turn.fd);
+}
+
+ConfFolderLock::~ConfFolderLock()
+{
+    if (--turn.holders == 0 && turn.fd >= 0)
+        close(turn.fd);
+}
+
+bool ConfFolderLock::isOurs()
+{
+    return turn.isOurs;
+}
+
 int replaceConfFile(const char* devicePath, const ConfText& text)
 {
-    char path[kPathSize];
-    copyText(path, DeviceFile(devicePath).path());
-    if (path[0] == '\0' || !text.isComplete() || !followLinks(path))
-        return -1;
-    struct stat old;
-    const bool exists = stat(path, &old) == 0;
-    if (exists && !S_ISREG(old.st_mode))
-        return -1;
-
-    char temporary[kPathSize + sizeof kTemporarySuffix];
-    std::snprintf(temporary, sizeof temporary, "%s%s", path, kTemporarySuffix);
-    const int fd = openTemporary(temporary);
-    if (fd < 0)
-        return -1;
-    const bool filled = fillTemporary(fd, exists ? &old : nullptr, text);
-    const bool renamed = filled && std::rename(temporary, path) == 0;
-    const bool isMountPoint = filled && !renamed && errno == EBUSY;
-    if (!renamed)
-        unlink(temporary);
-    else
-        syncFolder(path);
-    close(fd); // the lock ends here, behind the last use of the temporary's name
-    return renamed || (isMountPoint && writeInPlace(path, text)) ? 0 : -1;
+    const ConfFolderLock lock;
+    const Outcome outcome = ConfFolderLock::isOurs() ? replaceDeviceFile(devicePath, text) : Outcome::NotWritten;
+    if (outcome == Outcome::NotWritten)
+        cli_printf("    Error: Can not write %s.\n", devicePath);
+    return outcome == Outcome::Written ? 0 : -1;
 }

@@ -122,14 +122,11 @@ constinit cli_node configTable[2] = {
     group("capwap", "CAPWAP configuration.", capwapTable),
 };
 
-// A missing system file is no change that a refresh would see, but it is to be said, and the prompt needs a name.
 int configPrepare(cli_node*, cli_node*)
 {
     cwConfDefault(cwConfig, kShellInstance);
-    cwConfRefresh(cwConfig);
-    sysConfRefresh(sysConfig);
-    if (sysConfig.fileTime == 0)
-        sysConfRead(sysConfig);
+    cwConfLoad(cwConfig);
+    sysConfLoad(sysConfig);
     return 0;
 }
 

@@ -189,13 +189,13 @@ bool cwConfSetVersion(const char*& text, const char* value)
     return true;
 }
 
-void cwConfTakeSnapshot(const CwConfig& config)
+void cwConfCopy(CwConfig& to, const CwConfig& from)
 {
-    const char* oldHwVer = cwConfigSnapshot.hwVer;
-    const char* oldSwVer = cwConfigSnapshot.swVer;
-    std::memcpy(&cwConfigSnapshot, &config, sizeof cwConfigSnapshot);
-    releaseVersion(oldHwVer);
-    releaseVersion(oldSwVer);
+    const char* const oldTexts[] = {to.hwVer, to.swVer};
+    std::memcpy(&to, &from, sizeof to);
+    for (const char* text : oldTexts)
+        if (!refersTo(to, text))
+            releaseVersion(text);
 }
 
 void cw_assert(int value)

@@ -163,8 +163,8 @@ void cwConfDefault(CwConfig& config, std::uint8_t instance);
 /// its snapshot still refers to it. False when memory is short; the text then stays.
 bool cwConfSetVersion(const char*& text, const char* value);
 
-/// Copies the record into the snapshot.
-void cwConfTakeSnapshot(const CwConfig& config);
+/// Makes `to` the same bytes as `from`. Version texts that `to` alone referred to are released.
+void cwConfCopy(CwConfig& to, const CwConfig& from);
 
 /// Returns only when `value` is not zero; otherwise the process dies of a memory fault, one second later.
 void cw_assert(int value);

@@ -7,16 +7,43 @@
 #include "conf/conf_file.h"
 #include "conf/cw_items.h"
 #include "conf/cw_lists.h"
+#include "conf/sys_conf.h"
 #include "conf/text.h"
 #include "platform/system_library.h"
 
 namespace
 {
 
+constexpr char kReader[] = "cwConfRead";
 constexpr char kModelPrefix[] = "QK91MV";
 constexpr char kMajor[] = "5";
 constexpr char kMinor[] = "04";
 constexpr char kBuild[] = "0241";
+
+/// What there is to know of the file beside the record.
+struct FileState {
+    std::uint32_t nanoseconds; ///< of its modification time when it was last read or written
+    bool isUnreadable;         ///< the last attempt to read it failed
+    bool isAheadOfSnapshot;    ///< it was written since the snapshot was taken
+};
+
+constinit FileState fileState{};
+
+/// Reads the file and takes the snapshot. After a failure everything is as before, so the next refresh tries again.
+void readFile(CwConfig& config, const ConfFileTime& time)
+{
+    fileState.isUnreadable = cwConfRead(config) != 0;
+    if (fileState.isUnreadable)
+        return;
+    config.fileTime = time.seconds;
+    cwConfCopy(cwConfigSnapshot, config);
+    fileState = {time.nanoseconds, false, false};
+}
+
+bool isReadAt(const CwConfig& config, const ConfFileTime& time)
+{
+    return !fileState.isUnreadable && time.seconds == config.fileTime && time.nanoseconds == fileState.nanoseconds;
+}
 
 void composeFile(const CwConfig& config, ConfText& text)
 {
@@ -32,42 +59,67 @@ void composeFile(const CwConfig& config, ConfText& text)
     text.append("#Wireless temp:\n%s", kCwFrameLine);
 }
 
+/// What could not be read is not overwritten: nobody has seen what it holds.
 int saveFile(const CwConfig& config)
 {
     ConfText text;
+    ConfFileTime time;
     composeFile(config, text);
-    return replaceConfFile(kCwConfFile, text);
+    const ConfFolderLock lock;
+    if (fileState.isUnreadable && confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing) {
+        sayConfUnreadable(kReader, kCwConfFile);
+        return -1;
+    }
+    if (replaceConfFile(kCwConfFile, text) != 0)
+        return -1;
+    confFileTime(kCwConfFile, &time);
+    fileState = {time.nanoseconds, false, true};
+    return 0;
 }
 
 } // namespace
 
+// The items go to a copy first: a file that cannot be read to its end counts for nothing.
 int cwConfRead(CwConfig& config)
 {
-    ConfItems items("cwConfRead", kCwConfFile);
-    if (!items.isOpen())
-        return -1;
-    cwConfClearLists(config);
+    ConfItems items(kReader, kCwConfFile);
+    CwConfig fresh;
+    char staticAddr[sizeof sysConfig.staticAddr];
+    std::memcpy(&fresh, &config, sizeof fresh);
+    std::memcpy(staticAddr, sysConfig.staticAddr, sizeof staticAddr);
+    cwConfClearLists(fresh);
     while (items.next())
-        cwConfSetItem(items.key(), items.value(), config);
-    config.saved = 1;
+        cwConfSetItem(items.key(), items.value(), fresh);
+    if (items.failed()) {
+        cwConfCopy(fresh, config);
+        std::memcpy(sysConfig.staticAddr, staticAddr, sizeof staticAddr);
+        return -1;
+    }
+    fresh.saved = 1;
+    cwConfCopy(config, fresh);
     return 0;
 }
 
 void cwConfRefresh(CwConfig& config)
 {
-    std::uint32_t time;
-    if (!confFileTime(kCwConfFile, &time) || time == config.fileTime)
-        return;
-    cwConfRead(config);
-    config.fileTime = time;
-    cwConfTakeSnapshot(config);
+    ConfFileTime time;
+    if (confFileTime(kCwConfFile, &time) == ConfFileStatus::Known && !isReadAt(config, time))
+        readFile(config, time);
+}
+
+void cwConfLoad(CwConfig& config)
+{
+    ConfFileTime time;
+    fileState = {};
+    if (confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing)
+        readFile(config, time);
 }
 
 int cwConfWrite()
 {
     cwConfigSnapshot.saved = cwConfig.saved;
     // Records are only ever copied as bytes, so equal ones have equal padding. NOLINTNEXTLINE(cert-*,bugprone-*)
-    if (std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
+    if (!fileState.isAheadOfSnapshot && std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
         return 0;
     if (saveFile(cwConfig) != 0)
         return -1;
@@ -81,5 +133,5 @@ int cwConfWrite()
 void cwConfDrop()
 {
     cwConfig.fileTime = 0;
-    cwConfRefresh(cwConfig);
+    cwConfLoad(cwConfig);
 }

@@ -8,14 +8,18 @@
 inline constexpr char kCwConfFile[] = "/cfg/cw.conf";
 
 /// Reads the file over the record: both AC lists are rebuilt, every other item without a line keeps its value. 0, with
-/// the record marked as saved, or -1 when the file cannot be opened, which is said.
+/// the record marked as saved, or -1 when the file cannot be opened or not be read to its end, which is said; the
+/// record is then as it was.
 int cwConfRead(CwConfig& config);
 
-/// When the modification time of the file is another than the record's: reads the file and takes the snapshot.
+/// When the file is another than the one last read or written, or could not be read: reads it and takes the snapshot.
 void cwConfRefresh(CwConfig& config);
 
-/// Saves the process's record and has the daemon restarted, unless the record equals the snapshot. 0, or -1 when the
-/// file cannot be written; the old file then stays.
+/// Reads the file whatever its time and takes the snapshot. A missing file changes nothing, silently.
+void cwConfLoad(CwConfig& config);
+
+/// Saves the process's record and has the daemon restarted, unless the record equals the snapshot and the snapshot the
+/// file. 0, or -1 when the file cannot be written, or could not be read; the old file then stays.
 int cwConfWrite();
 
 /// Throws away the unsaved changes of the process's record that the file has a line for.

@@ -293,10 +293,17 @@ const CwKind kAcAddresses = {setAcAddress, renderAcAddress, countAcAddresses, kA
 const CwKind kAcHostnames = {setAcHostname, renderAcHostname, countAcHostnames, kAddAcHostnameHelp,
                              kDeleteAcHostnameHelp};
 
+// C libraries disagree about what may follow an address, so they are not shown what follows its first blank.
 bool parseAddress(const char* text, std::uint32_t* address)
 {
+    char head[256];
+    const std::size_t length = std::strcspn(text, " \t\r\n\v\f");
+    if (length >= sizeof head)
+        return false;
+    std::memcpy(head, text, length);
+    head[length] = '\0';
     in_addr parsed;
-    if (inet_aton(text, &parsed) == 0)
+    if (inet_aton(head, &parsed) == 0)
         return false;
     *address = ntohl(parsed.s_addr);
     return true;

@@ -76,7 +76,7 @@ inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B
 inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string).";
 inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
 
-/// Parses a dotted address into host byte order.
+/// Parses a dotted address, which ends at the first blank, into host byte order. False: it is none.
 bool parseAddress(const char* text, std::uint32_t* address);
 
 /// Writes the dotted form of an address in host byte order; 16 characters hold any.

@@ -112,6 +112,7 @@ void cwConfClearLists(CwConfig& config)
 
 int cwConfListAdd(const char* key, const char* value, CwConfig& config)
 {
+    cwConfRefresh(config);
     if (isAddressList(key) && !addAddress(value, config))
         return -1;
     if (isHostnameList(key))
@@ -122,6 +123,7 @@ int cwConfListAdd(const char* key, const char* value, CwConfig& config)
 
 int cwConfListDelete(const char* key, const char* value, CwConfig& config)
 {
+    cwConfRefresh(config);
     bool found = false;
     if (isAddressList(key)) {
         std::uint32_t address;

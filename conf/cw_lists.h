@@ -14,11 +14,11 @@ bool cwConfAppendHostname(CwConfig& config, const char* name);
 /// Empties both lists.
 void cwConfClearLists(CwConfig& config);
 
-/// `add`: a new address is checked against the limit of the commands and the list; a surplus name is dropped silently.
-/// Marks the record changed and returns 0, or says why not and returns -1.
+/// `add`, after a refresh: a new address is checked against the limit of the commands and the list; a surplus name is
+/// dropped silently. Marks the record changed and returns 0, or says why not and returns -1.
 int cwConfListAdd(const char* key, const char* value, CwConfig& config);
 
-/// `del`: marks the record changed and returns 0, or says why not and returns -1.
+/// `del`, after a refresh: marks the record changed and returns 0, or says why not and returns -1.
 int cwConfListDelete(const char* key, const char* value, CwConfig& config);
 
 /// Refreshes the record and shows a list, its count first. -1, and nothing is said, when `key` is no list.

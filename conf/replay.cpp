@@ -54,11 +54,9 @@ int confReplay()
 {
     cli_node& systemNode = configTable[0];
     ConfLines lines(kSysConfFile);
-    if (!lines.isOpen()) {
-        cli_printf("    Error: Failed to open conf %s\n", kSysConfFile);
-        return 0;
-    }
     for (char* line = lines.next(); line != nullptr; line = lines.next())
         replayLine(systemNode, line);
+    if (lines.failed())
+        cli_printf("    Error: Failed to open conf %s\n", kSysConfFile);
     return 0;
 }

@@ -15,17 +15,43 @@ namespace
 
 constexpr char kFrameLine[] = "#=====================SYS CONF PARAMs========================\n";
 
-} // namespace
+/// What there is to know of the file beside the record.
+struct FileState {
+    std::uint32_t nanoseconds; ///< of its modification time when it was last read, or could not be
+    bool isUnreadable;         ///< the last attempt to read it failed, although it is there
+};
 
-int sysConfRead(SysConfig& config)
+constinit FileState fileState{};
+
+void setSerialNumber(SysConfig& config)
 {
     read_sn(config.hostname, sizeof config.hostname, 0);
+}
+
+/// Keeps the time also when reading fails: every prompt refreshes the record, and the failure is to be said once.
+void readFile(SysConfig& config, const ConfFileTime& time)
+{
+    fileState = {time.nanoseconds, sysConfRead(config) != 0};
+    config.fileTime = time.seconds;
+}
+
+} // namespace
+
+// The items go to a copy first: a file that cannot be read to its end counts for nothing.
+int sysConfRead(SysConfig& config)
+{
     ConfItems items("sysConfRead", kSysConfFile);
-    if (!items.isOpen())
-        return -1;
+    SysConfig fresh = config;
+    setSerialNumber(fresh);
     while (items.next())
-        sysConfSetItem(items.key(), items.value(), config);
-    return 0;
+        sysConfSetItem(items.key(), items.value(), fresh);
+    if (!items.failed()) {
+        config = fresh;
+        return 0;
+    }
+    if (!items.isOpen() || config.hostname[0] == '\0')
+        setSerialNumber(config);
+    return -1;
 }
 
 int sysConfSetItem(const char* key, const char* value, SysConfig& config)
@@ -60,11 +86,40 @@ int sysConfWrite()
 
 void sysConfRefresh(SysConfig& config)
 {
-    std::uint32_t time;
-    if (!confFileTime(kSysConfFile, &time) || time == config.fileTime)
+    ConfFileTime time;
+    if (confFileTime(kSysConfFile, &time) != ConfFileStatus::Known)
         return;
-    sysConfRead(config);
-    config.fileTime = time;
+    if (time.seconds != config.fileTime || time.nanoseconds != fileState.nanoseconds)
+        readFile(config, time);
+}
+
+void sysConfLoad(SysConfig& config)
+{
+    ConfFileTime time;
+    const ConfFileStatus status = confFileTime(kSysConfFile, &time);
+    readFile(config, time);
+    if (status == ConfFileStatus::Missing)
+        fileState.isUnreadable = false;
+}
+
+int sysConfChange(const char* key, const char* value)
+{
+    const ConfFolderLock lock;
+    if (fileState.isUnreadable)
+        sysConfLoad(sysConfig);
+    else
+        sysConfRefresh(sysConfig);
+    if (fileState.isUnreadable)
+        return -1;
+    sysConfSetItem(key, value, sysConfig);
+    return sysConfWrite();
+}
+
+int sysConfCommit()
+{
+    const ConfFolderLock lock;
+    sysConfRefresh(sysConfig);
+    return fileState.isUnreadable ? -1 : sysConfWrite();
 }
 
 void sysConfShow(const char* item, SysConfig& config)

@@ -20,8 +20,9 @@ struct SysConfig {
 /// The process's record.
 extern SysConfig sysConfig;
 
-/// Reads the file into the record; the device serial number is the host name where the file gives none. 0, or -1 when
-/// the file cannot be opened, which is said.
+/// Reads the file into the record; the device serial number is the host name where the file gives none, and when it
+/// cannot be opened. 0, or -1 when it cannot be opened or not be read to its end, which is said; everything else is
+/// then as it was.
 int sysConfRead(SysConfig& config);
 
 /// Applies one item of the file; keys that are not the record's are ignored, texts cut to their fields. Always 0.
@@ -30,8 +31,18 @@ int sysConfSetItem(const char* key, const char* value, SysConfig& config);
 /// Replaces the file by the process's record. 0, or -1 when it cannot be written; the old file then stays.
 int sysConfWrite();
 
-/// Re-reads the file when its modification time is another than the record's.
+/// Re-reads the file when it is another than the one last read.
 void sysConfRefresh(SysConfig& config);
+
+/// Reads the file whatever its time.
+void sysConfLoad(SysConfig& config);
+
+/// Applies one item to the process's record and writes the file. What other shells wrote meanwhile is kept. 0, or -1
+/// when the file cannot be written, or is there and cannot be read; it then stays.
+int sysConfChange(const char* key, const char* value);
+
+/// Writes the file anew from the process's record, with what other shells wrote meanwhile. 0 or -1 likewise.
+int sysConfCommit();
 
 /// Refreshes the record and shows the row of `item`, or every row when it is null.
 void sysConfShow(const char* item, SysConfig& config);

@@ -28,8 +28,7 @@ int systemItem(int argc, char** argv, int (*apply)(const char* value))
     }
     if (const int refused = apply(argv[3]); refused != 0)
         return refused;
-    sysConfSetItem(argv[2], argv[3], sysConfig);
-    return sysConfWrite();
+    return sysConfChange(argv[2], argv[3]);
 }
 
 int refuse(const char* message)

@@ -1,8 +1,12 @@
 #include "conf/conf_file.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <functional>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -14,10 +18,27 @@
 
 namespace fs = std::filesystem;
 
+extern "C" ssize_t __real_read(int fd, void* bytes, size_t size);
+
+// The linker puts this in the place of every read() of the shell.
+extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
+{
+    static bool isInterrupted = false;
+    const std::string link = "/proc/self/fd/" + std::to_string(fd);
+    std::error_code none;
+    if (readableBytes < 0 || fs::read_symlink(link, none).string().find("/cfg/") == std::string::npos)
+        return __real_read(fd, bytes, size);
+    isInterrupted = !isInterrupted;
+    const ssize_t left = readableBytes - lseek(fd, 0, SEEK_CUR);
+    errno = isInterrupted ? EINTR : EIO;
+    return isInterrupted || left <= 0 ? -1 : __real_read(fd, bytes, std::min(size, static_cast<size_t>(left)));
+}
+
 namespace
 {
 
 constexpr char kFile[] = "/cfg/x.conf";
+constexpr char kCanNotWrite[] = "    Error: Can not write /cfg/x.conf.\n";
 
 class ConfFileTest : public ConfTest
 {
@@ -33,11 +54,27 @@ protected:
         return taken;
     }
 
-    static int replace(const std::string& text)
+    /// "ok", what was said, or "silent".
+    static std::string replace(const std::string& text)
     {
         ConfText content;
         content.append("%s", text.c_str());
-        return replaceConfFile(kFile, content);
+        int result = 0;
+        const std::string said = outputOf([&] { result = replaceConfFile(kFile, content); });
+        return result == 0 ? "ok" + said : said.empty() ? "silent" : said;
+    }
+
+    /// As if the disk had room for a part of the text.
+    static std::string replaceOnAFullDisk()
+    {
+        signal(SIGXFSZ, SIG_IGN);
+        rlimit before;
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit full = {100, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+        std::string outcome = replace(std::string(200, 'x'));
+        setrlimit(RLIMIT_FSIZE, &before);
+        return outcome;
     }
 
     [[nodiscard]] std::vector<std::string> filesIn(const char* folder) const
@@ -61,30 +98,45 @@ TEST_F(ConfFileTest, LinesArePiecesOf255Characters)
     EXPECT_EQ(linesOf(std::string(600, 'c') + "\nd"),
               (Lines{std::string(255, 'c'), std::string(255, 'c'), std::string(90, 'c'), "d"}));
     EXPECT_EQ(linesOf(std::string("a\0b\n\0\nc\n", 8)), (Lines{"a", "", "c"}));
+    EXPECT_EQ(linesOf(std::string(kConfFileLimit, '\n') + "late\n").size(), kConfFileLimit);
 }
 
-TEST_F(ConfFileTest, NoMoreThanTheLimitIsRead)
+TEST_F(ConfFileTest, AFileEndsWhereReadingFails)
 {
-    EXPECT_EQ(linesOf(std::string(kConfFileLimit, '\n') + "late\n").size(), kConfFileLimit);
+    const std::string text = "a=1\n" + std::string(4096, '#') + "\nb=2\n";
+    readableBytes = 4096;
+    EXPECT_EQ(linesOf(text).size(), 17U) << "no cut line";
+    writeFile(kFile, text);
+    ConfItems items("reader", kFile);
+    EXPECT_EQ(outputOf([&] {
+                  EXPECT_TRUE(items.next());
+                  while (items.next())
+                      ;
+              }),
+              "reader: Could not open conf file /cfg/x.conf.\n");
+    EXPECT_TRUE(items.isOpen() && items.failed());
+    readableBytes = 5000;
+    EXPECT_EQ(linesOf(text).back(), "b=2") << "interrupted reads go on";
 }
 
 TEST_F(ConfFileTest, OnlyARegularFileOpens)
 {
     const std::string place = path(kFile);
+    const std::function<void()> plants[] = {
+        [&] { fs::create_directory(place); },
+        [&] { mkfifo(place.c_str(), 0600); },
+        [&] { fs::create_symlink("/dev/zero", place); },
+        [&] { fs::create_symlink("x.conf", place); },
+    };
     EXPECT_FALSE(ConfLines(kFile).isOpen());
-    fs::create_directory(place);
-    EXPECT_FALSE(ConfLines(kFile).isOpen());
-    EXPECT_EQ(replace("new"), -1);
-    fs::remove(place);
-    ASSERT_EQ(mkfifo(place.c_str(), 0600), 0);
-    EXPECT_FALSE(ConfLines(kFile).isOpen());
-    EXPECT_EQ(replace("new"), -1);
-    EXPECT_TRUE(fs::is_fifo(place));
-    fs::remove(place);
-    fs::create_symlink("/dev/zero", place);
-    EXPECT_FALSE(ConfLines(kFile).isOpen());
-    EXPECT_EQ(replace("new"), -1);
-    EXPECT_TRUE(fs::is_symlink(place));
+    for (const auto& plant : plants) {
+        plant();
+        const auto type = fs::symlink_status(place).type();
+        EXPECT_FALSE(ConfLines(kFile).isOpen());
+        EXPECT_EQ(replace("new"), "silent");
+        EXPECT_EQ(fs::symlink_status(place).type(), type);
+        fs::remove(place);
+    }
 }
 
 TEST_F(ConfFileTest, AReplacedFileKeepsItsModeAndItsLink)
@@ -92,39 +144,81 @@ TEST_F(ConfFileTest, AReplacedFileKeepsItsModeAndItsLink)
     writeFile("/etc/target", "a longer old text");
     ASSERT_EQ(chmod(path("/etc/target").c_str(), 0640), 0);
     fs::create_symlink("../etc/target", path(kFile));
-    EXPECT_EQ(replace("new"), 0);
+    EXPECT_EQ(replace("new"), "ok");
     EXPECT_TRUE(fs::is_symlink(path(kFile)));
     EXPECT_EQ(readFile("/etc/target"), "new");
     EXPECT_EQ(fs::status(path("/etc/target")).permissions(), fs::perms(0640));
 
     fs::remove(path("/etc/target"));
-    EXPECT_EQ(replace("newer"), 0) << "a link to no file yet";
+    EXPECT_EQ(replace("newer"), "ok") << "a link to no file yet";
     EXPECT_EQ(readFile("/etc/target"), "newer");
-    EXPECT_EQ(filesIn("/etc").size(), 1U);
-    EXPECT_EQ(filesIn("/cfg").size(), 1U);
+    EXPECT_EQ(filesIn("/etc").size() + filesIn("/cfg").size(), 2U);
+}
 
-    fs::remove(path(kFile));
-    fs::create_symlink("x.conf", path(kFile));
-    EXPECT_EQ(replace("new"), -1) << "a link to itself";
+TEST_F(ConfFileTest, NothingIsWrittenThroughTheTemporaryName)
+{
+    const fs::path temporary = path(kFile) + ".new";
+    writeFile("/etc/precious", "precious");
+    writeFile(kFile, "old");
+    fs::create_hard_link(path(kFile), path("/etc/other name"));
+    for (const char* target : {"/etc/precious", "/etc/other name"}) {
+        fs::create_symlink(path(target), temporary);
+        EXPECT_EQ(replace("new"), "ok");
+        fs::create_hard_link(path(target), temporary);
+        EXPECT_EQ(replace("newer"), "ok");
+    }
+    EXPECT_EQ(readFile("/etc/precious") + readFile("/etc/other name") + readFile(kFile), "preciousoldnewer");
+    fs::create_directory(temporary);
+    EXPECT_EQ(replace("newest"), kCanNotWrite);
+    EXPECT_EQ(readFile(kFile), "newer");
 }
 
 TEST_F(ConfFileTest, AFailedReplacementLeavesTheOldFile)
 {
     writeFile(kFile, "old");
-    signal(SIGXFSZ, SIG_IGN);
-    rlimit before;
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const rlimit full = {10, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &full), 0);
-    const int result = replace("more than ten bytes");
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-    EXPECT_EQ(result, -1);
-    EXPECT_EQ(replace(std::string(10000, 'x')), -1) << "more than the text holds";
+    EXPECT_EQ(replaceOnAFullDisk(), kCanNotWrite);
+    EXPECT_EQ(replace(std::string(10000, 'x')), kCanNotWrite) << "more than the text holds";
+    const int folder = open(path("/cfg").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(flock(folder, LOCK_EX), 0);
+    EXPECT_EQ(replace("new"), kCanNotWrite) << "another shell keeps the lock";
+    close(folder);
     EXPECT_EQ(readFile(kFile), "old");
     EXPECT_EQ(filesIn("/cfg").size(), 1U);
-
     fs::remove_all(path("/cfg"));
-    EXPECT_EQ(replace("new"), -1);
+    EXPECT_EQ(replace("new"), "silent");
+}
+
+TEST_F(ConfFileTest, InAClosedFolderAFileIsWrittenInPlace)
+{
+    const uid_t user = geteuid();
+    const uid_t someone = user != 0 ? user : 65534;
+    writeFile(kFile, "an old text");
+    ASSERT_EQ(chmod(path("").c_str(), 0755) | chmod(path(kFile).c_str(), 0666) | chmod(path("/cfg").c_str(), 0555), 0);
+    ASSERT_EQ(seteuid(someone), 0);
+    EXPECT_EQ(replaceOnAFullDisk(), kCanNotWrite);
+    EXPECT_EQ(readFile(kFile), "an old text");
+    EXPECT_EQ(replace("new"), "ok");
+    EXPECT_EQ(readFile(kFile), "new");
+    ASSERT_EQ(seteuid(user) | chmod(path(kFile).c_str(), 0444) | seteuid(someone), 0);
+    EXPECT_EQ(replace("newer"), "silent");
+    ASSERT_EQ(seteuid(user) | chmod(path("/cfg").c_str(), 0755) | unlink(path(kFile).c_str()) |
+                  chmod(path("/cfg").c_str(), 0555) | seteuid(someone),
+              0);
+    EXPECT_EQ(replace("newest"), "silent") << "no file, and no place for one";
+    ASSERT_EQ(seteuid(user) | chmod(path("/cfg").c_str(), 0755), 0);
+}
+
+// A reader tells two files apart by their times, also where a clock stands still or is a little late.
+TEST_F(ConfFileTest, AReplacementIsNewer)
+{
+    ConfFileTime before;
+    ConfFileTime now;
+    writeAt(999'999'000, kFile, "old", time(nullptr));
+    confFileTime(kFile, &before);
+    ASSERT_EQ(replace("new"), "ok");
+    EXPECT_EQ(confFileTime(kFile, &now), ConfFileStatus::Known);
+    EXPECT_LT(std::pair(before.seconds, before.nanoseconds), std::pair(now.seconds, now.nanoseconds));
+    EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::Missing);
 }
 
 // Two savers write at the same time, each of them killed at any instant.
@@ -134,11 +228,11 @@ TEST_F(ConfFileTest, AKilledSaverLeavesAWholeFile)
     const auto startSaver = [&] {
         const pid_t pid = fork();
         for (int i = 0; pid == 0; ++i)
-            if (replace(texts[i % 2]) != 0)
+            if (replace(texts[i % 2]) != "ok")
                 _exit(1);
         return pid;
     };
-    ASSERT_EQ(replace(texts[0]), 0);
+    ASSERT_EQ(replace(texts[0]), "ok");
     for (int round = 0; round < 100; ++round) {
         const pid_t savers[2] = {startSaver(), startSaver()};
         std::this_thread::sleep_for(std::chrono::microseconds(500 + 67 * round));
@@ -152,7 +246,7 @@ TEST_F(ConfFileTest, AKilledSaverLeavesAWholeFile)
         }
         ASSERT_LE(filesIn("/cfg").size(), 2U);
     }
-    EXPECT_EQ(replace("last"), 0);
+    EXPECT_EQ(replace("last"), "ok");
     EXPECT_EQ(filesIn("/cfg").size(), 1U) << "the temporary of a killed saver stays";
 }
 

@@ -4,8 +4,11 @@
 #define TESTS_CONF_CONF_TEST_H
 
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
+#include <sstream>
 #include <string>
+#include <sys/stat.h>
 
 #include "cli/node.h"
 #include "conf/config_tree.h"
@@ -14,6 +17,10 @@
 #include "conf/sys_conf.h"
 #include "tests/support/device.h"
 #include "tests/support/words.h"
+
+/// Reading a configuration file fails behind this many bytes, before which every other read is interrupted. Negative:
+/// it is left alone.
+inline ssize_t readableBytes = -1;
 
 /// A device named "SN42" without configuration files; every tool that the handlers run is a recorder.
 class ConfTest : public DeviceTest
@@ -32,9 +39,10 @@ protected:
 
     ~ConfTest() override
     {
-        cwConfTakeSnapshot(cwConfig);
+        readableBytes = -1;
+        cwConfCopy(cwConfigSnapshot, cwConfig);
         cwConfDefault(cwConfig, kShellInstance);
-        cwConfTakeSnapshot(cwConfig);
+        cwConfCopy(cwConfigSnapshot, cwConfig);
     }
 
     /// Runs a command line; its result is kept.
@@ -46,10 +54,42 @@ protected:
         return outputOf([&] { result_ = node->handler(words.argc(), words.argv()); });
     }
 
+    /// Runs the lines of a transcript, each behind "> " and before what it says. Several are separated by "; " and say
+    /// nothing but what the last one says. All return `result`.
+    void expectTranscript(const std::string& transcript, int result = 0)
+    {
+        std::istringstream lines(transcript);
+        std::string said;
+        std::string expected;
+        for (std::string line; std::getline(lines, line);) {
+            if (!line.starts_with("> ")) {
+                expected += line + "\n";
+                continue;
+            }
+            EXPECT_EQ(said, expected) << "before " << line;
+            said = expected = "";
+            for (std::size_t end = 0; end != std::string::npos; line.erase(0, end)) {
+                line.erase(0, 2);
+                end = line.find("; ");
+                said += type(line.substr(0, end));
+                EXPECT_EQ(result_, result) << line;
+            }
+        }
+        EXPECT_EQ(said, expected);
+    }
+
     /// What is said when a shell starts.
     static std::string prepare()
     {
         return outputOf([] { configPrepare(nullptr, nullptr); });
+    }
+
+    /// Writes a file whose modification time is `nanoseconds` after a certain second.
+    void writeAt(int nanoseconds, const std::string& file, const std::string& text, time_t second = 1'000'000'000) const
+    {
+        writeFile(file, text);
+        const timespec times[2] = {{0, UTIME_OMIT}, {second, nanoseconds}};
+        ASSERT_EQ(utimensat(AT_FDCWD, path(file).c_str(), times, 0), 0);
     }
 
     std::string set(const char* key, const char* value)

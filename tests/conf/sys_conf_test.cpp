@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 #include <utility>
@@ -27,7 +28,7 @@ class SysConfTest : public ConfTest
 protected:
     void startSaved()
     {
-        writeFile("/cfg/sys.conf", savedFile());
+        writeAt(0, "/cfg/sys.conf", savedFile());
         EXPECT_EQ(prepare(), "");
     }
 
@@ -35,32 +36,23 @@ protected:
     {
         return outputOf([] { EXPECT_EQ(confReplay(), 0); });
     }
-
-    /// A terminal in the place of the console; the caller closes it.
-    int plantConsole() const
-    {
-        const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-        grantpt(terminal);
-        unlockpt(terminal);
-        std::filesystem::create_symlink(ptsname(terminal), path("/dev/console"));
-        return terminal;
-    }
 };
 
 TEST_F(SysConfTest, ReadsShowsAndWritesTheRecord)
 {
     startSaved();
     sysConfSetItem("mgmt-addr", "10.0.0.1/8", sysConfig);
-    EXPECT_EQ(type("show sys_conf"), "    factorysn                : F1\n"
-                                     "    hostname                 : ap1\n"
-                                     "    static-addr              : \n"
-                                     "    baudrate                 : 115200\n"
-                                     "    admin-timeout            : 5\n");
+    const std::string rows = "    hostname                 : ap1\n"
+                             "    static-addr              : \n"
+                             "    baudrate                 : 115200\n"
+                             "    admin-timeout            : 5\n";
+    expectTranscript("> show sys_conf\n    factorysn                : F1\n" + rows);
     EXPECT_EQ(sysConfWrite(), 0);
     EXPECT_EQ(sysConfig.saved, 1U);
     EXPECT_EQ(readFile("/cfg/sys.conf"), savedFile());
-
     sysConfSetItem("factorysn", "", sysConfig);
+    EXPECT_EQ(sysConfWrite(), 0);
+    expectTranscript("> show sys_conf\n" + rows);
     sysConfSetItem("hostname", std::string(300, 'n').c_str(), sysConfig);
     sysConfSetItem("baudrate", "x", sysConfig);
     sysConfSetItem("admin-timeout", "-99999999999", sysConfig);
@@ -73,83 +65,108 @@ TEST_F(SysConfTest, AFileWithoutANameLeavesTheSerialNumber)
 {
     writeFile("/cfg/sys.conf", "baudrate=9600\nhostname\ncolour=blue\n");
     EXPECT_EQ(prepare(), "sysConfRead: /cfg/sys.conf Line 2: Invalid line 'hostname'\n");
-    EXPECT_EQ(type("show sys_conf"), "    hostname                 : SN42\n"
-                                     "    static-addr              : \n"
-                                     "    baudrate                 : 9600\n"
-                                     "    admin-timeout            : 0\n");
+    EXPECT_STREQ(sysConfig.hostname, "SN42");
+    EXPECT_EQ(sysConfig.baudrate, 9600);
 }
 
 TEST_F(SysConfTest, ItemsAreShownOrSetByTheNumberOfWords)
 {
     startSaved();
-    EXPECT_EQ(type("config system hostname"), "    hostname                 : ap1\n");
-    EXPECT_EQ(result_, 0);
-    EXPECT_EQ(type("config system mgmt-addr"), "    static-addr              : \n");
-    for (const char* item : {"factorysn", "mgmt-addr", "hostname", "baudrate", "admin-timeout"}) {
-        EXPECT_EQ(type("config system " + std::string(item) + " 1 2"), "    Error: Too many parameters!\n");
-        EXPECT_EQ(result_, -1);
-    }
-    EXPECT_EQ(calls(), "");
-    EXPECT_EQ(readFile("/cfg/sys.conf"), savedFile());
-}
-
-TEST_F(SysConfTest, ARefusedValueChangesNothing)
-{
-    const std::pair<std::string, std::string> cases[] = {
-        {"factorysn " + std::string(64, '9'), "    Error: The length must be less than 63.\n"},
-        {"hostname " + std::string(37, 'a'), "    Error: The string is too long, the upper limit is 36.\n"},
-        {"hostname ap.1", "    Error: The legal characters are numbers (0-9), letters(a-z,A-z) and special characters "
-                          "- and _.\n"},
-        {"baudrate 9600x", "    Error: The parameter is not digital!\n"},
-        {"baudrate 4800", "    Error: Invalid parameter '4800'.\n"},
-        {"baudrate 9600", "\r\n    Error: Can not open console device!\n"},
-        {"admin-timeout 0", "    Error: Invalid parameter '0'.\n"},
-        {"admin-timeout 481", "    Error: Invalid parameter '481'.\n"},
-        {"admin-timeout 5m", "    Error: Invalid parameter '5m'.\n"},
-        {"admin-timeout -5", "    Error: Invalid parameter '-5'.\n"},
-        {"admin-timeout 99999999999", "    Error: Invalid parameter '99999999999'.\n"},
-        {"mgmt-addr " + std::string(1020, '1'), "    Error: Command line too long.\n"},
-    };
-    startSaved();
-    for (const auto& [words, said] : cases) {
-        EXPECT_EQ(type("config system " + words), said);
-        EXPECT_EQ(result_, -1) << words;
-    }
+    expectTranscript("> config system hostname\n    hostname                 : ap1\n"
+                     "> config system mgmt-addr\n    static-addr              : \n");
+    expectTranscript("> config system factorysn " + std::string(64, '9') + R"(
+    Error: The length must be less than 63.
+> config system hostname 1234567890123456789012345678901234567
+    Error: The string is too long, the upper limit is 36.
+> config system hostname ap.1
+    Error: The legal characters are numbers (0-9), letters(a-z,A-z) and special characters - and _.
+> config system baudrate 9600x
+    Error: The parameter is not digital!
+> config system baudrate 4800
+    Error: Invalid parameter '4800'.
+)",
+                     -1);
+    for (const std::string item : {"factorysn", "mgmt-addr", "hostname", "baudrate", "admin-timeout"})
+        expectTranscript("> config system " + item + " 1 2\n    Error: Too many parameters!\n", -1);
+    for (const std::string value : {"0", "481", "5m", "-5", "99999999999"})
+        expectTranscript("> config system admin-timeout " + value + "\n    Error: Invalid parameter '" + value + "'.\n",
+                         -1);
+    EXPECT_EQ(type("config system baudrate 9600"), "\r\n    Error: Can not open console device!\n");
+    EXPECT_EQ(type("config system mgmt-addr " + std::string(1020, '1')), "    Error: Command line too long.\n");
+    EXPECT_EQ(result_, -1);
     EXPECT_EQ(calls(), "");
     EXPECT_EQ(readFile("/cfg/sys.conf"), savedFile());
     EXPECT_FALSE(exists("/etc/admin-timeout.tmp"));
-}
 
-TEST_F(SysConfTest, ASetValueIsWrittenAndTakesEffect)
-{
-    startSaved();
-    for (const std::string& words :
-         {"factorysn " + std::string(63, '9'), std::string("hostname ap_2"), std::string("admin-timeout 480")}) {
-        EXPECT_EQ(type("config system " + words), "");
-        EXPECT_EQ(result_, 0) << words;
-    }
+    expectTranscript("> config system factorysn " + std::string(63, '9') +
+                     "; config system hostname ap_2; config system admin-timeout 480\n");
     EXPECT_EQ(readFile("/cfg/sys.conf"),
               fileOf("factorysn=" + std::string(63, '9') + "\nhostname=ap_2\nbaudrate=115200\nadmin-timeout=480\n"));
     EXPECT_EQ(calls(), "hostname ap_2\nqln-set-hostname ap_2 --no-save\n");
     EXPECT_EQ(readFile("/etc/admin-timeout.tmp"), "28800\n");
-
+    std::filesystem::remove(path("/cfg/sys.conf"));
+    expectTranscript("> config system factorysn\n    factorysn                : " + std::string(63, '9') +
+                     "\n> config system hostname ap3\n");
+    EXPECT_TRUE(exists("/cfg/sys.conf")) << "a missing file is made";
     std::filesystem::remove_all(path("/cfg"));
-    EXPECT_EQ(type("config system hostname ap3"), "");
-    EXPECT_EQ(result_, -1) << "the file cannot be written";
+    expectTranscript("> config system hostname ap4\n", -1);
+}
+
+TEST_F(SysConfTest, AFileThatCannotBeReadCountsForNothing)
+{
+    const std::string unreadable = "sysConfRead: Could not open conf file /cfg/sys.conf.\n";
+    const std::string text = fileOf("hostname=ap2\n");
+    startSaved();
+    writeAt(1, "/cfg/sys.conf", text);
+    readableBytes = 100;
+    EXPECT_EQ(outputOf([] { sysConfRefresh(sysConfig); }), unreadable);
+    EXPECT_EQ(outputOf([] { sysConfRefresh(sysConfig); }), "") << "not before every prompt";
+    for (const std::string line : {"> config system admin-timeout 9\n", "> config system hostname ap3\n"})
+        expectTranscript(line + unreadable, -1);
+    EXPECT_STREQ(sysConfig.hostname, "ap1");
+    EXPECT_EQ(prepare(), unreadable);
+    sysConfig.hostname[0] = '\0';
+    EXPECT_EQ(prepare(), unreadable);
+    EXPECT_STREQ(sysConfig.hostname, "SN42") << "the prompt needs a name";
+    EXPECT_TRUE(type("cfg -c").starts_with(unreadable));
+    EXPECT_EQ(readFile("/cfg/sys.conf"), text);
+    readableBytes = -1;
+    expectTranscript("> config system admin-timeout 9\n");
+    EXPECT_EQ(readFile("/cfg/sys.conf"), fileOf("factorysn=F1\nhostname=ap2\nbaudrate=115200\nadmin-timeout=9\n"));
+}
+
+// Each changes an item of its own, which nobody else may set back.
+TEST_F(SysConfTest, TwoShellsLoseNothing)
+{
+    startSaved();
+    const pid_t other = fork();
+    const std::string item = other == 0 ? "factorysn" : "admin-timeout";
+    bool isLost = false;
+    for (int i = 1; i <= 60; ++i) {
+        const std::string value = std::to_string(i);
+        type(std::string("config system ").append(item).append(" ").append(value));
+        usleep(500);
+        isLost = isLost || readFile("/cfg/sys.conf").find("\n" + item + "=" + value + "\n") == std::string::npos;
+    }
+    if (other == 0)
+        _exit(isLost ? 1 : 0);
+    int status = 0;
+    waitpid(other, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_FALSE(isLost);
+    EXPECT_EQ(readFile("/cfg/sys.conf"), fileOf("factorysn=60\nhostname=ap1\nbaudrate=115200\nadmin-timeout=60\n"));
 }
 
 TEST_F(SysConfTest, ManagementAddress)
 {
     startSaved();
-    EXPECT_EQ(type("config system mgmt-addr 10.0.0.1/8"), "");
-    EXPECT_EQ(result_, 0);
+    expectTranscript("> config system mgmt-addr 10.0.0.1/8\n");
     EXPECT_EQ(calls(), "ip addr flush dev eth0\nip addr add 10.0.0.1/8 dev eth0\n");
     EXPECT_EQ(readFile("/cfg/sys.conf"), savedFile());
 
     plantTool("ip", "exit 2");
     std::filesystem::remove(path("/cfg/sys.conf"));
-    EXPECT_EQ(type("config system mgmt-addr nowhere"), "");
-    EXPECT_EQ(result_, 2 << 8) << "the raw status";
+    expectTranscript("> config system mgmt-addr nowhere\n", 2 << 8);
     EXPECT_FALSE(exists("/cfg/sys.conf"));
 }
 
@@ -162,16 +179,17 @@ TEST_F(SysConfTest, ConsoleSpeed)
     EXPECT_EQ(readFile("/cfg/sys.conf"), savedFile());
     std::filesystem::remove(path("/dev/console"));
 
-    const int console = plantConsole();
-    for (const auto& [speed, constant] :
-         {std::pair("9600", B9600), std::pair("19200", B19200), std::pair("38400", B38400), std::pair("57600", B57600),
-          std::pair("115200", B115200)}) {
-        EXPECT_EQ(type("config system baudrate " + std::string(speed)), "");
-        EXPECT_EQ(result_, 0);
+    const int console = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_EQ(grantpt(console) | unlockpt(console), 0);
+    std::filesystem::create_symlink(ptsname(console), path("/dev/console"));
+    const std::pair<std::string, speed_t> speeds[] = {
+        {"9600", B9600}, {"19200", B19200}, {"38400", B38400}, {"57600", B57600}, {"115200", B115200}};
+    for (const auto& [speed, constant] : speeds) {
+        expectTranscript("> config system baudrate " + speed + "\n");
         termios options;
         ASSERT_EQ(tcgetattr(console, &options), 0);
-        EXPECT_EQ(cfgetospeed(&options), static_cast<speed_t>(constant)) << speed;
-        EXPECT_NE(readFile("/cfg/sys.conf").find("\nbaudrate=" + std::string(speed) + "\n"), std::string::npos);
+        EXPECT_EQ(cfgetospeed(&options), constant) << speed;
+        EXPECT_NE(readFile("/cfg/sys.conf").find("\nbaudrate=" + speed + "\n"), std::string::npos);
     }
     close(console);
 }
@@ -181,8 +199,10 @@ TEST_F(SysConfTest, ReplayReportsAndAppliesNothing)
     EXPECT_EQ(replay(), "    Error: Failed to open conf /cfg/sys.conf\n");
     startSaved();
     EXPECT_EQ(replay(), "");
-    writeFile("/cfg/sys.conf", "# any PARAMs line\n#comment\nhostname=ap1\ncolour=blue\n\nno item\nbaudrate=hostname\n"
-                               "mgmt-addr PARAMs\n");
+    writeAt(1, "/cfg/sys.conf",
+            "# any PARAMs line\n#comment\nhostname=ap1\ncolour=blue\n\nno item\nbaudrate=hostname\n"
+            "mgmt-addr PARAMs\n");
+    prepare();
     EXPECT_EQ(replay(), "    Error: Can't find sub comd colour in node system\n"
                         "_sysConfRead: Invalid line ''\n"
                         "    Error: Failed to parse conf line \n"
