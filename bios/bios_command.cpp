@@ -1,7 +1,9 @@
 #include "bios/bios_command.h"
 
+#include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -114,76 +116,64 @@ void biosTftpGet(const char* server, const char* file)
         runShellCommand(show);
 }
 
+void call(auto(*operation)(), char** /*argv*/)
+{
+    operation();
+}
+
+void call(auto(*operation)(const char*), char** argv)
+{
+    operation(argv[2]);
+}
+
+void call(auto(*operation)(const char*, const char*), char** argv)
+{
+    operation(argv[2], argv[3]);
+}
+
+/// Calls the operation with the words that it takes.
+template <auto operation>
+void run(char** argv)
+{
+    call(operation, argv);
+}
+
 struct BiosAction {
     const char* name;
+    const char* help;
     int words; ///< of the whole line
     void (*run)(char** argv);
 };
 
 constexpr BiosAction kActions[] = {
-    {"erase", 2,
-     [](char**) {
-         biosErase();
-     }},
-    {"dumpflash", 2,
-     [](char**) {
-         biosDumpRawInfo();
-     }},
-    {"setdefault", 2,
-     [](char**) {
-         biosSetDefault();
-     }},
-    {"displayinfo", 2,
-     [](char**) {
-         biosDisplayInfo();
-     }},
-    {"setmac", 3,
-     [](char** argv) {
-         biosSetMac(argv[2]);
-     }},
-    {"getmac", 2,
-     [](char**) {
-         biosShowMac();
-     }},
-    {"setoemsn", 3,
-     [](char** argv) {
-         biosSetOemSn(argv[2]);
-     }},
-    {"setqlnsn", 3,
-     [](char** argv) {
-         biosSetQlnSn(argv[2]);
-     }},
-    {"getoemsn", 2,
-     [](char**) {
-         biosShowOemSn();
-     }},
-    {"save", 3,
-     [](char** argv) {
-         biosSaveRomFile(argv[2]);
-     }},
-    {"get", 4,
-     [](char** argv) {
-         biosTftpGet(argv[2], argv[3]);
-     }},
+    {"erase", "erase", 2, run<biosErase>},
+    {"dumpflash", "dumpflash", 2, run<biosDumpRawInfo>},
+    {"setdefault", "setdefault", 2, run<biosSetDefault>},
+    {"displayinfo", "displayinfo", 2, run<biosDisplayInfo>},
+    {"setmac", "setmac", 3, run<biosSetMac>},
+    {"getmac", "getmac", 2, run<biosShowMac>},
+    {"setoemsn", "setoemsn", 3, run<biosSetOemSn>},
+    {"setqlnsn", "setqlnsn", 3, run<biosSetQlnSn>},
+    {"getoemsn", "Get OEM SN", 2, run<biosShowOemSn>},
+    {"save", "saveROMBIOS", 3, run<biosSaveRomFile>},
+    {"get", "FTP get ROM BIOS file", 4, run<biosTftpGet>},
 };
 
 static_assert(std::size(kActions) == std::size(biosTable));
 
+/// A text that does not fit its field does not compile.
+consteval cli_node row(std::size_t index)
+{
+    cli_node node = command("", "", biosCommand);
+    std::ranges::copy(std::string_view(kActions[index].name), node.name);
+    std::ranges::copy(std::string_view(kActions[index].help), node.help);
+    return node;
+}
+
 } // namespace
 
-constinit cli_node biosTable[11] = {
-    command("erase", "erase", biosCommand),
-    command("dumpflash", "dumpflash", biosCommand),
-    command("setdefault", "setdefault", biosCommand),
-    command("displayinfo", "displayinfo", biosCommand),
-    command("setmac", "setmac", biosCommand),
-    command("getmac", "getmac", biosCommand),
-    command("setoemsn", "setoemsn", biosCommand),
-    command("setqlnsn", "setqlnsn", biosCommand),
-    command("getoemsn", "Get OEM SN", biosCommand),
-    command("save", "saveROMBIOS", biosCommand),
-    command("get", "FTP get ROM BIOS file", biosCommand),
-};
+constinit cli_node biosTable[11] = {row(0), row(1), row(2), row(3), row(4), row(5),
+                                    row(6), row(7), row(8), row(9), row(10)};
 
 int biosCommand(int argc, char** argv)
 {
