@@ -6,37 +6,47 @@
 #include <cstring>
 #include <fcntl.h>
 #include <mtd/mtd-user.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include "cli/output.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
 
 namespace
 {
 
-constexpr std::size_t kPathSize = 32;
 constexpr std::uint32_t kEraseBlockSize = 0x20000;
 
 static_assert(sizeof(FlashImage) % kEraseBlockSize == 0);
 
+int openNode(const char* path, int flags)
+{
+    return open(DeviceFile(path).path(), flags | O_CLOEXEC);
+}
+
 /// Whether the device can be written, which tells the path that this system uses.
 bool opens(const char* path)
 {
-    const int fd = open(DeviceFile(path).path(), O_RDWR | O_SYNC | O_CLOEXEC);
+    const int fd = openNode(path, O_RDWR | O_SYNC);
     if (fd < 0)
         return false;
     close(fd);
     return true;
 }
 
-int openPartition(int flags)
+/// Makes calls until `size` bytes are through or no more go. `call` is told how many are.
+template <typename Call>
+void transfer(std::size_t size, Call call)
 {
-    char path[kPathSize]{};
-    if (biosFindMtdDevice(path, sizeof path) != 0)
-        return -1;
-    return open(DeviceFile(path).path(), flags | O_CLOEXEC);
+    for (std::size_t done = 0; done < size;) {
+        const ssize_t count = call(done);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return;
+        done += static_cast<std::size_t>(count);
+    }
 }
 
 } // namespace
@@ -60,66 +70,64 @@ int biosFindMtdDevice(char* path, std::size_t size)
     return 0;
 }
 
-std::size_t readFully(int fd, void* bytes, std::size_t size)
+FlashDevice::FlashDevice(Access access)
 {
-    auto* const first = static_cast<std::uint8_t*>(bytes);
-    std::size_t done = 0;
-    while (done < size) {
-        const ssize_t count = read(fd, first + done, size - done);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            break;
-        done += static_cast<std::size_t>(count);
-    }
-    return done;
+    if (biosFindMtdDevice(path_, sizeof path_) == 0)
+        fd_ = openNode(path_, access == Access::kRead ? O_RDONLY : O_RDWR);
+    while (isOpen() && flock(fd_, LOCK_EX) != 0 && errno == EINTR)
+        continue;
 }
-
-FlashDevice::FlashDevice(Access access) : fd_(openPartition(access == Access::kRead ? O_RDONLY : O_RDWR)) {}
 
 FlashDevice::~FlashDevice()
 {
+    if (characterFd_ >= 0)
+        close(characterFd_);
     if (isOpen())
         close(fd_);
 }
 
 void FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) const
 {
-    lseek(fd_, static_cast<off_t>(offset), SEEK_SET);
-    readFully(fd_, bytes, size);
+    transfer(size, [&](std::size_t done) {
+        return pread(fd_, static_cast<char*>(bytes) + done, size - done, static_cast<off_t>(offset + done));
+    });
 }
 
 void FlashDevice::write(std::size_t offset, const void* bytes, std::size_t size) const
 {
-    lseek(fd_, static_cast<off_t>(offset), SEEK_SET);
-    for (const auto* next = static_cast<const std::uint8_t*>(bytes); size > 0;) {
-        const ssize_t count = ::write(fd_, next, size);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return;
-        next += count;
-        size -= static_cast<std::size_t>(count);
-    }
+    transfer(size, [&](std::size_t done) {
+        return pwrite(fd_, static_cast<const char*>(bytes) + done, size - done, static_cast<off_t>(offset + done));
+    });
 }
 
-void FlashDevice::checkCrc(const char* operation) const
+bool FlashDevice::crcMatches() const
 {
-    if (osbios_CheckCRC(fd_, 0, 0) < 0)
-        cli_printf("%s: CRC error.\r\n", operation);
+    return osbios_CheckCRC(fd_, 0, 0) >= 0;
 }
 
-void FlashDevice::setCrc(const char* operation, const FlashImage* image) const
+bool FlashDevice::storeCrc(const FlashImage* image) const
 {
-    if (osbios_SetCrc(fd_, image) < 0)
-        cli_printf("%s: SetCRC error.\r\n", operation);
+    return osbios_SetCrc(fd_, image) >= 0;
 }
 
-void FlashDevice::erase() const
+void FlashDevice::erase()
 {
     erase_info_user block{.start = 0, .length = kEraseBlockSize};
     for (; block.start < sizeof(FlashImage); block.start += block.length) {
-        ioctl(fd_, MEMUNLOCK, &block);
-        ioctl(fd_, MEMERASE, &block);
+        eraseRequest(MEMUNLOCK, block);
+        eraseRequest(MEMERASE, block);
     }
+}
+
+/// Most kernels leave these requests to the character device.
+void FlashDevice::eraseRequest(unsigned long request, erase_info_user& block)
+{
+    if (ioctl(fd_, request, &block) == 0 || (errno != ENOTTY && errno != EINVAL))
+        return;
+    if (characterFd_ < 0) {
+        char path[kPathSize];
+        std::snprintf(path, sizeof path, "/dev/mtd%s", std::strpbrk(path_, "0123456789"));
+        characterFd_ = openNode(path, O_RDWR);
+    }
+    ioctl(characterFd_, request, &block);
 }

@@ -7,14 +7,14 @@
 
 #include "platform/flash_layout.h"
 
+struct erase_info_user;
+
 /// Writes the device path of the partition named "bios" into `path`, which also serves as the line buffer. 0, or -1
 /// when there is none; `path` then holds whatever was read last.
 int biosFindMtdDevice(char* path, std::size_t size);
 
-/// Reads `size` bytes, fewer only at the end of the file or after an error. Returns their number.
-std::size_t readFully(int fd, void* bytes, std::size_t size);
-
-/// Opens the partition and closes it again. Where none opened, reads and writes do nothing.
+/// Opens the partition, waits until no other process has it open in this way, and closes it again. Where none opened,
+/// reads and writes do nothing.
 class FlashDevice
 {
 public:
@@ -33,17 +33,23 @@ public:
     /// Writes `size` bytes. A write of one slot is one call to the system: it happens whole or not at all.
     void write(std::size_t offset, const void* bytes, std::size_t size) const;
 
-    /// Says so when the checksum does not match. `operation` is named in the message.
-    void checkCrc(const char* operation) const;
+    /// Whether the stored checksum matches.
+    [[nodiscard]] bool crcMatches() const;
 
-    /// Stores the checksum of `image`, or of the partition as it stands when that is null; says so when it fails.
-    void setCrc(const char* operation, const FlashImage* image) const;
+    /// Stores the checksum of `image`, or of the partition as it stands when that is null. False when it fails.
+    [[nodiscard]] bool storeCrc(const FlashImage* image) const;
 
     /// Unlocks and erases every block.
-    void erase() const;
+    void erase();
 
 private:
-    int fd_;
+    void eraseRequest(unsigned long request, erase_info_user& block);
+
+    static constexpr std::size_t kPathSize = 32;
+
+    char path_[kPathSize]{};
+    int fd_ = -1;
+    int characterFd_ = -1; ///< of the same partition's character device, opened by the first request that needs it
 };
 
 #endif

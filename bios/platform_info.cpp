@@ -4,12 +4,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <unistd.h>
 
+#include "base/file.h"
 #include "bios/flash_device.h"
 #include "cli/output.h"
-#include "platform/device_file.h"
 
 namespace
 {
@@ -82,10 +81,21 @@ private:
     FlashImage* image_;
 };
 
+void sayCrcError(const char* operation)
+{
+    cli_printf("%s: CRC error.\r\n", operation);
+}
+
+void storeCrc(const FlashDevice& device, const char* operation, const FlashImage* image)
+{
+    if (!device.storeCrc(image))
+        cli_printf("%s: SetCRC error.\r\n", operation);
+}
+
 void writeImage(const FlashDevice& device, const char* operation, const FlashImage& image)
 {
     device.write(0, &image, sizeof image);
-    device.setCrc(operation, &image);
+    storeCrc(device, operation, &image);
 }
 
 /// Reads one field and checks the partition.
@@ -95,7 +105,8 @@ int readField(const char* operation, std::size_t offset, char* text, std::size_t
     if (!device.isOpen())
         return -1;
     device.read(offset, text, size);
-    device.checkCrc(operation);
+    if (!device.crcMatches())
+        sayCrcError(operation);
     return 0;
 }
 
@@ -106,7 +117,7 @@ int writeField(const char* operation, std::size_t offset, const char* text, std:
     if (!device.isOpen())
         return -1;
     device.write(offset, text, size);
-    device.setCrc(operation, nullptr);
+    storeCrc(device, operation, nullptr);
     return 0;
 }
 
@@ -123,8 +134,12 @@ int biosErase()
 int biosDumpRawInfo()
 {
     FlashImage image{};
-    const FlashDevice device(FlashDevice::Access::kRead);
-    device.read(0, &image, sizeof image);
+    // Other processes do not wait until a slow terminal has taken the dump.
+    const bool matches = [&image] {
+        const FlashDevice device(FlashDevice::Access::kRead);
+        device.read(0, &image, sizeof image);
+        return device.crcMatches();
+    }();
 
     char line[kDumpLineBytes * kDumpByteWidth + sizeof "\n"];
     char* end = line;
@@ -141,7 +156,8 @@ int biosDumpRawInfo()
     }
     *end = '\0';
     cli_print(line);
-    device.checkCrc("biosDumpRawInfo");
+    if (!matches)
+        sayCrcError("biosDumpRawInfo");
     return 0;
 }
 
@@ -177,13 +193,12 @@ int biosSetDefaultRecord()
 
 int biosSaveToFlash(const char* path)
 {
-    // A named pipe in place of the file reads as empty instead of waiting for a writer.
-    const int rom = open(DeviceFile(path).path(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int rom = openPlainFile(path);
     if (rom < 0)
         return -1;
     const ImageBuffer buffer;
     FlashImage* const image = buffer.get();
-    const bool complete = image != nullptr && readFully(rom, image, sizeof *image) == sizeof *image;
+    const bool complete = image != nullptr && readAll(rom, image, sizeof *image) == sizeof *image;
     close(rom);
     if (!complete)
         return -1;

@@ -1,5 +1,6 @@
 // The simulated flash: a file behind "/dev/mtdblock0" that holds the partition image, as make_flash lays it out. The
-// last four bytes are a CRC-32 of all the bytes before them, least significant byte first.
+// last four bytes are a CRC-32 of all the bytes before them, least significant byte first. "/dev/mtd0", the character
+// device, is an empty file, which only takes requests.
 
 #include <array>
 #include <cerrno>
@@ -9,7 +10,9 @@
 #include <cstring>
 #include <fcntl.h>
 #include <mtd/mtd-user.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/device_file.h"
@@ -18,6 +21,8 @@
 
 namespace
 {
+
+constexpr char kBlockDevice[] = "/dev/mtdblock0";
 
 constexpr std::size_t kCrcSize = 4;
 constexpr std::size_t kCrcOffset = sizeof(FlashImage) - kCrcSize;
@@ -86,7 +91,15 @@ int refuse(int error)
     return -1;
 }
 
-int eraseBlock(int fd, const erase_info_user& block)
+bool isCharacterDevice(int fd)
+{
+    struct stat opened;
+    struct stat node;
+    return fstat(fd, &opened) == 0 && stat(DeviceFile("/dev/mtd0").path(), &node) == 0 &&
+           opened.st_dev == node.st_dev && opened.st_ino == node.st_ino;
+}
+
+int eraseBlock(const erase_info_user& block)
 {
     if (block.start != unlockedBlock.start || block.length != unlockedBlock.length)
         return refuse(EROFS);
@@ -94,10 +107,14 @@ int eraseBlock(int fd, const erase_info_user& block)
     std::memset(erased, 0xFF, sizeof erased);
     if (block.length % sizeof erased != 0 || block.start + block.length > sizeof(FlashImage))
         return refuse(EINVAL);
-    for (std::uint32_t done = 0; done < block.length; done += sizeof erased)
-        if (pwrite(fd, erased, sizeof erased, block.start + done) != static_cast<ssize_t>(sizeof erased))
-            return -1;
-    return 0;
+    const int fd = open(DeviceFile(kBlockDevice).path(), O_WRONLY | O_CLOEXEC);
+    std::uint32_t done = 0;
+    while (done < block.length &&
+           pwrite(fd, erased, sizeof erased, block.start + done) == static_cast<ssize_t>(sizeof erased))
+        done += sizeof erased;
+    if (fd >= 0)
+        close(fd);
+    return done == block.length ? 0 : -1;
 }
 
 } // namespace
@@ -125,9 +142,10 @@ int osbios_SetCrc(int fd, const void* image)
 
 int get_qln_platform_info(void* platform_info)
 {
-    const int fd = open(DeviceFile("/dev/mtdblock0").path(), O_RDONLY | O_CLOEXEC);
+    const int fd = open(DeviceFile(kBlockDevice).path(), O_RDONLY | O_CLOEXEC);
     if (fd < 0)
         return -1;
+    flock(fd, LOCK_EX); // A writer of whole images is let finish.
     FlashImage image;
     const bool complete = readImage(fd, image, offsetof(FlashImage, mac));
     close(fd);
@@ -147,21 +165,20 @@ extern "C" {
 
 int __real_ioctl(int fd, unsigned long request, ...);
 
-/// Stands before ioctl() for the whole program: the kernel knows the flash requests only for flash.
+/// Stands before ioctl() for the whole program: the kernel knows the flash requests only for flash, and there only for
+/// the character device.
 int __wrap_ioctl(int fd, unsigned long request, ...)
 {
     va_list arguments;
     va_start(arguments, request);
     void* const argument = va_arg(arguments, void*);
     va_end(arguments);
-    switch (request) {
-    case MEMUNLOCK:
-        unlockedBlock = *static_cast<const erase_info_user*>(argument);
-        return 0;
-    case MEMERASE:
-        return eraseBlock(fd, *static_cast<const erase_info_user*>(argument));
-    default:
+    if ((request != MEMUNLOCK && request != MEMERASE) || !isCharacterDevice(fd))
         return __real_ioctl(fd, request, argument);
-    }
+    const auto& block = *static_cast<const erase_info_user*>(argument);
+    if (request == MEMERASE)
+        return eraseBlock(block);
+    unlockedBlock = block;
+    return 0;
 }
 }

@@ -62,7 +62,8 @@ TEST_F(FlashTest, AnyOtherCombinationOfWordsPrintsTheUsage)
 
 TEST_F(FlashTest, ShowsWhatWasSet)
 {
-    EXPECT_EQ(said("bios setmac 0011"), " [Error - biosSetMac]: Invalid Mac Address length (4)\n");
+    EXPECT_EQ(said("bios setmac 00:11:22:33:44:5"), " [Error - biosSetMac]: Invalid Mac Address length (11)\n");
+    EXPECT_TRUE(partition() == image_);
     EXPECT_EQ(said("bios setmac 02-1A-2B-88-08-01"), "");
     EXPECT_EQ(said("bios getmac"), "02:1a:2b:88:08:01\n");
     EXPECT_EQ(said("bios setoemsn QPK310V3U1600009"), "");

@@ -53,6 +53,7 @@ protected:
         platformInfo = {};
         writeFile("/proc/mtd", "dev:    size   erasesize  name\nmtd0: 00040000 00020000 \"bios\"\n");
         writeFile(kPartition, image_);
+        writeFile("/dev/mtd0", "");
     }
 
     [[nodiscard]] std::string partition() const { return readFile(kPartition); }

@@ -140,15 +140,6 @@ TEST_F(FlashTest, SettersWriteTheirSlotAlone)
     }
 }
 
-TEST_F(FlashTest, RefusesAMacAddressThatIsTooShort)
-{
-    const std::string message = " [Error - biosSetMac]: Invalid Mac Address length (";
-    EXPECT_EQ(outputOf([] { EXPECT_EQ(biosSetMac("0011223344"), -1); }), message + "10)\n");
-    EXPECT_EQ(outputOf([] { EXPECT_EQ(biosSetMac("00:11:22:33:44:5"), -1); }), message + "11)\n");
-    EXPECT_EQ(outputOf([] { EXPECT_EQ(biosSetMac(""), -1); }), message + "0)\n");
-    EXPECT_TRUE(partition() == image_);
-}
-
 TEST_F(FlashTest, ReadersReturnTheirSlot)
 {
     std::string image = patched(image_, 0x3FF80, "0a1B2c3D4e5F");
@@ -238,9 +229,11 @@ TEST_F(FlashTest, ARomFileThatCannotBeReadWholeChangesNothing)
     writeFile("/tmp/short.rom", std::string(kImageSize - 1, 'x'));
     writeFile("/tmp/empty.rom", "");
     fs::create_directory(path("/tmp/folder.rom"));
+    fs::create_symlink("/dev/zero", path("/tmp/device.rom"));
     mkfifo(path("/tmp/pipe.rom").c_str(), S_IRUSR | S_IWUSR);
     const std::string longName(1200, 'x');
-    for (const char* name : {"missing.rom", "short.rom", "empty.rom", "folder.rom", "pipe.rom", "", longName.c_str()})
+    for (const char* name :
+         {"missing.rom", "short.rom", "empty.rom", "folder.rom", "device.rom", "pipe.rom", "", longName.c_str()})
         EXPECT_EQ(outputOf([&] { EXPECT_EQ(biosSaveRomFile(name), -1); }), "") << name;
     EXPECT_EQ(outputOf([] { EXPECT_EQ(biosSaveRomFile("../dev/mtdblock0"), -1); }),
               "    Error: Invalid file name '../dev/mtdblock0'.\n");
@@ -251,6 +244,11 @@ TEST_F(FlashTest, ErasesEveryByte)
 {
     EXPECT_EQ(outputOf(biosErase), "");
     EXPECT_TRUE(partition() == std::string(kImageSize, '\xff'));
+
+    writeFile(kPartition, image_);
+    fs::remove(path("/dev/mtd0"));
+    EXPECT_EQ(outputOf(biosErase), "");
+    EXPECT_TRUE(partition() == image_) << "a block device does not erase";
 }
 
 TEST_F(FlashTest, DumpsThePartition)
