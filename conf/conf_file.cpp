@@ -29,8 +29,9 @@ ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time)
     *time = {};
     if (stat(DeviceFile(devicePath).path(), &status) != 0)
         return errno == ENOENT || errno == ENOTDIR ? ConfFileStatus::Missing : ConfFileStatus::Unknown;
-    time->seconds = static_cast<std::uint32_t>(status.st_mtim.tv_sec);
-    time->nanoseconds = static_cast<std::uint32_t>(status.st_mtim.tv_nsec);
+    *time = {.seconds = static_cast<std::uint32_t>(status.st_mtim.tv_sec),
+             .nanoseconds = static_cast<std::uint32_t>(status.st_mtim.tv_nsec),
+             .number = status.st_ino};
     return ConfFileStatus::Known;
 }
 

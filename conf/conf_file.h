@@ -15,10 +15,14 @@ inline constexpr std::size_t kConfFileLimit = 1024UL * 1024UL;
 /// Splits `line` in place at its first '='; blanks stay. False, and nothing changed, without one.
 bool splitConfLine(char* line, char** key, char** value);
 
-/// Modification time of a file, cut to the width of the records' field.
+/// Modification time of a file, cut to the width of the records' field, and its number on the disk: some file systems
+/// count only seconds, but a file that was replaced is another one.
 struct ConfFileTime {
     std::uint32_t seconds;
     std::uint32_t nanoseconds;
+    std::uint64_t number;
+
+    bool operator==(const ConfFileTime&) const = default;
 };
 
 enum class ConfFileStatus : std::uint8_t {
@@ -27,7 +31,7 @@ enum class ConfFileStatus : std::uint8_t {
     Unknown, ///< nobody can say; it may still be readable
 };
 
-/// Stores the modification time of a device file, 0 unless it is known.
+/// Stores the modification time of a device file, zeros unless it is known.
 ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
 
 /// Reads a configuration file line by line. Only a plain file can be opened, and only its first kConfFileLimit bytes

@@ -22,9 +22,9 @@ constexpr char kBuild[] = "0241";
 
 /// What there is to know of the file beside the record.
 struct FileState {
-    std::uint32_t nanoseconds; ///< of its modification time when it was last read or written
-    bool isUnreadable;         ///< the last attempt to read it failed
-    bool isAheadOfSnapshot;    ///< it was written since the snapshot was taken
+    ConfFileTime time;      ///< when it was last read or written
+    bool isUnreadable;      ///< the last attempt to read it failed
+    bool isAheadOfSnapshot; ///< it was written since the snapshot was taken
 };
 
 constinit FileState fileState{};
@@ -37,12 +37,12 @@ void readFile(CwConfig& config, const ConfFileTime& time)
         return;
     config.fileTime = time.seconds;
     cwConfCopy(cwConfigSnapshot, config);
-    fileState = {time.nanoseconds, false, false};
+    fileState = {time, false, false};
 }
 
 bool isReadAt(const CwConfig& config, const ConfFileTime& time)
 {
-    return !fileState.isUnreadable && time.seconds == config.fileTime && time.nanoseconds == fileState.nanoseconds;
+    return !fileState.isUnreadable && time.seconds == config.fileTime && time == fileState.time;
 }
 
 void composeFile(const CwConfig& config, ConfText& text)
@@ -73,7 +73,7 @@ int saveFile(const CwConfig& config)
     if (replaceConfFile(kCwConfFile, text) != 0)
         return -1;
     confFileTime(kCwConfFile, &time);
-    fileState = {time.nanoseconds, false, true};
+    fileState = {time, false, true};
     return 0;
 }
 

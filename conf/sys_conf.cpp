@@ -17,8 +17,8 @@ constexpr char kFrameLine[] = "#=====================SYS CONF PARAMs============
 
 /// What there is to know of the file beside the record.
 struct FileState {
-    std::uint32_t nanoseconds; ///< of its modification time when it was last read, or could not be
-    bool isUnreadable;         ///< the last attempt to read it failed, although it is there
+    ConfFileTime time; ///< when it was last read, or could not be
+    bool isUnreadable; ///< the last attempt to read it failed, although it is there
 };
 
 constinit FileState fileState{};
@@ -31,7 +31,7 @@ void setSerialNumber(SysConfig& config)
 /// Keeps the time also when reading fails: every prompt refreshes the record, and the failure is to be said once.
 void readFile(SysConfig& config, const ConfFileTime& time)
 {
-    fileState = {time.nanoseconds, sysConfRead(config) != 0};
+    fileState = {time, sysConfRead(config) != 0};
     config.fileTime = time.seconds;
 }
 
@@ -89,7 +89,7 @@ void sysConfRefresh(SysConfig& config)
     ConfFileTime time;
     if (confFileTime(kSysConfFile, &time) != ConfFileStatus::Known)
         return;
-    if (time.seconds != config.fileTime || time.nanoseconds != fileState.nanoseconds)
+    if (time.seconds != config.fileTime || time != fileState.time)
         readFile(config, time);
 }
 
