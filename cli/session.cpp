@@ -78,7 +78,7 @@ void runLine(const char* line)
     if (std::strlen(line) > kLineLength)
         cli_printf("    Error: Input beyond the upper limit %zu.\n", kLineLength);
     if (executeLine(line) == 0)
-        add_history(line);
+        keepLine(line);
     if (std::strcmp(line, "list") == 0)
         listHistory();
     endInterruptedLine();

@@ -138,11 +138,21 @@ void prepareLineReader()
     rl_catch_signals = 0;
     rl_catch_sigwinch = 0;
     rl_getc_function = readKey;
-    rl_variable_bind("revert-all-at-newline", "on");
     unbindTraps();
-    stifle_history(kHistoryLimit);
     rememberTerminal();
     catchSignals();
+}
+
+// The history is prepared with its first line: not at the start, which every session pays.
+void keepLine(const char* line)
+{
+    static constinit bool isPrepared = false;
+    if (!isPrepared) {
+        stifle_history(kHistoryLimit);
+        rl_variable_bind("revert-all-at-newline", "on");
+        isPrepared = true;
+    }
+    add_history(line);
 }
 
 // Blanks, one fewer than a row has, end in the next row unless they began in the first column.

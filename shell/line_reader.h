@@ -16,6 +16,9 @@ struct LineSource {
 /// Prepares readline and the signals of a session, once.
 void prepareLineReader();
 
+/// Adds a line to the history, which holds the last 1,000, as they were entered whatever is edited later.
+void keepLine(const char* line);
+
 /// Puts the cursor of the terminal, wherever it stands, at the beginning of a row that holds nothing.
 void beginFreshRow();
 
