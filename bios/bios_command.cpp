@@ -7,12 +7,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/address.h"
+#include "base/file.h"
 #include "bios/platform_info.h"
-#include "cli/external.h"
-#include "cli/output.h"
-#include "cli/pipe.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
+#include "shell/output.h"
+#include "shell/pipe.h"
+#include "shell/tools.h"
 
 namespace
 {
@@ -68,14 +70,12 @@ void biosDisplayInfo()
 {
     platformInfo = {};
     get_qln_platform_info(&platformInfo);
-    const auto& mac = platformInfo.mac;
     cli_printf("\t\t Platform name      :    %.17s\n", platformInfo.platformName);
     cli_printf("\t\t Reg code           :    %.17s\n", platformInfo.regionCode);
     cli_printf("\t\t BIOS version       :    %.17s\n", platformInfo.biosVersion);
     cli_printf("\t\t OEM SN             :    %.17s\n", platformInfo.oemSn);
     cli_printf("\t\t QLN SN             :    %.17s\n", platformInfo.qlnSn);
-    cli_printf("\t\t MAC ADDR           :    %02x:%02x:%02x:%02x:%02x:%02x\n", mac[0], mac[1], mac[2], mac[3], mac[4],
-               mac[5]);
+    cli_printf("\t\t MAC ADDR           :    %s\n", macText(platformInfo.mac).text);
 }
 
 void biosShowOemSn()
@@ -89,7 +89,7 @@ void biosShowMac()
 {
     std::uint8_t mac[kMacSize]{};
     if (biosGetOemMac(mac) != -1)
-        cli_printf("%02x:%02x:%02x:%02x:%02x:%02x\n", mac[0], mac[1], mac[2], mac[3], mac[4], mac[5]);
+        cli_printf("%s\n", macText(mac).text);
 }
 
 /// Fetches `file` into "/tmp", where `save` expects it, and shows what the TFTP client said.
@@ -105,8 +105,12 @@ void biosTftpGet(const char* server, const char* file)
         return;
 
     // Neither file is written through a link that somebody planted, nor readable by others.
-    unlink(rom.path());
-    unlink(log.path());
+    for (const char* written : {static_cast<const char*>(path), kTftpOutputFile}) {
+        if (!makePrivateFile(written)) {
+            cli_printf("    Error: Can not write %s.\n", written);
+            return;
+        }
+    }
     const mode_t mask = umask(S_IRWXG | S_IRWXO);
     runCommand(command);
     umask(mask);
@@ -161,13 +165,9 @@ constexpr BiosAction kActions[] = {
 
 static_assert(std::size(kActions) == std::size(biosTable));
 
-/// A text that does not fit its field does not compile.
 consteval cli_node row(std::size_t index)
 {
-    cli_node node = command("", "", biosCommand);
-    std::ranges::copy(std::string_view(kActions[index].name), node.name);
-    std::ranges::copy(std::string_view(kActions[index].help), node.help);
-    return node;
+    return command(kActions[index].name, kActions[index].help, biosCommand);
 }
 
 } // namespace

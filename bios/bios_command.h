@@ -3,7 +3,7 @@
 #ifndef BIOS_BIOS_COMMAND_H
 #define BIOS_BIOS_COMMAND_H
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 /// Children of `bios` and of `memdbg`.
 extern cli_node biosTable[11];

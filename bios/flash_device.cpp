@@ -12,6 +12,8 @@
 
 #include "platform/device_file.h"
 #include "platform/system_library.h"
+#include "shell/output.h"
+#include "shell/signals.h"
 
 namespace
 {
@@ -74,8 +76,12 @@ FlashDevice::FlashDevice(Access access)
 {
     if (biosFindMtdDevice(path_, sizeof path_) == 0)
         fd_ = openNode(path_, access == Access::kRead ? O_RDONLY : O_RDWR);
-    while (isOpen() && flock(fd_, LOCK_EX) != 0 && errno == EINTR)
-        continue;
+    while (isOpen() && flock(fd_, LOCK_EX) != 0 && errno == EINTR) {
+        if (!isInterrupted())
+            continue;
+        close(fd_);
+        fd_ = -1;
+    }
 }
 
 FlashDevice::~FlashDevice()

@@ -7,8 +7,9 @@
 #include <unistd.h>
 
 #include "base/file.h"
+#include "base/text.h"
 #include "bios/flash_device.h"
-#include "cli/output.h"
+#include "shell/output.h"
 
 namespace
 {
@@ -40,18 +41,6 @@ constexpr auto kDumpTexts = [] {
         texts[value] = {' ', kDigits[value >> 4], kDigits[value & 0xF]};
     return texts;
 }();
-
-/// Value of a hexadecimal digit, -1 for any other character.
-int hexValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
 
 /// Copies as much of `text` as fits and terminates it; what the field held beyond stays.
 void setField(char (&field)[kFlashSlotSize + 1], const char* text)

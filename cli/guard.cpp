@@ -8,10 +8,10 @@
 #include <unistd.h>
 
 #include "base/file.h"
-#include "cli/external.h"
-#include "cli/output.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
+#include "shell/output.h"
+#include "shell/tools.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 #ifndef CLI_GUARD_H
 #define CLI_GUARD_H
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 /// Children of `oem`.
 extern cli_node oemTable[2];

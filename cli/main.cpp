@@ -4,11 +4,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "cli/alias.h"
-#include "cli/node.h"
-#include "cli/session.h"
+#include "cli/guard.h"
 #include "conf/replay.h"
+#include "conf/sys_conf.h"
 #include "platform/system_library.h"
+#include "shell/alias.h"
+#include "shell/node.h"
+#include "shell/session.h"
 
 namespace
 {
@@ -23,6 +25,19 @@ void openStandardDescriptors()
         close(fd);
 }
 
+/// Copied, not formatted: a format costs as much as the rest of a short line.
+const char* nextPrompt()
+{
+    constexpr char kMark[] = "  # ";
+    static char prompt[256];
+    if (!factoryResetStarted())
+        sysConfRefresh(sysConfig);
+    const std::size_t length = strnlen(sysConfig.hostname, sizeof prompt - sizeof kMark);
+    std::memcpy(prompt, sysConfig.hostname, length);
+    std::memcpy(prompt + length, kMark, sizeof kMark);
+    return prompt;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -33,5 +48,5 @@ int main(int argc, char** argv)
     prepareTree(cliRoot);
     if (argc >= 2 && std::strcmp(argv[1], "run") == 0)
         return confReplay();
-    runSession();
+    runSession({.prompt = nextPrompt, .endIdle = endIdleSession});
 }

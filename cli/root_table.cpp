@@ -1,16 +1,16 @@
 #include "cli/root_table.h"
 
 #include "bios/bios_command.h"
-#include "cli/debug_commands.h"
-#include "cli/executor.h"
 #include "cli/guard.h"
-#include "cli/pipe.h"
 #include "conf/cfg.h"
 #include "conf/config_tree.h"
+#include "debug/debug_commands.h"
 #include "diag/country.h"
 #include "diag/get_tree.h"
 #include "diag/hardware_commands.h"
 #include "diag/radio_commands.h"
+#include "shell/executor.h"
+#include "shell/pipe.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 #ifndef CLI_ROOT_TABLE_H
 #define CLI_ROOT_TABLE_H
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 inline constexpr int kRootCommandCount = 46;
 

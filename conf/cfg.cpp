@@ -6,16 +6,19 @@
 #include <cstring>
 #include <span>
 
-#include "cli/external.h"
-#include "cli/node.h"
-#include "cli/output.h"
+#include "base/address.h"
+#include "base/text.h"
+#include "conf/conf_file.h"
 #include "conf/config_tree.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
 #include "conf/cw_lists.h"
+#include "conf/messages.h"
 #include "conf/sys_conf.h"
-#include "conf/text.h"
 #include "platform/device_file.h"
+#include "shell/node.h"
+#include "shell/output.h"
+#include "shell/tools.h"
 
 namespace
 {
@@ -110,8 +113,8 @@ void setAcAddress(CfgVariable& variable, char* value)
 {
     std::uint32_t address;
     cwConfRefresh(cwConfig);
-    if (!parseAddress(value, &address)) {
-        cli_printf("    Error: Invalid AC IP address '%s'\n", value);
+    if (!parseIpv4(value, &address)) {
+        cli_printf(kInvalidAcAddress, value);
         return;
     }
     if (cwConfig.acAddressCount >= variable.entry)
@@ -151,7 +154,7 @@ void renderText(const CfgVariable& variable, std::span<char> text)
 void renderOptionalAddress(const CfgVariable& variable, std::span<char> text)
 {
     if (const auto address = fieldOf<std::uint32_t>(variable); address != 0)
-        renderAddress(text, address);
+        copyText(text, ipv4Text(address).text);
 }
 
 void renderAddrMode(const CfgVariable& variable, std::span<char> text)
@@ -168,7 +171,7 @@ void renderSecurity(const CfgVariable&, std::span<char> text)
 void renderAcAddress(const CfgVariable& variable, std::span<char> text)
 {
     if (cwConfig.acAddressCount >= variable.entry)
-        renderAddress(text, cwConfig.acAddresses[variable.entry - 1].address);
+        copyText(text, ipv4Text(cwConfig.acAddresses[variable.entry - 1].address).text);
 }
 
 void renderAcHostname(const CfgVariable& variable, std::span<char> text)
@@ -298,6 +301,7 @@ void cfgCommit(char**)
 
 void cfgFactoryReset(char**)
 {
+    const ConfFolderLock lock;
     runCommandf("cp %s %s", DeviceFile("/etc/cw.conf").path(), DeviceFile(kCwConfFile).path());
     runCommandf("cp %s %s", DeviceFile("/etc/sys.conf").path(), DeviceFile(kSysConfFile).path());
     configPrepare(nullptr, nullptr);

@@ -9,8 +9,8 @@
 #include <unistd.h>
 
 #include "base/file.h"
-#include "cli/output.h"
 #include "platform/device_file.h"
+#include "shell/output.h"
 
 bool splitConfLine(char* line, char** key, char** value)
 {

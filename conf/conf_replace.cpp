@@ -14,9 +14,9 @@
 #include <unistd.h>
 
 #include "base/file.h"
-#include "cli/output.h"
-#include "conf/text.h"
+#include "base/text.h"
 #include "platform/device_file.h"
+#include "shell/output.h"
 
 namespace
 {
@@ -101,7 +101,11 @@ void makeNewer(int fd, const struct stat& old)
     const timespec& now = status.st_mtim;
     if (now.tv_sec != before.tv_sec || now.tv_nsec > before.tv_nsec)
         return;
-    const timespec times[2] = {{0, UTIME_OMIT}, {before.tv_sec, before.tv_nsec + 1}};
+    constexpr long kLastNanosecond = 999'999'999;
+    timespec next = {before.tv_sec, before.tv_nsec + 1};
+    if (before.tv_nsec == kLastNanosecond)
+        next = {before.tv_sec + 1, 0};
+    const timespec times[2] = {{0, UTIME_OMIT}, next};
     futimens(fd, times);
 }
 
@@ -188,13 +192,16 @@ constinit Turn turn{};
 /// False: another shell does not come to its end. Where the kernel cannot lock, nobody is waited for.
 bool lockFolder(int fd)
 {
-    constexpr int kTries = 1000;
-    constexpr timespec kPause = {0, 1'000'000};
-    for (int i = 0; i < kTries; ++i) {
+    constexpr timespec kPause = {0, 1'000'000}; // a kernel with a slow clock makes ten or twenty times as much of it
+    timespec start;
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &start);
+    do {
         if (flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
             return true;
         nanosleep(&kPause, nullptr);
-    }
+        clock_gettime(CLOCK_MONOTONIC, &now);
+    } while (now.tv_sec - start.tv_sec < (now.tv_nsec < start.tv_nsec ? 2 : 1));
     return false;
 }
 

@@ -3,13 +3,14 @@
 #include <cstdio>
 #include <cstring>
 
-#include "cli/output.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
 #include "conf/cw_lists.h"
 #include "conf/cw_show.h"
+#include "conf/ranges.h"
 #include "conf/sys_conf.h"
 #include "conf/system_commands.h"
+#include "shell/output.h"
 
 namespace
 {
@@ -32,26 +33,30 @@ struct JoinedWords {
 /// options are the one value of several words.
 int capwapItemCommand(int argc, char** argv)
 {
-    if (argc < 4)
+    const CwItem* item = argc < 4 ? nullptr : cwConfItem(argv[3]);
+    if (item == nullptr)
         return 0;
-    const char* key = argv[3];
     if (argc == 4) {
-        cwConfShowItem(key, cwConfig);
-    } else if (argc == 5 || std::strcmp(key, "data-channel-sec") == 0) {
-        if (cwConfListShow(key, cwConfig) != 0)
-            cwConfSetItem(key, argc == 5 ? argv[4] : JoinedWords(argc, argv, 4).text, cwConfig);
+        cwConfShowItem(argv[3], cwConfig);
+    } else if (argc == 5 && isCwList(*item)) {
+        cwConfShowList(*item, cwConfig);
+    } else if (argc == 5 || item->kind == &kSecurity) {
+        cwConfRefresh(cwConfig);
+        cwConfSetItem(argv[3], argc == 5 ? argv[4] : JoinedWords(argc, argv, 4).text, cwConfig);
     } else if (std::strcmp(argv[4], "add") == 0) {
-        cwConfListAdd(key, argv[5], cwConfig);
+        cwConfListAdd(*item, argv[5], cwConfig);
     } else if (std::strcmp(argv[4], "del") == 0) {
-        cwConfListDelete(key, argv[5], cwConfig);
+        cwConfListDelete(*item, argv[5], cwConfig);
     }
     return 0;
 }
 
-template <std::size_t NameLength, std::size_t HelpLength>
-consteval cli_node item(const char (&name)[NameLength], const char (&help)[HelpLength])
+/// A row whose help names another range than the item has does not compile.
+consteval cli_node item(const char* name, const char* help, CliHandler handler = capwapItemCommand)
 {
-    return command(name, help, capwapItemCommand);
+    if (!namesRange(help, name))
+        refuseToCompile("the help text names another range");
+    return command(name, help, handler);
 }
 
 constinit cli_node systemTable[] = {
@@ -59,7 +64,7 @@ constinit cli_node systemTable[] = {
     command("mgmt-addr", "Management IP address (A.B.C.D/MASK).", mgmtAddrCommand),
     command("hostname", "Hostname of AP.", hostnameCommand),
     command("baudrate", "Serial console baudrate (9600/19200/38400/57600/115200, default = 115200).", baudrateCommand),
-    command("admin-timeout", "Idle timeout range (1 - 480 min, default = 5).", adminTimeoutCommand),
+    item("admin-timeout", "Idle timeout range (1 - 480 min, default = 5).", adminTimeoutCommand),
 };
 
 constinit cli_node timersTable[] = {

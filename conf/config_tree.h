@@ -3,7 +3,7 @@
 #ifndef CONF_CONFIG_TREE_H
 #define CONF_CONFIG_TREE_H
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 /// Children of `config`: `system` and `capwap`.
 extern cli_node configTable[2];

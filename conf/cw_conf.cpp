@@ -6,6 +6,8 @@
 #include <type_traits>
 #include <unistd.h>
 
+#include "base/text.h"
+
 static_assert(std::is_trivially_copyable_v<CwConfig> && std::is_standard_layout_v<CwConfig>);
 
 constinit CwConfig cwConfig{};
@@ -196,6 +198,30 @@ void cwConfCopy(CwConfig& to, const CwConfig& from)
     for (const char* text : oldTexts)
         if (!refersTo(to, text))
             releaseVersion(text);
+}
+
+bool cwConfAppendAddress(CwConfig& config, std::uint32_t address)
+{
+    if (config.acAddressCount >= kAcAddressRoom)
+        return false;
+    config.acAddresses[config.acAddressCount++] = {address, 1, 0};
+    return true;
+}
+
+bool cwConfAppendHostname(CwConfig& config, const char* name)
+{
+    if (config.acHostnameCount >= kAcHostnameLimit)
+        return false;
+    copyText(config.acHostnames[config.acHostnameCount++], name);
+    return true;
+}
+
+void cwConfClearLists(CwConfig& config)
+{
+    std::memset(config.acAddresses, 0, sizeof config.acAddresses);
+    std::memset(config.acHostnames, 0, sizeof config.acHostnames);
+    config.acAddressCount = 0;
+    config.acHostnameCount = 0;
 }
 
 void cw_assert(int value)

@@ -2,14 +2,14 @@
 
 #include <cstring>
 
-#include "cli/external.h"
-#include "cli/output.h"
+#include "base/text.h"
 #include "conf/conf_file.h"
 #include "conf/cw_items.h"
 #include "conf/cw_lists.h"
 #include "conf/sys_conf.h"
-#include "conf/text.h"
 #include "platform/system_library.h"
+#include "shell/output.h"
+#include "shell/tools.h"
 
 namespace
 {

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "cli/output.h"
+#include "conf/messages.h"
+#include "conf/ranges.h"
+#include "shell/output.h"
 
 namespace
 {
@@ -26,9 +28,9 @@ consteval CwItem stored(const char* key, CwField field)
     return item(key, kStored, field);
 }
 
-consteval CwItem checked(const char* key, CwField field, int low, int high, const CwKind& kind = kChecked)
+consteval CwItem checked(const char* key, CwField field, const CwKind& kind = kChecked)
 {
-    return {key, &kind, field, low, high, kKeyWidth};
+    return {key, &kind, field, rangeOf(key).low, rangeOf(key).high, kKeyWidth};
 }
 
 consteval CwItem padded(int keyWidth, CwItem row)
@@ -44,41 +46,41 @@ consteval CwItem unlisted(CwItem row)
 
 constexpr CwItem kItems[] = {
     item("data-channel-sec", kSecurity),
-    checked("dhcp-code", &CwConfig::dhcpCode, 128, 254),
-    checked("plain-ctl", &CwConfig::plainCtl, 0, 1),
-    padded(28, checked("ac-ctl-port", &CwConfig::acCtlPort, 1024, 49150)),
-    checked("wtp-ctl-port", &CwConfig::wtpCtlPort, 1024, 49150),
+    checked("dhcp-code", &CwConfig::dhcpCode),
+    checked("plain-ctl", &CwConfig::plainCtl),
+    padded(28, checked("ac-ctl-port", &CwConfig::acCtlPort)),
+    checked("wtp-ctl-port", &CwConfig::wtpCtlPort),
     item("static-ip-addr", kOwnAddress, &CwConfig::staticIpAddr),
     item("static-ip-netmask", kAddress, &CwConfig::staticIpNetmask),
     item("static-ip-gw", kAddress, &CwConfig::staticIpGw),
     item("multicast-addr", kMulticast, &CwConfig::multicastAddr),
     item("static-ip-dns", kAddress, &CwConfig::staticIpDns),
     item("addr-mode", kAddrMode),
-    checked("ap-mgmt-vlanid", &CwConfig::apMgmtVlanid, 0, 4094, kVlan),
+    checked("ap-mgmt-vlanid", &CwConfig::apMgmtVlanid, kVlan),
     stored("ac-ip-discover", &CwConfig::acIpDiscover),
     stored("change-state-pending-timer", &CwConfig::changeStatePendingTimer),
-    checked("data-channel-keepalive", &CwConfig::dataChannelKeepalive, 10, 30),
+    checked("data-channel-keepalive", &CwConfig::dataChannelKeepalive),
     stored("data-channel-dead-interval", &CwConfig::dataChannelDeadInterval),
     stored("data-check-timer", &CwConfig::dataCheckTimer),
     stored("discovery-interval", &CwConfig::discoveryInterval),
     stored("dtls-session-delete", &CwConfig::dtlsSessionDelete),
-    checked("echo-interval", &CwConfig::echoInterval, 10, 60),
+    checked("echo-interval", &CwConfig::echoInterval),
     stored("image-data-start-timer", &CwConfig::imageDataStartTimer),
-    checked("max-discovery-interval", &CwConfig::maxDiscoveryInterval, 5, 180),
-    checked("max-failed-dtls-sess-retry", &CwConfig::maxFailedDtlsSessRetry, 1, 3),
+    checked("max-discovery-interval", &CwConfig::maxDiscoveryInterval),
+    checked("max-failed-dtls-sess-retry", &CwConfig::maxFailedDtlsSessRetry),
     stored("retransmit-interval", &CwConfig::retransmitInterval),
     stored("silent-interval", &CwConfig::silentInterval),
-    checked("statistics-timer", &CwConfig::statisticsTimer, 60, 120),
+    checked("statistics-timer", &CwConfig::statisticsTimer),
     stored("wait-dtls", &CwConfig::waitDtls),
     stored("wait-join", &CwConfig::waitJoin),
     stored("discovery-count", &CwConfig::discoveryCount),
     item("discovery-type", kDiscoveryType, &CwConfig::discoveryType),
     stored("failed-dtls-auth-fail-count", &CwConfig::failedDtlsAuthFailCount),
     stored("failed-dtls-session-count", &CwConfig::failedDtlsSessionCount),
-    checked("idle-timeout", &CwConfig::idleTimeout, 20, 3600),
-    checked("max-discoveries", &CwConfig::maxDiscoveries, 3, 10),
-    checked("max-retransmit", &CwConfig::maxRetransmit, 3, 5),
-    checked("report-interval", &CwConfig::reportInterval, 30, 120),
+    checked("idle-timeout", &CwConfig::idleTimeout),
+    checked("max-discoveries", &CwConfig::maxDiscoveries),
+    checked("max-retransmit", &CwConfig::maxRetransmit),
+    checked("report-interval", &CwConfig::reportInterval),
     stored("StaCapRptInterval", &CwConfig::staCapRptInterval),
     stored("StaStatsRptInterval", &CwConfig::staStatsRptInterval),
     stored("VapStatsRptInterval", &CwConfig::vapStatsRptInterval),
@@ -93,8 +95,8 @@ constexpr CwItem kItems[] = {
     stored("preferred-ac", &CwConfig::preferredAc),
     stored("reboot-count", &CwConfig::rebootCount),
     stored("static-acl-table", &CwConfig::staticAclTable),
-    padded(28, checked("allow-dflt-https", &CwConfig::allowDfltHttps, 0, 2)),
-    padded(26, checked("allow-dflt-ssh", &CwConfig::allowDfltSsh, 0, 2)),
+    padded(28, checked("allow-dflt-https", &CwConfig::allowDfltHttps)),
+    padded(26, checked("allow-dflt-ssh", &CwConfig::allowDfltSsh)),
     item("dflt_login_passwd", kPassword, textOf<&CwConfig::dfltLoginPasswd>),
     stored("numStaMax", &CwConfig::numStaMax),
     stored("numWtpMax", &CwConfig::numWtpMax),
@@ -107,7 +109,7 @@ constexpr CwItem kItems[] = {
     item("swVer", kVersion, &CwConfig::swVer),
     item("ssid", kText, textOf<&CwConfig::ssid>),
     unlisted(item("ap-dtlsPolicy", kSecurity)),
-    unlisted(checked("multicast-ttl", &CwConfig::multicastTtl, 1, 255)),
+    unlisted(checked("multicast-ttl", &CwConfig::multicastTtl)),
     unlisted(item("allow-dflt-telnet", kIgnored, &CwConfig::allowDfltTelnet)),
     unlisted(item("allow-dflt-http", kIgnored, &CwConfig::allowDfltHttp)),
     unlisted(stored("WTPLinkFailureCount", &CwConfig::wtpLinkFailureCount)),
@@ -190,7 +192,7 @@ int cwConfSetItem(const char* key, const char* value, CwConfig& config)
         return -1;
     }
     if (!row->kind->set(*row, value, config)) {
-        cli_printf("    Error: Invalid parameter '%s'.\n", value);
+        cli_printf(kInvalidParameter, value);
         return -1;
     }
     config.saved = 0;

@@ -1,14 +1,14 @@
 #include "conf/cw_kinds.h"
 
-#include <arpa/inet.h>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
 
-#include "cli/output.h"
-#include "conf/cw_lists.h"
+#include "base/address.h"
+#include "base/text.h"
+#include "conf/messages.h"
 #include "conf/sys_conf.h"
-#include "conf/text.h"
+#include "shell/output.h"
 
 namespace
 {
@@ -126,7 +126,7 @@ void renderAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> 
 
 bool storeAddress(const CwItem& item, const char* value, CwConfig& config)
 {
-    return parseAddress(value, &(config.*item.field.doubleWord));
+    return parseIpv4(value, &(config.*item.field.doubleWord));
 }
 
 bool setAddress(const CwItem& item, const char* value, CwConfig& config)
@@ -139,7 +139,7 @@ bool setAddress(const CwItem& item, const char* value, CwConfig& config)
 bool setOwnAddress(const CwItem& item, const char* value, CwConfig& config)
 {
     if (storeAddress(item, value, config))
-        renderAddress(sysConfig.staticAddr, config.staticIpAddr);
+        copyText(sysConfig.staticAddr, ipv4Text(config.staticIpAddr).text);
     else
         cli_printf("    Error: Invalid IP address '%s'\n", value);
     return true;
@@ -152,9 +152,9 @@ bool setMulticast(const CwItem& item, const char* value, CwConfig& config)
     return true;
 }
 
-void renderAddressItem(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+void renderAddress(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
-    renderAddress(text, config.*item.field.doubleWord);
+    renderText(text, ipv4Text(config.*item.field.doubleWord).text);
 }
 
 struct SecurityOption {
@@ -234,8 +234,8 @@ void sayTooMany(const CwItem& item, const char* value)
 bool setAcAddress(const CwItem& item, const char* value, CwConfig& config)
 {
     std::uint32_t address;
-    if (!parseAddress(value, &address)) {
-        cli_printf("    Error: Invalid AC IP address '%s'\n", value);
+    if (!parseIpv4(value, &address)) {
+        cli_printf(kInvalidAcAddress, value);
         return false;
     }
     if (!cwConfAppendAddress(config, address))
@@ -246,9 +246,7 @@ bool setAcAddress(const CwItem& item, const char* value, CwConfig& config)
 void renderAcAddress(const CwItem&, const CwConfig& config, int index, std::span<char> text)
 {
     const AcAddress& entry = config.acAddresses[index];
-    char dotted[16];
-    renderAddress(dotted, entry.address);
-    std::snprintf(text.data(), text.size(), "%s %d", dotted, entry.inUse);
+    std::snprintf(text.data(), text.size(), "%s %d", ipv4Text(entry.address).text, entry.inUse);
 }
 
 int countAcAddresses(const CwConfig& config)
@@ -275,42 +273,21 @@ int countAcHostnames(const CwConfig& config)
 
 } // namespace
 
-const CwKind kStored = {setStored, renderNumber, nullptr, nullptr, nullptr};
-const CwKind kChecked = {setChecked, renderNumber, nullptr, nullptr, nullptr};
-const CwKind kIgnored = {setIgnored, renderNumber, nullptr, nullptr, nullptr};
-const CwKind kVlan = {setVlan, renderNumber, nullptr, nullptr, nullptr};
-const CwKind kDiscoveryType = {setDiscoveryType, renderNumber, nullptr, nullptr, nullptr};
-const CwKind kAddrMode = {setAddrMode, renderAddrMode, nullptr, nullptr, nullptr};
-const CwKind kAddress = {setAddress, renderAddressItem, nullptr, nullptr, nullptr};
-const CwKind kOwnAddress = {setOwnAddress, renderAddressItem, nullptr, nullptr, nullptr};
-const CwKind kMulticast = {setMulticast, renderAddressItem, nullptr, nullptr, nullptr};
-const CwKind kSecurity = {setSecurity, renderSecurity, nullptr, nullptr, nullptr};
-const CwKind kText = {setText, renderTextItem, nullptr, nullptr, nullptr};
-const CwKind kPassword = {nullptr, renderTextItem, nullptr, nullptr, nullptr};
-const CwKind kVersion = {setVersion, renderVersion, nullptr, nullptr, nullptr};
-const CwKind kScanTimers = {setScanTimers, nullptr, nullptr, nullptr, nullptr};
-const CwKind kAcAddresses = {setAcAddress, renderAcAddress, countAcAddresses, kAddAcAddressHelp, kDeleteAcAddressHelp};
-const CwKind kAcHostnames = {setAcHostname, renderAcHostname, countAcHostnames, kAddAcHostnameHelp,
-                             kDeleteAcHostnameHelp};
-
-// C libraries disagree about what may follow an address, so they are not shown what follows its first blank.
-bool parseAddress(const char* text, std::uint32_t* address)
-{
-    char head[256];
-    const std::size_t length = std::strcspn(text, " \t\r\n\v\f");
-    if (length >= sizeof head)
-        return false;
-    std::memcpy(head, text, length);
-    head[length] = '\0';
-    in_addr parsed;
-    if (inet_aton(head, &parsed) == 0)
-        return false;
-    *address = ntohl(parsed.s_addr);
-    return true;
-}
-
-void renderAddress(std::span<char> text, std::uint32_t address)
-{
-    std::snprintf(text.data(), text.size(), "%u.%u.%u.%u", address >> 24, address >> 16 & 255U, address >> 8 & 255U,
-                  address & 255U);
-}
+const CwKind kStored = {setStored, renderNumber, nullptr, nullptr, nullptr, nullptr};
+const CwKind kChecked = {setChecked, renderNumber, nullptr, nullptr, nullptr, nullptr};
+const CwKind kIgnored = {setIgnored, renderNumber, nullptr, nullptr, nullptr, nullptr};
+const CwKind kVlan = {setVlan, renderNumber, nullptr, nullptr, nullptr, nullptr};
+const CwKind kDiscoveryType = {setDiscoveryType, renderNumber, nullptr, nullptr, nullptr, nullptr};
+const CwKind kAddrMode = {setAddrMode, renderAddrMode, nullptr, nullptr, nullptr, nullptr};
+const CwKind kAddress = {setAddress, renderAddress, nullptr, nullptr, nullptr, nullptr};
+const CwKind kOwnAddress = {setOwnAddress, renderAddress, nullptr, nullptr, nullptr, nullptr};
+const CwKind kMulticast = {setMulticast, renderAddress, nullptr, nullptr, nullptr, nullptr};
+const CwKind kSecurity = {setSecurity, renderSecurity, nullptr, nullptr, nullptr, nullptr};
+const CwKind kText = {setText, renderTextItem, nullptr, nullptr, nullptr, nullptr};
+const CwKind kPassword = {nullptr, renderTextItem, nullptr, nullptr, nullptr, nullptr};
+const CwKind kVersion = {setVersion, renderVersion, nullptr, nullptr, nullptr, nullptr};
+const CwKind kScanTimers = {setScanTimers, nullptr, nullptr, nullptr, nullptr, nullptr};
+const CwKind kAcAddresses = {setAcAddress,      renderAcAddress,     countAcAddresses, "acStaticIpAddrListCnt",
+                             kAddAcAddressHelp, kDeleteAcAddressHelp};
+const CwKind kAcHostnames = {setAcHostname,   renderAcHostname,   countAcHostnames,
+                             "acHostNameCnt", kAddAcHostnameHelp, kDeleteAcHostnameHelp};

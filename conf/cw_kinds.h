@@ -49,7 +49,8 @@ struct CwKind {
     void (*render)(const CwItem& item, const CwConfig& config, int index, std::span<char> text);
     /// Number of values. Null: one.
     int (*count)(const CwConfig& config);
-    /// Help of a list's commands; null for everything else.
+    /// Of a list, null for everything else: how its display names the number of values, and the help of its commands.
+    const char* countName;
     const char* addHelp;
     const char* deleteHelp;
 };
@@ -75,11 +76,5 @@ inline constexpr char kAddAcAddressHelp[] = "Add AC static IP address (A.B.C.D).
 inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B.C.D).";
 inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string).";
 inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
-
-/// Parses a dotted address, which ends at the first blank, into host byte order. False: it is none.
-bool parseAddress(const char* text, std::uint32_t* address);
-
-/// Writes the dotted form of an address in host byte order; 16 characters hold any.
-void renderAddress(std::span<char> text, std::uint32_t address);
 
 #endif

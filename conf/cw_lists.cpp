@@ -3,23 +3,14 @@
 #include <cstddef>
 #include <cstring>
 
-#include "cli/output.h"
+#include "base/address.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
-#include "conf/text.h"
+#include "conf/messages.h"
+#include "shell/output.h"
 
 namespace
 {
-
-bool isAddressList(const char* key)
-{
-    return std::strcmp(key, "ac-ip-addr") == 0;
-}
-
-bool isHostnameList(const char* key)
-{
-    return std::strcmp(key, "ac-hostname") == 0;
-}
 
 bool holdsAddress(const CwConfig& config, std::uint32_t address)
 {
@@ -31,9 +22,9 @@ bool holdsAddress(const CwConfig& config, std::uint32_t address)
 
 bool parseListAddress(const char* value, std::uint32_t* address)
 {
-    if (parseAddress(value, address))
+    if (parseIpv4(value, address))
         return true;
-    cli_printf("    Error: Invalid AC IP address '%s'\n", value);
+    cli_printf(kInvalidAcAddress, value);
     return false;
 }
 
@@ -86,51 +77,32 @@ bool removeHostname(const char* name, CwConfig& config)
 
 } // namespace
 
-bool cwConfAppendAddress(CwConfig& config, std::uint32_t address)
+bool isCwList(const CwItem& item)
 {
-    if (config.acAddressCount >= kAcAddressRoom)
-        return false;
-    config.acAddresses[config.acAddressCount++] = {address, 1, 0};
-    return true;
+    return item.kind->count != nullptr;
 }
 
-bool cwConfAppendHostname(CwConfig& config, const char* name)
-{
-    if (config.acHostnameCount >= kAcHostnameLimit)
-        return false;
-    copyText(config.acHostnames[config.acHostnameCount++], name);
-    return true;
-}
-
-void cwConfClearLists(CwConfig& config)
-{
-    std::memset(config.acAddresses, 0, sizeof config.acAddresses);
-    std::memset(config.acHostnames, 0, sizeof config.acHostnames);
-    config.acAddressCount = 0;
-    config.acHostnameCount = 0;
-}
-
-int cwConfListAdd(const char* key, const char* value, CwConfig& config)
+int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config)
 {
     cwConfRefresh(config);
-    if (isAddressList(key) && !addAddress(value, config))
+    if (item.kind == &kAcAddresses && !addAddress(value, config))
         return -1;
-    if (isHostnameList(key))
+    if (item.kind == &kAcHostnames)
         cwConfAppendHostname(config, value);
     config.saved = 0;
     return 0;
 }
 
-int cwConfListDelete(const char* key, const char* value, CwConfig& config)
+int cwConfListDelete(const CwItem& item, const char* value, CwConfig& config)
 {
     cwConfRefresh(config);
     bool found = false;
-    if (isAddressList(key)) {
+    if (item.kind == &kAcAddresses) {
         std::uint32_t address;
         if (!parseListAddress(value, &address))
             return -1;
         found = removeAddress(address, config);
-    } else if (isHostnameList(key)) {
+    } else if (item.kind == &kAcHostnames) {
         found = removeHostname(value, config);
     }
     if (!found) {
@@ -138,19 +110,5 @@ int cwConfListDelete(const char* key, const char* value, CwConfig& config)
         return -1;
     }
     config.saved = 0;
-    return 0;
-}
-
-int cwConfListShow(const char* key, CwConfig& config)
-{
-    cwConfRefresh(config);
-    if (isAddressList(key))
-        cli_printf("    acStaticIpAddrListCnt        : %d\n", config.acAddressCount);
-    else if (isHostnameList(key))
-        cli_printf("    acHostNameCnt                : %d\n", config.acHostnameCount);
-    else
-        return -1;
-    forEachValue(*cwConfItem(key), config,
-                 [](const char* name, const char* value) { cli_printf("    %-29s: %s\n", name, value); });
     return 0;
 }

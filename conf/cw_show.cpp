@@ -1,8 +1,9 @@
 #include "conf/cw_show.h"
 
-#include "cli/output.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
+#include "conf/cw_lists.h"
+#include "shell/output.h"
 
 namespace
 {
@@ -26,7 +27,7 @@ void showListCommands(const CwItem& item)
 
 void showRow(const CwItem& item, const CwConfig& config)
 {
-    if (item.kind->count != nullptr)
+    if (isCwList(item))
         showListCommands(item);
     else
         forEachValue(item, config, [&item](const char* key, const char* value) {
@@ -59,4 +60,11 @@ void cwConfShowItem(const char* key, CwConfig& config)
             showRow(item, config);
     if (key == nullptr && config.saved == 0)
         cli_print("\n####  Configuration has been changed, please save or drop it.\n");
+}
+
+void cwConfShowList(const CwItem& item, CwConfig& config)
+{
+    cwConfRefresh(config);
+    cli_printf("    %-29s: %d\n", item.kind->countName, item.kind->count(config));
+    forEachValue(item, config, [](const char* key, const char* value) { cli_printf("    %-29s: %s\n", key, value); });
 }

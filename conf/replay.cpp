@@ -2,11 +2,11 @@
 
 #include <cstring>
 
-#include "cli/node.h"
-#include "cli/output.h"
 #include "conf/conf_file.h"
 #include "conf/config_tree.h"
 #include "conf/sys_conf.h"
+#include "shell/node.h"
+#include "shell/output.h"
 
 namespace
 {

@@ -3,10 +3,10 @@
 #include <cstring>
 #include <string_view>
 
-#include "cli/output.h"
+#include "base/text.h"
 #include "conf/conf_file.h"
-#include "conf/text.h"
 #include "platform/system_library.h"
+#include "shell/output.h"
 
 constinit SysConfig sysConfig{};
 

@@ -5,12 +5,15 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "cli/external.h"
-#include "cli/output.h"
+#include "base/text.h"
+#include "conf/messages.h"
+#include "conf/ranges.h"
 #include "conf/sys_conf.h"
-#include "conf/text.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
+#include "shell/idle_timeout.h"
+#include "shell/output.h"
+#include "shell/tools.h"
 
 namespace
 {
@@ -39,7 +42,7 @@ int refuse(const char* message)
 
 int refuseValue(const char* value)
 {
-    cli_printf("    Error: Invalid parameter '%s'.\n", value);
+    cli_printf(kInvalidParameter, value);
     return -1;
 }
 
@@ -127,10 +130,11 @@ int applyBaudrate(const char* value)
 int applyAdminTimeout(const char* value)
 {
     constexpr int kSecondsPerMinute = 60;
+    constexpr Range kMinutes = rangeOf("admin-timeout");
     const int minutes = numberFrom(value);
-    if (!isDigits(value) || minutes < 1 || minutes > 480)
+    if (!isDigits(value) || minutes < kMinutes.low || minutes > kMinutes.high)
         return refuseValue(value);
-    runCommandf("echo %d > %s", minutes * kSecondsPerMinute, DeviceFile("/etc/admin-timeout.tmp").path());
+    runCommandf("echo %d > %s", minutes * kSecondsPerMinute, DeviceFile(kIdleTimeoutFile).path());
     return 0;
 }
 

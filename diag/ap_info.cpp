@@ -2,9 +2,10 @@
 
 #include <ctime>
 
-#include "cli/output.h"
+#include "base/address.h"
 #include "diag/reply.h"
 #include "diag/words.h"
+#include "shell/output.h"
 
 namespace
 {

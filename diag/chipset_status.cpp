@@ -2,10 +2,10 @@
 
 #include <string_view>
 
-#include "cli/output.h"
 #include "diag/wireless.h"
 #include "diag/words.h"
 #include "platform/system_library.h"
+#include "shell/output.h"
 
 namespace
 {
@@ -32,7 +32,7 @@ bool isOn(InterfaceGetter get, const char* interface)
     return get != nullptr && get(interface) != 0;
 }
 
-const char* enableWord(bool on)
+const char* switchLabel(bool on)
 {
     return on ? "Enable" : "Disable";
 }
@@ -71,7 +71,7 @@ void printSettings(const char* interface)
 {
     const wlan_api& api = wirelessApi;
     printSsid(interface);
-    cli_printf("\tBroadSSID   : %s\n", enableWord(isOn(api.get_broadcast_ssid, interface)));
+    cli_printf("\tBroadSSID   : %s\n", switchLabel(isOn(api.get_broadcast_ssid, interface)));
     cli_printf("\tTunnelMode  : %s\n", isOn(api.get_local_bridging, interface) ? "LOCAL BR" : "TUNNEL");
     cli_printf("\tAuthType    : %s\n",
                nameOf(kAuthTypes, static_cast<unsigned>(ask(api.get_auth_type, interface)), "Unknown"));
@@ -82,7 +82,7 @@ void printSettings(const char* interface)
     cli_printf("\tDTIM Period : %d\n", ask(api.get_dtim_period, interface));
     if (!isRadio(interface))
         return;
-    cli_printf("\tCoexist     : %s\n", enableWord(isOn(api.get_coexist, interface)));
+    cli_printf("\tCoexist     : %s\n", switchLabel(isOn(api.get_coexist, interface)));
     cli_printf("\tChannel     : %d\n", ask(api.get_channel, interface));
     printCountry(interface);
 }

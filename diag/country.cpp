@@ -8,13 +8,13 @@
 #include <span>
 
 #include "bios/platform_info.h"
-#include "cli/external.h"
-#include "cli/output.h"
 #include "diag/country_table.h"
 #include "diag/exchange.h"
 #include "diag/radio_commands.h"
 #include "diag/wireless.h"
 #include "platform/wireless_library.h"
+#include "shell/output.h"
+#include "shell/tools.h"
 
 namespace
 {

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstring>
 
-#include "cli/output.h"
 #include "platform/message_channel.h"
+#include "shell/output.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 #include <bit>
 #include <cstdio>
 
-#include "diag/words.h"
+#include "base/address.h"
 
 namespace
 {

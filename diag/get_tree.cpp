@@ -1,6 +1,5 @@
 #include "diag/get_tree.h"
 
-#include <cstddef>
 #include <cstdint>
 
 #include "diag/ap_info.h"
@@ -15,30 +14,29 @@
 namespace
 {
 
-enum : std::size_t { kVapQuery, kApQuery, kStationQuery, kRadioQuery };
+constexpr StatusQuery kVapQuery{1, 22180, "System busy\n", printVapList};
+constexpr StatusQuery kApQuery{2, 2992, "System is busy, please try again.\n", printApInfo};
+constexpr StatusQuery kStationQuery{3, 65536, nullptr, printStationList};
+constexpr StatusQuery kRadioQuery{5, 65536, "System busy\n", printRadioInfo};
 
-constexpr StatusQuery kQueries[] = {
-    {1, 22180, "System busy\n", printVapList},
-    {2, 2992, "System is busy, please try again.\n", printApInfo},
-    {3, 65536, nullptr, printStationList},
-    {5, 65536, "System busy\n", printRadioInfo},
-};
-
-/// The VAP query carries what is left of the handler's arguments in one byte each; the others carry zeros.
-template <std::size_t Query>
-int queryCommand(int argc, char** argv)
+template <const StatusQuery& Query>
+int queryCommand(int, char**)
 {
-    std::uint8_t request[kQueryRequestLength]{};
-    if constexpr (Query == kVapQuery) {
-        request[0] = static_cast<std::uint8_t>(argc);
-        request[1] = static_cast<std::uint8_t>(reinterpret_cast<std::uintptr_t>(argv));
-    }
-    return queryDaemon(kQueries[Query], request);
+    constexpr std::uint8_t kRequest[kQueryRequestLength]{};
+    return queryDaemon(Query, kRequest);
+}
+
+/// The VAP query carries what is left of the handler's arguments in one byte each.
+int vapQueryCommand(int argc, char** argv)
+{
+    const std::uint8_t request[kQueryRequestLength]{static_cast<std::uint8_t>(argc),
+                                                    static_cast<std::uint8_t>(reinterpret_cast<std::uintptr_t>(argv))};
+    return queryDaemon(kVapQuery, request);
 }
 
 constinit cli_node vapTable[] = {
     command("chipset-status", "Chipset status.", chipsetStatusCommand),
-    command("cfg-info", "Config information.", queryCommand<kVapQuery>),
+    command("cfg-info", "Config information.", vapQueryCommand),
 };
 
 constinit cli_node wtpTable[] = {

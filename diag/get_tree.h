@@ -3,7 +3,7 @@
 #ifndef DIAG_GET_TREE_H
 #define DIAG_GET_TREE_H
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 /// Children of `get`: `vap`, `wtp`, `radio`, `system` and `qsky`.
 extern cli_node getTable[5];

@@ -4,11 +4,11 @@
 #include <cstring>
 #include <unistd.h>
 
-#include "cli/external.h"
-#include "cli/output.h"
-#include "diag/number.h"
+#include "base/text.h"
 #include "platform/system_library.h"
 #include "platform/wireless_library.h"
+#include "shell/output.h"
+#include "shell/tools.h"
 
 namespace
 {

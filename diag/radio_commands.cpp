@@ -7,9 +7,9 @@
 #include <cstring>
 #include <span>
 
-#include "cli/output.h"
+#include "base/text.h"
 #include "diag/exchange.h"
-#include "diag/number.h"
+#include "shell/output.h"
 
 namespace
 {

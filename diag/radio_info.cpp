@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "cli/output.h"
 #include "diag/reply.h"
 #include "diag/words.h"
+#include "shell/output.h"
 
 namespace
 {

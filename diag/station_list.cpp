@@ -1,8 +1,9 @@
 #include "diag/station_list.h"
 
-#include "cli/output.h"
+#include "base/address.h"
 #include "diag/reply.h"
 #include "diag/words.h"
+#include "shell/output.h"
 
 namespace
 {

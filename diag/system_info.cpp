@@ -1,10 +1,10 @@
 #include "diag/system_info.h"
 
 #include "bios/platform_info.h"
-#include "cli/external.h"
-#include "cli/output.h"
-#include "cli/pipe.h"
 #include "platform/system_library.h"
+#include "shell/output.h"
+#include "shell/pipe.h"
+#include "shell/tools.h"
 
 int versionCommand(int, char**)
 {

@@ -5,9 +5,11 @@
 #include <cstring>
 #include <string_view>
 
-#include "cli/output.h"
+#include "base/address.h"
+#include "base/text.h"
 #include "diag/reply.h"
 #include "diag/words.h"
+#include "shell/output.h"
 
 namespace
 {

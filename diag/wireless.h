@@ -3,8 +3,8 @@
 #ifndef DIAG_WIRELESS_H
 #define DIAG_WIRELESS_H
 
-#include "cli/node.h"
 #include "platform/wireless_library.h"
+#include "shell/node.h"
 
 /// The driver's operation table; any operation may be missing (null).
 extern wlan_api wirelessApi;

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <readline/history.h>
@@ -49,13 +50,26 @@ void dropLine()
     rl_variable_bind(kBellStyle, "none");
 }
 
-/// A search that was given up has left the prompt that it replaced.
+/// A search that was given up has left the prompt that it replaced, and a macro its first keys.
 void forgetDroppedLine()
 {
     rl_restore_prompt();
+    rl_free_line_state();
     rl_eof_found = 0;
     rl_redisplay_function = reading.redisplay;
     rl_variable_bind(kBellStyle, reading.bell);
+}
+
+/// readline's own way, but without stops of the output from the keyboard: the shell would stand still with them, deaf
+/// to its idle time and to signals. The two keys are then readline's.
+void prepareTerminal(int usesMeta)
+{
+    rl_prep_terminal(usesMeta);
+    termios modes;
+    if (!RL_ISSTATE(RL_STATE_TERMPREPPED) || tcgetattr(STDIN_FILENO, &modes) != 0)
+        return;
+    modes.c_iflag &= ~static_cast<tcflag_t>(IXON);
+    tcsetattr(STDIN_FILENO, TCSANOW, &modes);
 }
 
 /// For where readline shows nothing that depends on the size.
@@ -69,7 +83,7 @@ void adoptWindow()
 void redrawLine()
 {
     takeSignal(SIGCONT);
-    rl_prep_terminal(1);
+    prepareTerminal(1);
     adoptWindow();
     rl_forced_update_display();
 }
@@ -138,6 +152,7 @@ void prepareLineReader()
     rl_catch_signals = 0;
     rl_catch_sigwinch = 0;
     rl_getc_function = readKey;
+    rl_prep_term_function = prepareTerminal;
     unbindTraps();
     rememberTerminal();
     catchSignals();

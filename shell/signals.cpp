@@ -16,6 +16,7 @@ constexpr int kEvents[] = {SIGALRM, SIGCONT, SIGWINCH};
 constexpr int kEndings[] = {SIGHUP, SIGTERM, SIGPIPE, SIGUSR1, SIGUSR2};
 
 constinit volatile std::sig_atomic_t noted[NSIG]{};
+constinit const char* volatile removedAtEnd = nullptr;
 
 void note(int signal)
 {
@@ -25,6 +26,8 @@ void note(int signal)
 /// readline's terminal is only prepared while signals are held, so it is never caught in the middle of its work.
 void end(int signal)
 {
+    if (removedAtEnd != nullptr)
+        unlink(removedAtEnd);
     rl_deprep_terminal();
     restoreTerminal();
     std::signal(signal, SIG_DFL);
@@ -75,6 +78,11 @@ void catchSignals()
         if (sigaction(signal, nullptr, &old) == 0 && old.sa_handler == SIG_DFL)
             sigaction(signal, &ending, nullptr);
     }
+}
+
+void removeAtEnd(const char* path)
+{
+    removedAtEnd = path;
 }
 
 bool takeSignal(int signal)

@@ -10,6 +10,9 @@
 /// somebody else handles, or asked to be ignored, stays as it is.
 void catchSignals();
 
+/// Has a file removed when a signal ends the process. `path` stays valid until another one, or null, takes its place.
+void removeAtEnd(const char* path);
+
 /// Whether `signal` came since this was last asked; it is then forgotten.
 bool takeSignal(int signal);
 

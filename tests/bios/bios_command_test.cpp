@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <sys/stat.h>
 
-#include "cli/executor.h"
-#include "cli/node.h"
+#include "shell/executor.h"
+#include "shell/node.h"
 #include "tests/bios/flash_fixture.h"
 
 namespace

@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 
 #include "bios/flash_device.h"
-#include "cli/output.h"
+#include "shell/output.h"
 #include "tests/bios/flash_fixture.h"
 
 namespace

@@ -12,7 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "cli/executor.h"
+#include "shell/executor.h"
 #include "tests/bios/flash_fixture.h"
 
 namespace

@@ -1,4 +1,4 @@
-#include "cli/debug_commands.h"
+#include "debug/debug_commands.h"
 
 #include <cstring>
 #include <memory>
@@ -8,8 +8,8 @@
 
 #include <unistd.h>
 
-#include "cli/debug_mask.h"
 #include "cli/root_table.h"
+#include "debug/debug_mask.h"
 #include "platform/debug_library.h"
 #include "platform/simulation/debug_state.h"
 #include "tests/support/device.h"

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 namespace
 {

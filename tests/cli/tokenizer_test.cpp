@@ -1,4 +1,4 @@
-#include "cli/tokenizer.h"
+#include "shell/tokenizer.h"
 
 #include <string>
 #include <vector>

@@ -10,11 +10,11 @@
 #include <string>
 #include <sys/stat.h>
 
-#include "cli/node.h"
 #include "conf/config_tree.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
 #include "conf/sys_conf.h"
+#include "shell/node.h"
 #include "tests/support/device.h"
 #include "tests/support/words.h"
 

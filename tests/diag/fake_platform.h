@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/node.h"
 #include "platform/wireless_library.h"
+#include "shell/node.h"
 #include "tests/support/device.h"
 
 using Bytes = std::vector<std::uint8_t>;

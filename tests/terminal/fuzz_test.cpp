@@ -14,11 +14,11 @@
 
 #include <readline/readline.h>
 
-#include "cli/alias.h"
-#include "cli/completion.h"
-#include "cli/executor.h"
-#include "cli/node.h"
-#include "cli/pipe.h"
+#include "shell/alias.h"
+#include "shell/completion.h"
+#include "shell/executor.h"
+#include "shell/node.h"
+#include "shell/pipe.h"
 #include "tests/terminal/shell.h"
 
 /// The sanitizer's own count, when there is a sanitizer.

@@ -1,16 +1,17 @@
-#include "cli/debug_commands.h"
+#include "debug/debug_commands.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <span>
 
-#include "cli/debug_mask.h"
-#include "cli/output.h"
-#include "cli/pipe.h"
+#include "debug/debug_mask.h"
 #include "platform/debug_library.h"
+#include "shell/output.h"
+#include "shell/pipe.h"
 
 namespace
 {
@@ -235,36 +236,34 @@ int showCrashCommand(int, char**)
     return 0;
 }
 
-/// The rows that stand for applications and modules get their names from the library.
-consteval cli_node moduleRow(CliHandler handler)
+/// A table that begins with a row for every module, which gets its name from the library.
+template <std::size_t ModuleCount, std::size_t VerbCount>
+consteval std::array<cli_node, ModuleCount + VerbCount> facilityTable(CliHandler handler,
+                                                                      const cli_node (&verbs)[VerbCount])
 {
-    return command("", "", handler);
+    std::array<cli_node, ModuleCount + VerbCount> table{};
+    std::fill_n(table.begin(), ModuleCount, command("", "", handler));
+    std::copy_n(verbs, VerbCount, table.begin() + ModuleCount);
+    return table;
 }
 
-constinit cli_node debugTable[] = {
-    moduleRow(debugCommand),
-    moduleRow(debugCommand),
-    moduleRow(debugCommand),
-    moduleRow(debugCommand),
-    moduleRow(debugCommand),
-    command("clear", "Clear all debug info", debugCommand),
-    command("all", "Set all debug info", debugCommand),
-    command("to-console", "debug to console ", toConsoleCommand),
-    command("to-buffer", "debug to buffer", toBufferCommand),
-    command("show", "Show debug messages", showLogCommand),
-    command("log-clear", "Clear all debug messages", clearLogCommand),
-};
+constinit auto debugTable =
+    facilityTable<kDebugAppCount>(debugCommand, {
+                                                    command("clear", "Clear all debug info", debugCommand),
+                                                    command("all", "Set all debug info", debugCommand),
+                                                    command("to-console", "debug to console ", toConsoleCommand),
+                                                    command("to-buffer", "debug to buffer", toBufferCommand),
+                                                    command("show", "Show debug messages", showLogCommand),
+                                                    command("log-clear", "Clear all debug messages", clearLogCommand),
+                                                });
 
-constinit cli_node kdebugTable[] = {
-    moduleRow(kdebugCommand),
-    moduleRow(kdebugCommand),
-    moduleRow(kdebugCommand),
-    moduleRow(kdebugCommand),
-    command("clear", "Clear all debug info", kdebugCommand),
-    command("all", "Set all debug info", kdebugCommand),
-    command("show", "Set all debug info", kdebugCommand),
-    command("log-clear", "clear all logs", kdebugCommand),
-};
+constinit auto kdebugTable =
+    facilityTable<kDebugKernelModuleCount>(kdebugCommand, {
+                                                              command("clear", "Clear all debug info", kdebugCommand),
+                                                              command("all", "Set all debug info", kdebugCommand),
+                                                              command("show", "Set all debug info", kdebugCommand),
+                                                              command("log-clear", "clear all logs", kdebugCommand),
+                                                          });
 
 constinit cli_node debugSwitchTable[] = {
     command("on", "turn on this debug", debugCommand),

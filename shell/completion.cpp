@@ -1,4 +1,4 @@
-#include "cli/completion.h"
+#include "shell/completion.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -6,8 +6,8 @@
 
 #include <readline/readline.h>
 
-#include "cli/node.h"
-#include "cli/tokenizer.h"
+#include "shell/node.h"
+#include "shell/tokenizer.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "cli/external.h"
+#include "shell/tools.h"
 
 #include <csignal>
 #include <cstdarg>
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <sys/wait.h>
 
-#include "cli/output.h"
+#include "shell/output.h"
 #include "shell/signals.h"
 #include "shell/terminal.h"
 

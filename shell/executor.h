@@ -1,7 +1,7 @@
 // The line executor: from a typed line to the action of its node.
 
-#ifndef CLI_EXECUTOR_H
-#define CLI_EXECUTOR_H
+#ifndef SHELL_EXECUTOR_H
+#define SHELL_EXECUTOR_H
 
 /// Runs one line. Returns the handler's result, or 0 when no handler ran.
 int executeLine(const char* line);

@@ -1,4 +1,4 @@
-#include "cli/node.h"
+#include "shell/node.h"
 
 #include <cstring>
 

@@ -1,9 +1,9 @@
-#include "cli/output.h"
+#include "shell/output.h"
 
 #include <cstdarg>
 #include <cstdio>
 
-#include "cli/pipe.h"
+#include "shell/pipe.h"
 #include "shell/signals.h"
 
 namespace

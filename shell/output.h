@@ -1,7 +1,7 @@
 // What handlers say: the output routine and the shared message buffer.
 
-#ifndef CLI_OUTPUT_H
-#define CLI_OUTPUT_H
+#ifndef SHELL_OUTPUT_H
+#define SHELL_OUTPUT_H
 
 #include <cstddef>
 

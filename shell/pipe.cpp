@@ -1,7 +1,7 @@
 // A session uses the one pipe file while no other living session holds it, which an advisory lock tells, and otherwise
 // one of its own that ends with the line. The file is made when there is something to put into it.
 
-#include "cli/pipe.h"
+#include "shell/pipe.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -12,11 +12,12 @@
 #include <unistd.h>
 
 #include "base/file.h"
-#include "cli/external.h"
-#include "cli/output.h"
-#include "cli/tokenizer.h"
+#include "base/text.h"
 #include "platform/device_file.h"
+#include "shell/output.h"
 #include "shell/signals.h"
+#include "shell/tokenizer.h"
+#include "shell/tools.h"
 
 namespace
 {
@@ -30,7 +31,7 @@ constexpr int kHighestDescriptor = 9;
 struct Pipe {
     bool active;
     bool failed;                      ///< something that belongs into the file is not there
-    bool isOwn;                       ///< the file carries this process's number
+    const char* ownFile;              ///< path of a file that carries this process's number, null: it is the common one
     int fd;                           ///< holds the lock; -1: there is no file yet
     char path[sizeof kPipeFile + 12]; ///< of the device
     std::size_t length;
@@ -38,7 +39,7 @@ struct Pipe {
 };
 
 constinit Pipe linePipe{
-    .active = false, .failed = false, .isOwn = false, .fd = -1, .path = {}, .length = 0, .buffer = {}};
+    .active = false, .failed = false, .ownFile = nullptr, .fd = -1, .path = {}, .length = 0, .buffer = {}};
 
 /// Tokens of the current line as command text. Text that does not fit a command line is one character too long for it
 /// here, so the command is refused where it is composed.
@@ -99,17 +100,19 @@ int openLocked(const char* path)
 /// Makes the line's file unless it is there. False: it cannot be made; the path is then the one to name.
 bool makeFile()
 {
+    static constinit char ownFile[DeviceFile::kPathSize]{};
     if (linePipe.fd >= 0)
         return true;
-    linePipe.isOwn = false;
     std::snprintf(linePipe.path, sizeof linePipe.path, "%s", kPipeFile);
     linePipe.fd = openLocked(DeviceFile(linePipe.path).path());
     if (linePipe.fd >= 0)
         return true;
     const bool isHeld = errno == EWOULDBLOCK;
-    linePipe.isOwn = true;
     std::snprintf(linePipe.path, sizeof linePipe.path, "%s.%d", kPipeFile, static_cast<int>(getpid()));
-    linePipe.fd = openLocked(DeviceFile(linePipe.path).path());
+    copyText(ownFile, DeviceFile(linePipe.path).path());
+    removeAtEnd(ownFile);
+    linePipe.fd = openLocked(ownFile);
+    linePipe.ownFile = linePipe.fd >= 0 ? ownFile : nullptr;
     if (linePipe.fd < 0 && !isHeld)
         std::snprintf(linePipe.path, sizeof linePipe.path, "%s", kPipeFile);
     return linePipe.fd >= 0;
@@ -119,10 +122,12 @@ void closeFile()
 {
     if (linePipe.fd < 0)
         return;
-    if (linePipe.isOwn)
-        unlink(DeviceFile(linePipe.path).path());
+    if (linePipe.ownFile != nullptr)
+        unlink(linePipe.ownFile);
+    removeAtEnd(nullptr);
     close(linePipe.fd);
     linePipe.fd = -1;
+    linePipe.ownFile = nullptr;
 }
 
 /// A descriptor of the file for tools: whatever outlives its line with it does not keep the lock. -1: none.
@@ -171,7 +176,7 @@ bool runCaptured()
         close(opened);
     const bool usable = output >= 0 && output <= kHighestDescriptor;
     if (usable)
-        runCommandf("%s >&%d %d>&-; cat %s%s", TokenText(0, wordCount()).text(), output, output,
+        runCommandf("%s >&%d %d>&-; exec %d>&-; cat %s%s", TokenText(0, wordCount()).text(), output, output, output,
                     DeviceFile(linePipe.path).path(), TokenText(wordCount(), tokenStore.argc).text());
     if (output >= 0)
         close(output);
@@ -244,10 +249,10 @@ PipedOutput::PipedOutput() : terminal_(-1)
     if (!linePipe.active)
         return;
     flushPipe();
-    const int file = linePipe.failed ? -1 : openForTools();
+    int file = linePipe.failed ? -1 : openForTools();
     if (file < 0) {
         linePipe.failed = true;
-        return;
+        file = open("/dev/null", O_WRONLY | O_CLOEXEC);
     }
     std::fflush(stdout);
     terminal_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
@@ -260,7 +265,7 @@ PipedOutput::~PipedOutput()
 {
     if (terminal_ < 0)
         return;
-    if (std::fflush(stdout) != 0 || !hasRoom())
+    if (std::fflush(stdout) != 0 || linePipe.failed || !hasRoom())
         linePipe.failed = true;
     dup2(terminal_, STDOUT_FILENO);
     close(terminal_);

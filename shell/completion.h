@@ -1,7 +1,7 @@
 // Completion of command words through readline.
 
-#ifndef CLI_COMPLETION_H
-#define CLI_COMPLETION_H
+#ifndef SHELL_COMPLETION_H
+#define SHELL_COMPLETION_H
 
 /// readline's generator: the visible children of the node that the complete words before the cursor select, those that
 /// begin with the word being typed, one a call; the caller frees them. Null ends the list. Both arguments are unused.

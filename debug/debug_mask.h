@@ -1,7 +1,7 @@
 // Debug switches: one 64-bit mask per application or kernel module, one bit per submodule.
 
-#ifndef CLI_DEBUG_MASK_H
-#define CLI_DEBUG_MASK_H
+#ifndef DEBUG_DEBUG_MASK_H
+#define DEBUG_DEBUG_MASK_H
 
 #include <cstddef>
 #include <cstdint>

@@ -1,9 +1,9 @@
 // The commands `debug`, `kdebug` and `diagnose` over the debug library.
 
-#ifndef CLI_DEBUG_COMMANDS_H
-#define CLI_DEBUG_COMMANDS_H
+#ifndef DEBUG_DEBUG_COMMANDS_H
+#define DEBUG_DEBUG_COMMANDS_H
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 /// Children of `diagnose`.
 extern cli_node diagnoseTable[1];

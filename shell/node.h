@@ -1,7 +1,7 @@
 // The command node: one record per command word, and the tree that the records form.
 
-#ifndef CLI_NODE_H
-#define CLI_NODE_H
+#ifndef SHELL_NODE_H
+#define SHELL_NODE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -32,18 +32,21 @@ struct cli_node {
     std::int32_t spare; ///< zeroed by the preparation pass
 };
 
-/// Copies a literal into a node's text field; one that does not fit does not compile.
-template <std::size_t Size, std::size_t Length>
-constexpr void setNodeText(char (&field)[Size], const char (&text)[Length])
+/// Nowhere defined, and no constant: a table that calls it does not compile.
+void refuseToCompile(const char* reason);
+
+/// Copies a text into a node's field; one that does not fit does not compile.
+template <std::size_t Size>
+consteval void setNodeText(char (&field)[Size], const char* text)
 {
-    static_assert(Length <= Size);
-    for (std::size_t i = 0; i < Length; ++i)
-        field[i] = text[i];
+    for (std::size_t i = 0; text[i] != '\0'; ++i)
+        field[i] = text[i]; // beyond the field, or over its terminator, it is no constant
+    if (field[Size - 1] != '\0')
+        refuseToCompile("the text leaves no room for its terminator");
 }
 
 /// A table row that runs `handler`.
-template <std::size_t NameLength, std::size_t HelpLength>
-constexpr cli_node command(const char (&name)[NameLength], const char (&help)[HelpLength], CliHandler handler)
+consteval cli_node command(const char* name, const char* help, CliHandler handler)
 {
     cli_node row{};
     setNodeText(row.name, name);
@@ -53,9 +56,8 @@ constexpr cli_node command(const char (&name)[NameLength], const char (&help)[He
 }
 
 /// A table row with children, and with a handler of its own where one is given.
-template <std::size_t NameLength, std::size_t HelpLength, std::size_t Count>
-constexpr cli_node group(const char (&name)[NameLength], const char (&help)[HelpLength], cli_node (&children)[Count],
-                         CliHandler handler = nullptr)
+template <std::size_t Count>
+consteval cli_node group(const char* name, const char* help, cli_node (&children)[Count], CliHandler handler = nullptr)
 {
     cli_node row = command(name, help, handler);
     row.childCount = static_cast<std::int32_t>(Count);
@@ -64,14 +66,14 @@ constexpr cli_node group(const char (&name)[NameLength], const char (&help)[Help
 }
 
 /// The same row, left out of help and completion.
-constexpr cli_node hidden(cli_node row)
+consteval cli_node hidden(cli_node row)
 {
     row.visibility = kHidden;
     return row;
 }
 
 /// The same row, prepared at start by `prepare`.
-constexpr cli_node prepared(cli_node row, CliPrepare prepare)
+consteval cli_node prepared(cli_node row, CliPrepare prepare)
 {
     row.prepare = prepare;
     return row;

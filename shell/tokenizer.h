@@ -1,7 +1,7 @@
 // The line tokenizer: cuts a line into words and pipe segments. It knows no quoting and no escapes.
 
-#ifndef CLI_TOKENIZER_H
-#define CLI_TOKENIZER_H
+#ifndef SHELL_TOKENIZER_H
+#define SHELL_TOKENIZER_H
 
 #include <cstddef>
 #include <cstdint>

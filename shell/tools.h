@@ -1,7 +1,7 @@
 // Running the system's tools.
 
-#ifndef CLI_EXTERNAL_H
-#define CLI_EXTERNAL_H
+#ifndef SHELL_TOOLS_H
+#define SHELL_TOOLS_H
 
 #include <cstddef>
 #include <span>

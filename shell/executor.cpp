@@ -1,13 +1,12 @@
-#include "cli/executor.h"
+#include "shell/executor.h"
 
 #include <cstdio>
-#include <cstring>
 
-#include "cli/alias.h"
-#include "cli/node.h"
-#include "cli/output.h"
-#include "cli/pipe.h"
-#include "cli/tokenizer.h"
+#include "shell/alias.h"
+#include "shell/node.h"
+#include "shell/output.h"
+#include "shell/pipe.h"
+#include "shell/tokenizer.h"
 
 namespace
 {
@@ -42,8 +41,6 @@ bool segmentsAreCommands()
 
 int executeLine(const char* line)
 {
-    if (std::strcmp(line, "list") == 0)
-        return 0;
     const cli_node* node = selectNode(line);
     if (!segmentsAreCommands())
         return 0;

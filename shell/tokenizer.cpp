@@ -1,9 +1,9 @@
-#include "cli/tokenizer.h"
+#include "shell/tokenizer.h"
 
 #include <array>
 #include <cstdio>
 
-#include "cli/output.h"
+#include "shell/output.h"
 
 constinit TokenStore tokenStore{};
 

@@ -1,11 +1,11 @@
 // Aliases of the system shell's profile, offered as root commands.
 
-#ifndef CLI_ALIAS_H
-#define CLI_ALIAS_H
+#ifndef SHELL_ALIAS_H
+#define SHELL_ALIAS_H
 
 #include <span>
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 /// Reads the aliases of "/etc/profile" into a larger copy of the root table, once. Any failure leaves the root
 /// commands as they are; a line that is not exactly an alias definition is skipped.

@@ -1,10 +1,10 @@
 // The pipe of a line: what its built-in says is collected in a file, which the system shell feeds to the rest of the
 // line.
 
-#ifndef CLI_PIPE_H
-#define CLI_PIPE_H
+#ifndef SHELL_PIPE_H
+#define SHELL_PIPE_H
 
-#include "cli/node.h"
+#include "shell/node.h"
 
 /// Runs a built-in of the current line, then the rest of the line on what it said. Where the pipe file cannot take it,
 /// the rest is not run, and a message says so. Returns the built-in's result.

@@ -1,13 +1,13 @@
-#include "cli/alias.h"
+#include "shell/alias.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "base/file.h"
-#include "cli/pipe.h"
-#include "cli/root_table.h"
-#include "cli/tokenizer.h"
+#include "shell/pipe.h"
+#include "shell/tokenizer.h"
 
 namespace
 {
@@ -65,12 +65,13 @@ bool readDefinition(char* line, cli_node& row)
     return true;
 }
 
-/// A table with the static rows and room for more, or null.
+/// A table with the root commands and room for more, or null.
 cli_node* allocateTable(std::size_t room)
 {
-    auto* table = static_cast<cli_node*>(std::malloc(sizeof rootTable + room * sizeof(cli_node)));
+    const auto count = static_cast<std::size_t>(cliRoot.childCount);
+    auto* table = static_cast<cli_node*>(std::malloc((count + room) * sizeof(cli_node)));
     if (table != nullptr)
-        std::memcpy(table, rootTable, sizeof rootTable);
+        std::copy_n(cliRoot.children, count, table);
     return table;
 }
 
@@ -89,7 +90,8 @@ int readDefinitions(FILE* profile, cli_node* rows, int room)
 
 void loadAliases()
 {
-    if (cliRoot.childCount != kRootCommandCount)
+    static constinit const cli_node* loadedTable = nullptr;
+    if (cliRoot.children == loadedTable)
         return;
     FILE* profile = openProfile();
     if (profile == nullptr)
@@ -98,8 +100,9 @@ void loadAliases()
     auto* table = room < 0 ? nullptr : allocateTable(static_cast<std::size_t>(room));
     if (table != nullptr) {
         std::rewind(profile);
-        cliRoot.childCount += readDefinitions(profile, table + kRootCommandCount, room);
+        cliRoot.childCount += readDefinitions(profile, table + cliRoot.childCount, room);
         cliRoot.children = table;
+        loadedTable = table;
     }
     std::fclose(profile);
 }

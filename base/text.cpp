@@ -1,0 +1,79 @@
+#include "base/text.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <cstring>
+
+namespace
+{
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+bool isBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+} // namespace
+
+void copyText(std::span<char> field, const char* text)
+{
+    std::strncpy(field.data(), text, field.size() - 1);
+    field.back() = '\0';
+}
+
+bool isDigits(const char* text)
+{
+    while (isDigit(*text))
+        ++text;
+    return *text == '\0';
+}
+
+int numberFrom(const char* text)
+{
+    int number = 0;
+    scanNumber(text, number);
+    return number;
+}
+
+// Not strtol: a long may be no wider than the result, and a file of numbers is read at every start.
+bool scanNumber(const char* text, int& number)
+{
+    constexpr std::int64_t kLowest = INT_MIN;
+    constexpr std::int64_t kHighest = INT_MAX;
+    while (isBlank(*text))
+        ++text;
+    const bool isNegative = *text == '-';
+    if (isNegative || *text == '+')
+        ++text;
+    if (!isDigit(*text))
+        return false;
+    std::int64_t value = 0;
+    for (; isDigit(*text) && value <= kHighest; ++text)
+        value = value * 10 + (*text - '0');
+    number = static_cast<int>(std::clamp(isNegative ? -value : value, kLowest, kHighest));
+    return true;
+}
+
+int hexValue(char c)
+{
+    if (isDigit(c))
+        return c - '0';
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return -1;
+}
+
+char* putHex(char* out, std::uint8_t byte)
+{
+    constexpr char kDigits[] = "0123456789abcdef";
+    *out++ = kDigits[byte >> 4];
+    *out++ = kDigits[byte & 0xf];
+    return out;
+}

@@ -1,0 +1,28 @@
+// Small conversions of texts that fields, files and command words hold.
+
+#ifndef BASE_TEXT_H
+#define BASE_TEXT_H
+
+#include <cstdint>
+#include <span>
+
+/// Copies `text` into `field`, cut to what fits beside the terminator; the rest of the field is zeroed, so that equal
+/// texts are equal bytes.
+void copyText(std::span<char> field, const char* text);
+
+/// Whether `text` consists of the characters 0 to 9 only; an empty text does.
+bool isDigits(const char* text);
+
+/// The decimal number at the start of `text`, 0 without one; what a 32-bit int cannot hold becomes its nearest limit.
+int numberFrom(const char* text);
+
+/// The same for a word that may hold no number: false, and `number` is left alone, when it does not begin with one.
+bool scanNumber(const char* text, int& number);
+
+/// Value of a hexadecimal digit, -1 for any other character.
+int hexValue(char c);
+
+/// Writes two lower-case hexadecimal digits and returns the place behind them.
+char* putHex(char* out, std::uint8_t byte);
+
+#endif

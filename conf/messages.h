@@ -1,0 +1,9 @@
+// What several commands of the configuration say, as formats of the value.
+
+#ifndef CONF_MESSAGES_H
+#define CONF_MESSAGES_H
+
+inline constexpr char kInvalidParameter[] = "    Error: Invalid parameter '%s'.\n";
+inline constexpr char kInvalidAcAddress[] = "    Error: Invalid AC IP address '%s'\n";
+
+#endif

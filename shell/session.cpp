@@ -1,0 +1,76 @@
+#include "shell/session.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <stdio_ext.h>
+#include <unistd.h>
+
+#include <readline/history.h>
+
+#include "platform/system_library.h"
+#include "shell/completion.h"
+#include "shell/executor.h"
+#include "shell/idle_timeout.h"
+#include "shell/line_reader.h"
+#include "shell/output.h"
+#include "shell/signals.h"
+#include "shell/tokenizer.h"
+
+namespace
+{
+
+constexpr int kInstanceClass = 3;
+
+/// Not a command of the tree: it is no first word of a longer line, and nothing follows it.
+constexpr char kListHistory[] = "list";
+
+void listHistory()
+{
+    std::fflush(stdout);
+    HIST_ENTRY** entries = history_list();
+    for (int i = 0; entries != nullptr && entries[i] != nullptr; ++i)
+        std::fprintf(stderr, "%d: %s\r\n", i, entries[i]->line);
+}
+
+/// What an interrupted line had still to say is dropped. Its echo stays on the screen, and the prompt goes below it.
+void endInterruptedLine()
+{
+    forgetInterrupt();
+    __fpurge(stdout);
+    beginFreshRow();
+}
+
+void runLine(const char* line)
+{
+    if (*line == '\0')
+        return;
+    if (std::strlen(line) > kLineLength)
+        cli_printf("    Error: Input beyond the upper limit %zu.\n", kLineLength);
+    const bool isList = std::strcmp(line, kListHistory) == 0;
+    if (isList || executeLine(line) == 0)
+        keepLine(line);
+    if (isList)
+        listHistory();
+}
+
+} // namespace
+
+void runSession(const SessionHost& host)
+{
+    prepareLineReader();
+    installCompletion();
+    qln_app_init_with_instd(kInstanceClass, getpid());
+    const LineSource source{.prompt = host.prompt, .idleTimeout = readIdleTimeout(), .endIdle = host.endIdle};
+    for (;;) {
+        char* line = readLine(source);
+        if (line == nullptr)
+            std::exit(EXIT_FAILURE);
+        // A terminal that pastes in brackets hands over several lines at once.
+        for (char* rest = line; rest != nullptr && !isInterrupted();)
+            runLine(strsep(&rest, "\n"));
+        if (isInterrupted())
+            endInterruptedLine();
+        std::free(line);
+    }
+}
