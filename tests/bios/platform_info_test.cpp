@@ -217,11 +217,6 @@ TEST_F(FlashTest, SavesTheFirstBytesOfARomFile)
     writeFile("/tmp/x.rom", rom + std::string(300000 - kImageSize, 'x'));
     EXPECT_EQ(biosSaveRomFile("x.rom"), 0);
     EXPECT_TRUE(partition() == rom);
-
-    fs::create_directory(path("/etc/rom"));
-    writeFile("/etc/rom/QPK310V_default.rom", image_);
-    EXPECT_EQ(biosSaveDefaultRom(), 0);
-    EXPECT_TRUE(partition() == image_);
 }
 
 TEST_F(FlashTest, ARomFileThatCannotBeReadWholeChangesNothing)

@@ -60,6 +60,11 @@ public:
                    "--port", port.c_str(), "--logfile", "/dev/null", folder.c_str(), nullptr);
             _exit(127);
         }
+        // Until the server has taken its port.
+        for (int tries = 0, fd = 0; tries < 500 && (fd = bindLoopback(port_)) >= 0; ++tries) {
+            close(fd);
+            usleep(10000);
+        }
     }
 
     ~TftpServer()
@@ -70,19 +75,6 @@ public:
 
     TftpServer(const TftpServer&) = delete;
     TftpServer& operator=(const TftpServer&) = delete;
-
-    /// Waits until the server has taken its port.
-    [[nodiscard]] bool isReady()
-    {
-        for (int tries = 0; tries < 500; ++tries) {
-            const int fd = bindLoopback(port_);
-            if (fd < 0)
-                return true;
-            close(fd);
-            usleep(10000);
-        }
-        return false;
-    }
 
     [[nodiscard]] std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
 
@@ -99,8 +91,7 @@ TEST_F(FlashTest, AFetchedRomFileIsFlashedByteForByte)
     fs::create_directory(path("/srv"));
     const std::string rom = noisyImage(3);
     writeFile("/srv/QK310V4N15000001.rom", rom);
-    TftpServer server(path("/srv"));
-    ASSERT_TRUE(server.isReady());
+    const TftpServer server(path("/srv"));
 
     const auto get = [&](const std::string& file) {
         return outputOf([&] { executeLine(("bios get " + server.address() + " " + file).c_str()); });

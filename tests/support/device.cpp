@@ -66,10 +66,8 @@ std::string outputOf(const std::function<void()>& action)
     dup2(terminal, STDOUT_FILENO);
     close(terminal);
 
-    std::string text;
-    std::rewind(file);
-    for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file))
-        text += static_cast<char>(c);
+    std::string text(static_cast<std::size_t>(lseek(fileno(file), 0, SEEK_END)), '\0');
+    EXPECT_EQ(pread(fileno(file), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
     std::fclose(file);
     return text;
 }

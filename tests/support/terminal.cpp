@@ -1,35 +1,33 @@
 #include "tests/support/terminal.h"
 
-#include <cerrno>
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <sys/wait.h>
-#include <utility>
 #include <utmp.h>
 
 #include <gtest/gtest.h>
 
+#include "base/file.h"
+
 namespace
 {
 
-constexpr double kPatience = 20; ///< seconds, for a loaded machine
-constexpr int kPollTime = 20;    ///< milliseconds
-
-double now()
-{
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
+constexpr std::chrono::seconds kPatience{20}; ///< for a loaded machine
+constexpr int kQuiet = 40;                    ///< milliseconds without output
+constexpr int kPollTime = 20;                 ///< milliseconds
 
 [[noreturn]] void become(const Program& program)
 {
-    setenv("TERM", "dumb", 1);
+    std::signal(SIGPIPE, SIG_DFL); // whoever runs the tests may ignore it
+    setenv("TERM", "xterm", 1);
     for (const char* name : {"LINES", "COLUMNS", "INPUTRC"})
         unsetenv(name);
     for (const std::string& variable : program.variables)
@@ -42,16 +40,25 @@ double now()
     _exit(127);
 }
 
+std::string withoutBlanksAtTheEnd(const std::string& text)
+{
+    return text.substr(0, text.find_last_not_of(" \n") + 1);
+}
+
 } // namespace
 
-Terminal::Terminal(const Program& program)
+Terminal::Terminal(const Program& program) : emulator_(vterm_new(1, 1), vterm_free)
 {
-    winsize size{};
-    size.ws_row = 24;
-    size.ws_col = 200;
+    vterm_set_utf8(emulator_.get(), 1);
+    vterm_screen_reset(vterm_obtain_screen(emulator_.get()), 1);
+    const auto answer = [](const char* bytes, std::size_t count, void* terminal) {
+        static_cast<const Terminal*>(terminal)->send(std::string(bytes, count));
+    };
+    vterm_output_set_callback(emulator_.get(), answer, this);
     int terminal = -1;
-    if (openpty(&master_, &terminal, nullptr, nullptr, &size) != 0 || tcgetattr(terminal, &initialModes_) != 0)
+    if (openpty(&master_, &terminal, nullptr, nullptr, nullptr) != 0 || tcgetattr(terminal, &initialModes_) != 0)
         throw std::runtime_error("no pseudo-terminal");
+    resize(24, 80);
     fcntl(master_, F_SETFD, FD_CLOEXEC);
     pid_ = fork();
     if (pid_ < 0)
@@ -66,79 +73,111 @@ Terminal::Terminal(const Program& program)
 Terminal::~Terminal()
 {
     hangUp();
-    if (pid_ > 0) {
-        kill(pid_, SIGKILL);
-        waitpid(pid_, nullptr, 0);
-    }
+    if (pid_ < 0)
+        return;
+    kill(pid_, SIGKILL);
+    waitpid(pid_, nullptr, 0);
 }
 
 void Terminal::send(const std::string& keys) const
 {
-    std::size_t sent = 0;
-    while (sent < keys.size()) {
-        const ssize_t count = write(master_, keys.data() + sent, keys.size() - sent);
-        if (count < 0 && errno != EINTR) {
-            ADD_FAILURE() << "the terminal takes no keys";
-            return;
-        }
-        sent += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
+    EXPECT_TRUE(writeAll(master_, keys.data(), keys.size())) << "the terminal takes no keys";
 }
 
-bool Terminal::readMore(double deadline)
+bool Terminal::readMore(int milliseconds)
 {
     pollfd event{master_, POLLIN, 0};
-    while (master_ >= 0 && now() < deadline) {
-        if (poll(&event, 1, kPollTime) <= 0)
-            continue;
-        char bytes[4096];
-        const ssize_t count = read(master_, bytes, sizeof bytes);
-        if (count > 0)
-            unread_.append(bytes, static_cast<std::size_t>(count));
-        return count > 0;
+    if (poll(&event, 1, milliseconds) <= 0)
+        return false;
+    char bytes[4096];
+    const ssize_t count = read(master_, bytes, sizeof bytes);
+    hasEnded_ = count <= 0;
+    if (hasEnded_)
+        return false;
+    shown_.append(bytes, static_cast<std::size_t>(count));
+    vterm_input_write(emulator_.get(), bytes, static_cast<std::size_t>(count));
+    return true;
+}
+
+void Terminal::waitUntil(const std::function<bool()>& isDone, const std::string& what)
+{
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    while (!isDone()) {
+        readMore(kPollTime);
+        if (std::chrono::steady_clock::now() > deadline) {
+            ADD_FAILURE() << "waited for " << what << ", row " << cursor().row << " has the cursor of:\n" << screen();
+            break;
+        }
     }
-    return false;
 }
 
 std::string Terminal::waitFor(const std::string& text)
 {
-    const double deadline = now() + kPatience;
-    std::size_t place = unread_.find(text);
-    while (place == std::string::npos && readMore(deadline))
-        place = unread_.find(text);
-    if (place == std::string::npos)
-        ADD_FAILURE() << "waited for \"" << text << "\", the terminal shows:\n" << unread_;
-    std::string shown = unread_.substr(0, place == std::string::npos ? place : place + text.size());
-    unread_.erase(0, shown.size());
-    return shown;
+    const std::size_t first = consumed_;
+    waitUntil([&] { return shown_.find(text, first) != std::string::npos; }, text);
+    consumed_ = std::min(shown_.find(text, first), shown_.size() - text.size()) + text.size();
+    return shown_.substr(first, consumed_ - first);
 }
 
-std::string Terminal::readToEnd()
+void Terminal::waitForRow(const std::string& text)
 {
-    const double deadline = now() + kPatience;
-    while (readMore(deadline))
-        continue;
-    EXPECT_LT(now(), deadline) << "the terminal is still held, and shows:\n" << unread_;
-    return std::exchange(unread_, {});
+    const auto isBehind = [&] {
+        return cursor().col == static_cast<int>(text.size()) && row(cursor().row) == withoutBlanksAtTheEnd(text);
+    };
+    waitUntil([&] { return isBehind() && !readMore(kQuiet); }, text);
+    consumed_ = shown_.size();
+}
+
+void Terminal::waitForScreen(const std::string& text)
+{
+    waitUntil([&] { return screen().find(text) != std::string::npos && !readMore(kQuiet); }, text);
+    consumed_ = shown_.size();
+}
+
+void Terminal::waitForEnd()
+{
+    waitUntil([this] { return hasEnded_; }, "the end of the output");
 }
 
 int Terminal::waitForExit()
 {
-    for (const double deadline = now() + kPatience; pid_ > 0 && now() < deadline;) {
-        if (waitpid(pid_, &status_, WNOHANG) == pid_)
-            pid_ = -1;
-        else if (master_ < 0 || !readMore(now() + kPollTime / 1000.0))
-            usleep(1000);
-    }
-    EXPECT_EQ(pid_, -1) << "the program has not ended, the terminal shows:\n" << unread_;
-    return status_;
+    int status = -1;
+    waitUntil([&] { return waitpid(pid_, &status, WNOHANG) == pid_; }, "the end of the program");
+    pid_ = status == -1 ? pid_ : -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+std::string Terminal::row(int number) const
+{
+    VTermRect row{.start_row = number, .end_row = number + 1, .start_col = 0, .end_col = 0};
+    int rows = 0;
+    vterm_get_size(emulator_.get(), &rows, &row.end_col);
+    char text[4096];
+    return withoutBlanksAtTheEnd(
+        {text, vterm_screen_get_text(vterm_obtain_screen(emulator_.get()), text, sizeof text, row)});
+}
+
+std::string Terminal::screen() const
+{
+    int rows = 0, columns = 0;
+    vterm_get_size(emulator_.get(), &rows, &columns);
+    std::string text;
+    for (int i = 0; i < rows; ++i)
+        text += row(i) + "\n";
+    return withoutBlanksAtTheEnd(text);
+}
+
+VTermPos Terminal::cursor() const
+{
+    VTermPos position;
+    vterm_state_get_cursorpos(vterm_obtain_state(emulator_.get()), &position);
+    return position;
 }
 
 void Terminal::resize(unsigned short rows, unsigned short columns) const
 {
-    winsize size{};
-    size.ws_row = rows;
-    size.ws_col = columns;
+    vterm_set_size(emulator_.get(), rows, columns);
+    const winsize size{.ws_row = rows, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
     ioctl(master_, TIOCSWINSZ, &size);
 }
 
@@ -149,12 +188,14 @@ void Terminal::hangUp()
     master_ = -1;
 }
 
-bool Terminal::modesAreInitial() const
+bool Terminal::isAsFound() const
 {
+    const std::size_t pasteOn = shown_.rfind("\x1b[?2004h");
+    const bool pasteIsOn = pasteOn != std::string::npos && shown_.find("\x1b[?2004l", pasteOn) == std::string::npos;
+    const auto flagsOf = [](const termios& modes) {
+        return std::array{modes.c_iflag, modes.c_oflag, modes.c_cflag, modes.c_lflag};
+    };
     termios modes{};
-    if (tcgetattr(master_, &modes) != 0)
-        return false;
-    return modes.c_iflag == initialModes_.c_iflag && modes.c_oflag == initialModes_.c_oflag &&
-           modes.c_cflag == initialModes_.c_cflag && modes.c_lflag == initialModes_.c_lflag &&
-           std::memcmp(modes.c_cc, initialModes_.c_cc, sizeof modes.c_cc) == 0;
+    return !pasteIsOn && tcgetattr(master_, &modes) == 0 && flagsOf(modes) == flagsOf(initialModes_) &&
+           std::ranges::equal(modes.c_cc, initialModes_.c_cc);
 }

@@ -1,73 +1,46 @@
 #include <filesystem>
-#include <iterator>
-#include <set>
-#include <sstream>
 
 #include "tests/terminal/shell.h"
 
 namespace
 {
 
-constexpr const char* kControlC = "\x03";
+constexpr const char* kUnknown = "Command \"nosuch\" is not supported.\n";
 
-class Editing : public ShellTest
-{
-protected:
-    /// Another process writes the system configuration, at a time of its own.
-    void configureFromOutside(const std::string& hostname)
-    {
-        writeFile("/cfg/sys.conf", "hostname=" + hostname + "\n");
-        const auto time = std::filesystem::last_write_time(path("/cfg/sys.conf"));
-        std::filesystem::last_write_time(path("/cfg/sys.conf"), time + std::chrono::seconds(++changes_));
-    }
-
-private:
-    int changes_ = 0;
-};
-
-std::vector<std::string> wordsOf(const std::string& text)
-{
-    std::istringstream stream(text);
-    return {std::istream_iterator<std::string>(stream), {}};
-}
+using Editing = ShellTest;
 
 } // namespace
 
 TEST_F(Editing, PromptFollowsTheHostName)
 {
-    Terminal terminal(shell());
-    EXPECT_EQ(terminal.waitFor(kPrompt), kPrompt);
-    configureFromOutside("hall 2");
-    terminal.send("\r");
-    EXPECT_EQ(terminal.waitFor("# "), "\r\nhall 2  # ");
+    Session session;
+    const auto expectPrompt = [&session](const std::string& keys, const std::string& name) {
+        session.send(keys);
+        session.waitFor("\n");
+        session.waitForRow(name + "  # ");
+    };
+    // Another process writes the system configuration, at a time of its own.
+    auto configure = [this, changes = 0](const std::string& hostname) mutable {
+        writeFile("/cfg/sys.conf", "hostname=" + hostname + "\n");
+        const auto time = std::filesystem::last_write_time(path("/cfg/sys.conf"));
+        std::filesystem::last_write_time(path("/cfg/sys.conf"), time + std::chrono::seconds(++changes));
+    };
+    configure("hall 2");
+    expectPrompt("\r", "hall 2");
     ASSERT_TRUE(std::filesystem::remove(path("/cfg/sys.conf")));
-    terminal.send("\r");
-    EXPECT_EQ(terminal.waitFor("# "), "\r\nhall 2  # ");
-    for (const std::string name : {"first", "second"}) {
-        terminal.send("config system hostname " + name + "\r");
-        terminal.waitFor("\n" + name + "  # ");
-    }
-}
+    expectPrompt("\r", "hall 2");
+    for (const std::string name : {"first", "second"})
+        expectPrompt("config system hostname " + name + "\r", name);
 
-TEST_F(Editing, PromptStaysOnceAFactoryResetHasStarted)
-{
     writeFile("/etc/sys.conf", "hostname=factory\n");
-    Terminal terminal(shell());
-    terminal.waitFor(kPrompt);
-    terminal.send("factory-reset\r");
-    terminal.waitFor("The operation will do factory reset!\r\n");
-    terminal.send("n\r");
-    configureFromOutside("refused");
-    terminal.waitFor("# ");
-    terminal.send("\r");
-    terminal.waitFor("\nrefused  # ");
-
-    terminal.send("factory-reset -n\r");
-    terminal.waitFor("\nrefused  # ");
-    EXPECT_EQ(calls(), "reboot \n");
-    configureFromOutside("late");
-    terminal.send("\r");
-    EXPECT_EQ(terminal.waitFor("# "), "\r\nrefused  # ");
+    session.send("factory-reset\r");
+    session.waitFor("The operation will do factory reset!");
+    configure("refused");
+    expectPrompt("n\r", "refused");
+    expectPrompt("factory-reset -n\r", "refused");
+    EXPECT_TRUE(calls().ends_with("reboot \n"));
+    configure("late");
+    expectPrompt("\r", "refused");
 }
 
 TEST_F(Editing, CompletesWords)
@@ -80,9 +53,11 @@ TEST_F(Editing, CompletesWords)
         {"show s\t", "show sys_conf "},
         {"show s  \t", "show sys_conf "},
         {"show \t\t", "show "},
+        {"get \x1b?", "get "},
+        {"get \x1b*", "get "},
         {"  con\tcap\tti\tst\t", "  config capwap timers statistics-timer "},
         {"Con\t", "Con"},
-        {"con wtp\001\006\006\006\t", "config wtp"},
+        {"con wtp\001\006\006\006\t\005", "config wtp"},
         {"shel\t", "shel"},
         {"config system f\t", "config system f"},
         {"con$ sho\t", "con$ sho"},
@@ -91,133 +66,173 @@ TEST_F(Editing, CompletesWords)
         {"ping con\t", "ping con"},
         {"help \t", "help "},
     };
-    Terminal terminal(shell());
-    terminal.waitFor(kPrompt);
-    std::string history;
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        ask(terminal, cases[i].typed);
-        history += std::to_string(i) + ": " + cases[i].line + "\n";
+    for (const auto& example : cases) {
+        Session session;
+        session.send(example.typed);
+        session.waitForRow(std::string(kPrompt) + example.line);
     }
-    EXPECT_EQ(ask(terminal, "list"), history + std::to_string(std::size(cases)) + ": list\n");
 }
 
 TEST_F(Editing, OffersWhatCanBeTypedNext)
 {
+    writeFile("/etc/profile", "alias cable='ifconfig eth0'\n");
     const struct {
         const char* typed;
-        std::vector<std::string> offered; ///< in the order of the tables, which is a row's
+        const char* offered;
     } cases[] = {
-        {"c", {"cw_diag", "cw_debug", "calibration", "config", "cfg", "cable"}},
-        {"config capwap wtp static-ip-", {"static-ip-addr", "static-ip-netmask", "static-ip-gw", "static-ip-dns"}},
+        {"c", "cw_diag      cw_debug     calibration  config       cfg          cable\n"},
+        {"config capwap wtp static-ip-", "static-ip-addr     static-ip-netmask  static-ip-gw       static-ip-dns\n"},
     };
-    writeFile("/etc/profile", "alias cable='ifconfig eth0'\n");
-    Terminal terminal(shell());
-    terminal.waitFor(kPrompt);
-    const auto offered = [&](const std::string& typed) {
-        terminal.send(typed + "\t\t");
-        terminal.waitFor("\n");
-        std::string list = terminal.waitFor("\n" + std::string(kPrompt) + typed);
-        list.erase(list.rfind('\n'));
-        terminal.send(kControlC);
-        terminal.waitFor(kFreshPrompt);
-        return wordsOf(list);
-    };
-    for (const auto& example : cases)
-        EXPECT_EQ(offered(example.typed), example.offered) << example.typed;
-
-    std::istringstream help(ask(terminal, "help"));
-    std::set<std::string> visible;
-    for (std::string line; std::getline(help, line);)
-        if (line.starts_with('\t'))
-            visible.insert(line.substr(1, line.find(' ') - 1));
-    EXPECT_TRUE(visible.contains("cable"));
-    const std::vector<std::string> everything = offered("");
-    EXPECT_EQ(std::set(everything.begin(), everything.end()), visible);
+    for (const auto& example : cases) {
+        Session session;
+        session.send(std::string(example.typed) + "\t\t");
+        session.waitFor("\n");
+        session.waitForRow(std::string(kPrompt) + example.typed);
+        EXPECT_EQ(session.rowsAbove(), example.offered);
+    }
 }
 
 TEST_F(Editing, KeepsHistory)
 {
-    Terminal terminal(shell());
-    terminal.waitFor(kPrompt);
+    Session session;
     for (const char* line : {"nosuch", "show  nosuch", "", "ping $x", "ping a", "config system hostname ap"})
-        ask(terminal, line);
+        session.ask(line);
     std::filesystem::remove_all(path("/cfg"));
-    ask(terminal, "config system hostname ap");
-    ask(terminal, "config system hostname ap | grep x");
-    EXPECT_EQ(ask(terminal, "list"), "0: nosuch\n1: show  nosuch\n2: ping $x\n3: ping a\n"
-                                     "4: config system hostname ap\n5: list\n");
-    EXPECT_EQ(ask(terminal, "list "), "Command \"list\" is not supported.\n");
+    session.ask("config system hostname ap");
+    session.ask("config system hostname ap | grep x");
+    EXPECT_EQ(session.ask("\x10\x10 edited\x0e\x0elist"), "0: nosuch\n1: show  nosuch\n2: ping $x\n3: ping a\n"
+                                                          "4: config system hostname ap\n5: list\n");
+    EXPECT_EQ(session.ask("list "), "Command \"list\" is not supported.\n");
     std::filesystem::remove(path("/tmp/calls"));
-    ask(terminal, "\x10\x10\x10\x10 b");
+    session.ask("\x10\x10\x10\x10 b");
     EXPECT_EQ(calls(), "ping a b\n");
 }
 
 TEST_F(Editing, AnInterruptDropsTheLine)
 {
-    Terminal terminal(shell());
-    terminal.waitFor(kPrompt);
-    ask(terminal, "ping first");
     const struct {
-        const char* keys;
+        std::string keys;
         const char* shown;
     } depths[] = {
-        {"ping dropped", "ping dropped"},
-        {"\022first", "t': ping first"},
-        {"\x1b", ""},
-        {"\03312", "2)"},
+        {"ping dropped", "dropped"}, {"ping " + std::string(100, 'x') + "dropped", "dropped"},
+        {"\022dropped", "dropped"},  {"\022kept", "kept'"},
+        {"dropped\x1b", "dropped"},  {"dropped\03312", "12)"},
+        {"\t\t", "(y or n)"},
     };
-    for (const auto& depth : depths) {
-        terminal.send(depth.keys);
-        terminal.waitFor(depth.shown);
-        terminal.send(kControlC);
-        terminal.waitFor(kFreshPrompt);
-        EXPECT_EQ(ask(terminal, "ping kept"), "") << depth.shown;
+    std::string profile;
+    for (int i = 0; i < 120; ++i)
+        profile += "alias lan" + std::to_string(i) + "='ifconfig'\n";
+    writeFile("/etc/profile", profile);
+    for (const std::string type : {"xterm", "vt100", "linux", "screen"}) {
+        Session session(shell({"TERM=" + type}));
+        session.ask("ping kept");
+        for (const auto& depth : depths) {
+            SCOPED_TRACE(type + ": " + depth.keys);
+            session.send(depth.keys);
+            session.waitForScreen(depth.shown);
+            session.endLine(kControlC);
+            EXPECT_EQ(session.screen().find("dropped"), std::string::npos) << session.screen();
+            EXPECT_EQ(session.ask("nosuch"), kUnknown);
+        }
+        EXPECT_EQ(session.ask("list").find("dropped"), std::string::npos);
     }
-    EXPECT_EQ(calls(), "ping first\nping kept\nping kept\nping kept\nping kept\n");
+    EXPECT_EQ(calls(), "ping kept\nping kept\nping kept\nping kept\n");
 }
 
-TEST_F(Editing, AnInterruptEndsTheToolAndNotTheShell)
+TEST_F(Editing, NoToolSpoilsTheTerminal)
 {
-    plantTool("ping", "echo started; exec sleep 600");
-    Terminal terminal(shell());
-    terminal.waitFor(kPrompt);
-    for (const char* line : {"ping a", "ping a | grep -v x", "brctl | ping"}) {
-        terminal.send(std::string(line) + "\r");
-        terminal.waitFor("started\r\n");
-        terminal.send(kControlC);
-        terminal.waitFor(kPrompt);
+    const struct {
+        const char* tool;
+        const char* line;
+        const char* keys;
+    } cases[] = {
+        {"printf started; exec sleep 600", "ping", kControlC},
+        {"echo started; exec sleep 600", "ping | grep -v x", kControlC},
+        {"printf started; exec sleep 600", "brctl | ping", kControlC},
+        {"stty raw -echo; printf 'started\r\n'", "ping", ""},
+        {"stty raw -echo; printf 'started\r\n'; kill -9 $$", "ping", ""},
+        {"perl -e 'use Fcntl; fcntl(STDIN, F_SETFL, O_RDWR | O_NONBLOCK)'; echo started", "ping", ""},
+    };
+    for (const auto& example : cases) {
+        SCOPED_TRACE(std::string(example.line) + ": " + example.tool);
+        plantTool("ping", example.tool);
+        Session session;
+        session.send(std::string(example.line) + "\r");
+        session.waitFor("started");
+        session.send(example.keys);
+        session.waitForRow(kPrompt);
+        EXPECT_EQ(session.ask("nosuch"), kUnknown);
+        session.send("quit\r");
+        EXPECT_EQ(session.waitForExit(), 0);
+        EXPECT_TRUE(session.isAsFound());
     }
-    EXPECT_EQ(ask(terminal, "nosuch"), "Command \"nosuch\" is not supported.\n");
 }
 
-TEST_F(Editing, AResizedWindowLeavesTheLine)
+TEST_F(Editing, AnInterruptDropsWhatABuiltInHasStillToSay)
 {
-    Terminal terminal(shell());
-    terminal.waitFor(kPrompt);
-    terminal.send("nosu");
-    terminal.waitFor("nosu");
-    terminal.resize(10, 60);
-    terminal.send("ch\r");
-    terminal.waitFor("Command \"nosuch\" is not supported.");
+    Session session;
+    session.send("bios dumpflash\r");
+    session.waitFor(" 00 00");
+    session.send(kControlC);
+    EXPECT_LT(session.waitFor(kPrompt).size(), 3U * 0x40000);
+    EXPECT_EQ(session.ask("nosuch"), kUnknown);
+}
+
+TEST_F(Editing, AWindowResizedUnderAToolIsKnown)
+{
+    plantTool("ping", "echo \"[$COLUMNS $LINES]\"; read -r line");
+    const struct {
+        std::vector<std::string> login;
+        const char* before;
+        const char* after;
+    } cases[] = {
+        {{}, "[ ]", "[ ]"},
+        {{"COLUMNS=120", "LINES=30"}, "[120 30]", "[60 10]"},
+    };
+    for (const auto& example : cases) {
+        Session session(shell(example.login));
+        session.send("ping\r");
+        session.waitForScreen(example.before);
+        session.resize(10, 60);
+        session.send("\r");
+        session.waitForRow(kPrompt);
+        session.send(std::string(100, 'x'));
+        session.waitForRow(std::string(100 + 6 - 60, 'x'));
+        session.send("\025ping\r");
+        session.waitFor(example.after);
+    }
+}
+
+TEST_F(Editing, ComesBackToTheForeground)
+{
+    Terminal terminal({"/bin/bash", {"bash", "--norc", "-i"}, {"PS1=sub> "}});
+    terminal.waitForRow("sub> ");
+    terminal.send(CLI_PROGRAM "\r");
+    terminal.waitForRow(kPrompt);
+    terminal.send("half");
+    terminal.waitForRow("ap  # half");
+    terminal.send("\x1a");
+    terminal.waitForRow("sub> ");
+    terminal.send("fg\r");
+    terminal.waitForRow("ap  # half");
 }
 
 TEST_F(Editing, PastedLinesRunOneByOne)
 {
-    Terminal terminal(shell({"TERM=xterm"}));
-    terminal.waitFor(kPrompt);
-    terminal.send("\x1b[200~ping a\rping b\r\x1b[201~list\r");
-    terminal.waitFor("0: ping a\r\r\n1: ping b\r\r\n2: list\r\r\n");
+    Session session;
+    session.ask("\x1b[200~ping a\rping b\r\x1b[201~list");
+    EXPECT_TRUE(session.screen().ends_with("\n0: ping a\n1: ping b\n2: list\nap  #")) << session.screen();
     EXPECT_EQ(calls(), "ping a\nping b\n");
 }
 
 /// Searches from which readline returns with an undo list that it frees twice, and keys that switch its mode.
 TEST_F(Editing, KeysThatCouldBreakItAreDead)
 {
-    Terminal terminal(shell());
-    terminal.waitFor(kPrompt);
-    for (const char* keys : {"t\r", "p\r", "i\x10\x1bp\x05\r", "\x1b[A\x0f", "\x03"}) {
-        terminal.send(keys);
-        terminal.waitFor(kFreshPrompt);
-    }
-    EXPECT_EQ(ask(terminal, "\x1b\rnosuch\x1bx"), "Command \"nosuch\" is not supported.\n");
+    Session session;
+    for (const char* keys : {"t\r", "p\r", "i\x10\x1bp\x05\r"})
+        session.endLine(keys);
+    session.send("\x1b[A\x0f");
+    session.waitForRow("ap  # p");
+    session.endLine(kControlC);
+    EXPECT_EQ(session.ask("\x1b\rnosuch\x1bx"), kUnknown);
 }

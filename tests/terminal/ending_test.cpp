@@ -1,95 +1,65 @@
 #include <csignal>
 #include <filesystem>
-#include <sys/stat.h>
-#include <sys/wait.h>
+#include <unistd.h>
 
 #include "tests/terminal/shell.h"
 
-namespace
-{
-
-class Ending : public ShellTest
-{
-protected:
-    /// Where the shell keeps what it finds out about its parent, the test or a system shell.
-    static std::string parentFile(pid_t parent) { return "cli_" + std::to_string(parent) + ".tmp "; }
-
-    void setIdleTimeout(int seconds) { writeFile("/etc/admin-timeout.tmp", std::to_string(seconds) + "\n"); }
-};
-
-int exitStatusOf(int waitStatus)
-{
-    return WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -WTERMSIG(waitStatus);
-}
-
-} // namespace
+using Ending = ShellTest;
 
 TEST_F(Ending, LeavesTheTerminalAsItWasFound)
 {
     const struct {
-        const char* before;
-        const char* keys;
-        const char* shown; ///< all that comes after them
+        std::vector<const char*> keys;
+        const char* end; ///< of what the screen shows
         int status;
     } endings[] = {
-        {"\r", "quit\r", "quit\r\nExit.\r\n", 0},
-        {"ping\r", "exit\r", "exit\r\nExit.\r\n", 0},
-        {"nosuch\r", "quit | grep x\r", "quit | grep x\r\n", 0},
-        {"brctl\r", "reboot\r", "reboot\r\n", 0},
-        {"\r", "\x04", "", 1},
-        {"dropped\x03", "\x04", "", 1},
+        {{"quit\r"}, "ap  # quit\nExit.", 0},      {{"quit | grep x\r"}, "ap  # quit | grep x", 0},
+        {{"reboot\r"}, "ap  # reboot", 0},         {{"\x04"}, "ap  #", 1},
+        {{"half", kControlC, "\x04"}, "ap  #", 1}, {{"\022x", kControlC, "exit\r"}, "ap  # exit\nExit.", 0},
+        {{"\x1b[200~half"}, "ap  #", 0}, // the idle time ends it
     };
+    writeFile("/etc/admin-timeout.tmp", "2\n");
     for (const auto& ending : endings) {
-        Terminal terminal(shell());
-        terminal.waitFor(kPrompt);
-        EXPECT_FALSE(terminal.modesAreInitial());
-        terminal.send(ending.before);
-        terminal.waitFor(kFreshPrompt);
-        terminal.send(ending.keys);
-        EXPECT_EQ(terminal.readToEnd(), ending.shown);
-        EXPECT_EQ(exitStatusOf(terminal.waitForExit()), ending.status) << ending.keys;
-        EXPECT_TRUE(terminal.modesAreInitial()) << ending.keys;
+        SCOPED_TRACE(ending.keys[0]);
+        Session session;
+        EXPECT_FALSE(session.isAsFound());
+        for (const char* keys : ending.keys) {
+            session.send(keys);
+            if (keys == kControlC)
+                session.waitForRow(kPrompt);
+        }
+        session.waitForEnd();
+        EXPECT_EQ(session.waitForExit(), ending.status);
+        EXPECT_TRUE(session.screen().ends_with(ending.end)) << session.screen();
+        EXPECT_TRUE(session.isAsFound());
     }
-    EXPECT_EQ(calls(), "ping \nbrctl \nreboot \n");
+    EXPECT_EQ(calls(), "reboot \n");
 }
 
-TEST_F(Ending, LeavesAVideoTerminalAsItWasFound)
+TEST_F(Ending, LeavesTheTerminalWhenASignalEndsIt)
 {
-    constexpr const char* kPasteOn = "\x1b[?2004h";
-    constexpr const char* kPasteOff = "\x1b[?2004l";
-    setIdleTimeout(1);
-    for (const char* keys : {"quit\r", "half\x03\x04", "\022x\003reboot\r", "half", "\x1b[200~half"}) {
-        Terminal terminal(shell({"TERM=xterm"}));
-        std::string shown = terminal.waitFor(kPrompt);
-        terminal.send(keys);
-        shown += terminal.readToEnd();
-        EXPECT_NE(shown.find(kPasteOn), std::string::npos);
-        EXPECT_GT(shown.rfind(kPasteOff), shown.rfind(kPasteOn)) << keys;
-        EXPECT_TRUE(terminal.modesAreInitial()) << keys;
-        EXPECT_GE(exitStatusOf(terminal.waitForExit()), 0);
+    for (const int signal : {SIGTERM, SIGHUP, SIGUSR1}) {
+        Session session;
+        kill(session.pid(), signal);
+        EXPECT_EQ(session.waitForExit(), -signal);
+        EXPECT_TRUE(session.isAsFound()) << signal;
     }
-}
-
-TEST_F(Ending, EndsBySignals)
-{
-    for (const int signal : {SIGTERM, SIGHUP}) {
-        Terminal terminal(shell());
-        terminal.waitFor(kPrompt);
-        kill(terminal.pid(), signal);
-        EXPECT_EQ(exitStatusOf(terminal.waitForExit()), -signal);
-        EXPECT_TRUE(terminal.modesAreInitial());
-    }
+    Terminal terminal({"/bin/sh", {"sh", "-c", "\"$0\" | head -2", CLI_PROGRAM}, {}});
+    terminal.send("nosuch\r");
+    terminal.waitForScreen("not supported.");
+    terminal.send("x");
+    terminal.waitForExit();
+    EXPECT_TRUE(terminal.isAsFound());
 }
 
 TEST_F(Ending, EndsWithItsTerminal)
 {
+    plantTool("ping", "exec sleep 600");
     for (const char* keys : {"", "half a line", "\022find", "ping\r"}) {
-        plantTool("ping", "exec sleep 600");
-        Terminal terminal(shell());
-        terminal.waitFor(kPrompt);
-        terminal.send(keys);
-        terminal.hangUp();
-        terminal.waitForExit();
+        Session session;
+        session.send(keys);
+        session.hangUp();
+        session.waitForExit();
     }
 }
 
@@ -98,71 +68,63 @@ TEST_F(Ending, IdleSessionEndsAsItsParentAsks)
     const struct {
         const char* parent;
         const char* typed; ///< not ended by return
-        const char* shown;
+        const char* screen;
         int status;
     } sessions[] = {
-        {"telnetd", "", "Timeout\r\nexit\r\nback 0\r\n", 0},
-        {"/usr/sbin/telnetd", "half", "halfTimeout\r\nexit\r\nback 0\r\n", 0},
-        {"/bin/sh", "", "", -SIGKILL},
-        {"/bin/sh", "half", "half", -SIGKILL},
-        {"login", "", "back 0\r\n", 0},
-        {"/bin/shell-of-another-kind", "", "", -SIGKILL},
+        {"telnetd", "", "ap  #\nTimeout\nexit\nback 0", 0},
+        {"/usr/sbin/telnetd", "half", "ap  # half\nTimeout\nexit\nback 0", 0},
+        {"/bin/sh", "half", "ap  # half", -SIGKILL},
+        {"login", "", "ap  #\nback 0", 0},
+        {"/bin/shell-of-another-kind", "", "ap  #", -SIGKILL},
     };
-    setIdleTimeout(1);
-    for (const auto& session : sessions) {
-        Terminal terminal(shellBelow(session.parent));
-        terminal.waitFor(kPrompt);
-        terminal.send(session.typed);
-        EXPECT_EQ(terminal.readToEnd(), session.shown) << session.parent;
-        EXPECT_EQ(exitStatusOf(terminal.waitForExit()), session.status) << session.parent;
-        EXPECT_TRUE(terminal.modesAreInitial());
-        EXPECT_EQ(temporaryFiles(), "");
+    writeFile("/etc/admin-timeout.tmp", "1\n");
+    for (const auto& example : sessions) {
+        SCOPED_TRACE(example.parent);
+        Session session(shellBelow(example.parent));
+        session.send(example.typed);
+        session.waitForEnd();
+        EXPECT_EQ(session.screen(), example.screen);
+        EXPECT_EQ(session.waitForExit(), example.status);
+        EXPECT_TRUE(session.isAsFound());
+        EXPECT_TRUE(std::filesystem::is_empty(path("/tmp")));
     }
+    std::filesystem::remove_all(path("/tmp"));
+    Session session(shellBelow("telnetd"));
+    session.waitForEnd();
+    EXPECT_EQ(session.screen(), sessions[0].screen);
 }
 
 TEST_F(Ending, IdleTimeRunsAtThePromptOnly)
 {
-    setIdleTimeout(2);
+    writeFile("/etc/admin-timeout.tmp", "2\n");
     plantTool("ping", "sleep 2.2; echo done");
-    Terminal terminal(shellBelow("telnetd"));
-    terminal.waitFor(kPrompt);
-    EXPECT_EQ(ask(terminal, "ping"), "done\n");
-    terminal.resize(30, 100); // a signal at which an expired time would show
-    EXPECT_EQ(ask(terminal, "nosuch"), "Command \"nosuch\" is not supported.\n");
-    terminal.send("\022p");
-    terminal.waitFor("Timeout\r\nexit\r\nback 0\r\n");
+    Session session(shellBelow("telnetd"));
+    EXPECT_EQ(session.ask("ping"), "done\n");
+    session.resize(30, 100); // a signal at which an expired time would show
+    EXPECT_EQ(session.ask("nosuch"), "Command \"nosuch\" is not supported.\n");
+    session.send("\022p");
+    session.waitForScreen("Timeout\nexit\nback 0");
 }
 
 TEST_F(Ending, ShellReturnsToASystemShellOrOpensOne)
 {
     {
-        Terminal terminal(shellBelow("/bin/sh"));
-        terminal.waitFor(kPrompt);
-        terminal.send("shell\r");
-        EXPECT_EQ(terminal.readToEnd(), "shell\r\nback 0\r\n");
-        EXPECT_EQ(temporaryFiles(), "");
+        Session session(shellBelow("/bin/sh"));
+        session.send("shell\r");
+        session.waitForEnd();
+        EXPECT_EQ(session.screen(), "ap  # shell\nback 0");
+        EXPECT_TRUE(std::filesystem::is_empty(path("/tmp")));
     }
     writeFile("/tmp/victim", "untouched");
-    ASSERT_EQ(symlink(path("/tmp/victim").c_str(), path("/tmp/cli_" + std::to_string(getpid()) + ".tmp").c_str()), 0);
-    Terminal terminal(shell({"PS1=sub> "}));
-    terminal.waitFor(kPrompt);
-    terminal.send("shell\r");
-    terminal.waitFor("sub> ");
-    EXPECT_TRUE(terminal.modesAreInitial());
-    terminal.send("echo in$((1 + 1))\r");
-    terminal.waitFor("\nin2\r\n");
-    terminal.send("exit\r");
-    terminal.waitFor(kPrompt);
-    EXPECT_EQ(ask(terminal, "list"), "0: shell\n1: list\n");
+    const std::string planted = path("/tmp/cli_" + std::to_string(getpid()) + ".tmp");
+    std::filesystem::create_symlink(path("/tmp/victim"), planted);
+    Session session(shell({"PS1=sub> "}));
+    session.send("shell\r");
+    session.waitForRow("sub> ");
+    EXPECT_TRUE(session.isAsFound());
+    session.send("exit\r");
+    session.waitForRow(kPrompt);
+    EXPECT_EQ(session.ask("list"), "0: shell\n1: list\n");
     EXPECT_EQ(readFile("/tmp/victim"), "untouched");
-    EXPECT_EQ(temporaryFiles(), parentFile(getpid()) + "victim ");
-}
-
-TEST_F(Ending, KnowsItsParentWithoutAPlaceForTheFile)
-{
-    std::filesystem::remove_all(path("/tmp"));
-    setIdleTimeout(1);
-    Terminal terminal(shellBelow("telnetd"));
-    terminal.waitFor(kPrompt);
-    EXPECT_EQ(terminal.readToEnd(), "Timeout\r\nexit\r\nback 0\r\n");
+    EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(planted)));
 }

@@ -14,7 +14,7 @@ class ShellTest : public DeviceTest
 {
 protected:
     static constexpr const char* kPrompt = "ap  # ";
-    static constexpr const char* kFreshPrompt = "\nap  # "; ///< at the start of a line
+    static constexpr const char* kControlC = "\x03";
 
     ShellTest();
 
@@ -23,8 +23,19 @@ protected:
     /// The shell below a system shell that goes by the name `parent` and says "back" when it comes back.
     static Program shellBelow(const std::string& parent);
 
-    /// Types a line at the prompt. Returns what comes between it and the next prompt, with plain line feeds.
-    static std::string ask(Terminal& terminal, const std::string& line);
+    /// A shell that waits at its prompt.
+    class Session : public Terminal
+    {
+    public:
+        explicit Session(const Program& program = shell()) : Terminal(program) { waitForRow(kPrompt); }
+
+        /// Types keys that end the line and waits for the next prompt.
+        void endLine(const std::string& keys);
+        /// Types a line. Returns what the screen shows between it and the next prompt.
+        std::string ask(const std::string& line);
+        /// The rows between the cursor's and the last one above it that has a prompt.
+        [[nodiscard]] std::string rowsAbove() const;
+    };
 
     struct Run {
         std::string output;
@@ -33,9 +44,6 @@ protected:
     };
     /// Gives the shell the lines as its standard input, from a file.
     [[nodiscard]] Run runScript(const std::string& lines, const std::string& arguments = "") const;
-
-    /// Names of what the device's "/tmp" holds, in order, with a blank behind each.
-    [[nodiscard]] std::string temporaryFiles() const;
 };
 
 #endif
