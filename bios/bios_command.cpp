@@ -114,6 +114,9 @@ void biosTftpGet(const char* server, const char* file)
     const mode_t mask = umask(S_IRWXG | S_IRWXO);
     runCommand(command);
     umask(mask);
+    struct stat fetched;
+    if (stat(rom.path(), &fetched) == 0 && fetched.st_size == 0)
+        unlink(rom.path());
 
     char show[DeviceFile::kPathSize + sizeof "cat "];
     if (composeCommand(show, "cat %s", log.path()))

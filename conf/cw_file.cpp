@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "base/firmware_version.h"
 #include "base/text.h"
 #include "conf/conf_file.h"
 #include "conf/cw_items.h"
@@ -16,9 +17,6 @@ namespace
 
 constexpr char kReader[] = "cwConfRead";
 constexpr char kModelPrefix[] = "QK91MV";
-constexpr char kMajor[] = "5";
-constexpr char kMinor[] = "04";
-constexpr char kBuild[] = "0241";
 
 /// What there is to know of the file beside the record.
 struct FileState {
@@ -48,7 +46,8 @@ bool isReadAt(const CwConfig& config, const ConfFileTime& time)
 void composeFile(const CwConfig& config, ConfText& text)
 {
     char version[256] = "";
-    get_full_version_string(version, sizeof version, kModelPrefix, numberFrom(kMajor), numberFrom(kMinor), kBuild);
+    get_full_version_string(version, sizeof version, kModelPrefix, numberFrom(kFirmwareMajor),
+                            numberFrom(kFirmwareMinor), kFirmwareBuild);
     text.append("# %s\n%s", version, kCwFrameLine);
     for (const CwSection& section : cwSections) {
         text.append("%s", section.fileTitle);

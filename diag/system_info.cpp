@@ -1,5 +1,6 @@
 #include "diag/system_info.h"
 
+#include "base/firmware_version.h"
 #include "bios/platform_info.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
@@ -11,8 +12,8 @@ int versionCommand(int, char**)
     char serial[17] = "";
     biosGetOemSn(serial);
     cli_print("=================================================================\n");
-    cli_printf("\tSystem Version: %s-%s.%s-%s-build%s-%s-patch%s\n", "Quillon-K91MV", "5", "04", "AP", "0241", "220118",
-               "4");
+    cli_printf("\tSystem Version: %s-%s.%s-%s-build%s-%s-patch%s\n", "Quillon-K91MV", kFirmwareMajor, kFirmwareMinor,
+               "AP", kFirmwareBuild, "220118", "4");
     cli_printf("\tBuild Label   : %s\n", "GA");
     cli_printf("\tBuild Date    : %s\n", "220118");
     cli_print("\tBuild Type    : Release\n");

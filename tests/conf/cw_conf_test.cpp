@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <ctime>
+#include <fstream>
 #include <initializer_list>
 #include <sstream>
 #include <unistd.h>
@@ -14,26 +15,12 @@
 namespace
 {
 
-/// The sections of the file with the defaults; each word is a line.
-const struct {
-    const char* fileTitle;
-    const char* showTitle;
-    const char* items;
-} kSections[] = {
-    {"#CW proto timers:\n", "# CW Protocol Timer Parameters :\n",
-     "ac-ip-discover=3 change-state-pending-timer=25 data-channel-keepalive=30 data-channel-dead-interval=90 "
-     "data-check-timer=30 discovery-interval=3 dtls-session-delete=5 echo-interval=30 image-data-start-timer=30 "
-     "max-discovery-interval=5 max-failed-dtls-sess-retry=3 retransmit-interval=3 silent-interval=30 "
-     "statistics-timer=120 wait-dtls=31 wait-join=21"},
-    {"#CW proto variables:\n", "# CW Protocol Variables:\n",
-     "discovery-count=0 discovery-type=0 idle-timeout=300 max-discoveries=3 max-retransmit=3 report-interval=30"},
-    {"#CW WTP saved variables:\n", "# CW WTP saved variables:\n",
-     "allow-dflt-telnet=0 allow-dflt-http=0 allow-dflt-https=0 allow-dflt-ssh=0 ac-ctl-port=5246 wtp-ctl-port=5246 "
-     "plain-ctl=0 addr-mode=dhcp static-ip-addr=192.168.1.2 static-ip-netmask=255.255.255.0 "
-     "static-ip-gw=192.168.1.1 static-ip-dns=9.9.9.9 multicast-addr=224.0.1.140 multicast-ttl=1 dhcp-code=138 "
-     "ap-mgmt-vlanid=0 data-channel-sec=clear,dtls,ipsec"},
-    {"#CW AC saved variables:\n", "# CW AC saved variables:\n",
-     "numStaMax=512 numWtpMax=16 security=2 radio_mac=0 vendorId_hw=12356 hwVer=QWX40R vendorId_sw=12356 swVer=4.00"},
+/// The titles of the file's sections, and of those of the display.
+constexpr std::pair<const char*, const char*> kTitles[] = {
+    {"#CW proto timers:\n", "# CW Protocol Timer Parameters :\n"},
+    {"#CW proto variables:\n", "# CW Protocol Variables:\n"},
+    {"#CW WTP saved variables:\n", "# CW WTP saved variables:\n"},
+    {"#CW AC saved variables:\n", "# CW AC saved variables:\n"},
 };
 
 /// The rows of the single-item display with the defaults.
@@ -80,17 +67,12 @@ std::string edited(std::string text, Edits edits)
     return text;
 }
 
-/// The file with the defaults.
+/// The file with the defaults, which every access point leaves the factory with.
 std::string defaultFile()
 {
-    std::string text = std::string("# QK91MV-v5.04-build0241\n") + kFrame;
-    for (const auto& section : kSections) {
-        text += section.fileTitle;
-        std::istringstream words(section.items);
-        for (std::string word; words >> word;)
-            text += word + "\n";
-    }
-    return text + "#Wireless temp:\n" + kFrame;
+    std::ostringstream text;
+    text << std::ifstream(FACTORY_CONF).rdbuf();
+    return text.str();
 }
 
 /// What `show cw_conf` makes of a file: other titles, a tab before each item, not all that surrounds them.
@@ -99,8 +81,8 @@ std::string displayOf(const std::string& file)
     std::string shown = edited(file, {{"# QK91MV-v5.04-build0241\n", ""},
                                       {"allow-dflt-telnet=0\nallow-dflt-http=0\n", ""},
                                       {"#Wireless temp:\n", ""}});
-    for (const auto& section : kSections)
-        shown = edited(shown, {{section.fileTitle, section.showTitle}});
+    for (const auto& titles : kTitles)
+        shown = edited(shown, {titles});
     std::istringstream lines(shown);
     std::string text;
     for (std::string line; std::getline(lines, line);)
