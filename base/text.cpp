@@ -22,8 +22,14 @@ bool isBlank(char c)
 
 void copyText(std::span<char> field, const char* text)
 {
-    std::strncpy(field.data(), text, field.size() - 1);
-    field.back() = '\0';
+    copyField(field, {text, std::strlen(text)});
+}
+
+void copyField(std::span<char> field, std::span<const char> text)
+{
+    const std::size_t length = strnlen(text.data(), std::min(text.size(), field.size() - 1));
+    std::memcpy(field.data(), text.data(), length);
+    std::memset(field.data() + length, 0, field.size() - length);
 }
 
 bool isDigits(const char* text)

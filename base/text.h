@@ -10,6 +10,9 @@
 /// texts are equal bytes.
 void copyText(std::span<char> field, const char* text);
 
+/// The same for a text that ends at its first zero or with the span.
+void copyField(std::span<char> field, std::span<const char> text);
+
 /// Whether `text` consists of the characters 0 to 9 only; an empty text does.
 bool isDigits(const char* text);
 

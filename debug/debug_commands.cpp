@@ -8,6 +8,7 @@
 #include <cstring>
 #include <span>
 
+#include "base/text.h"
 #include "debug/debug_mask.h"
 #include "platform/debug_library.h"
 #include "shell/output.h"
@@ -236,34 +237,35 @@ int showCrashCommand(int, char**)
     return 0;
 }
 
-/// A table that begins with a row for every module, which gets its name from the library.
-template <std::size_t ModuleCount, std::size_t VerbCount>
-consteval std::array<cli_node, ModuleCount + VerbCount> facilityTable(CliHandler handler,
-                                                                      const cli_node (&verbs)[VerbCount])
+/// A table that begins with a row for every module, which gets its name from the library, and goes on with `rows`.
+template <std::size_t ModuleCount, std::size_t RowCount>
+consteval std::array<cli_node, ModuleCount + RowCount> facilityTable(CliHandler handler,
+                                                                     const cli_node (&rows)[RowCount])
 {
-    std::array<cli_node, ModuleCount + VerbCount> table{};
+    std::array<cli_node, ModuleCount + RowCount> table{};
     std::fill_n(table.begin(), ModuleCount, command("", "", handler));
-    std::copy_n(verbs, VerbCount, table.begin() + ModuleCount);
+    std::copy_n(rows, RowCount, table.begin() + ModuleCount);
     return table;
 }
 
-constinit auto debugTable =
-    facilityTable<kDebugAppCount>(debugCommand, {
-                                                    command("clear", "Clear all debug info", debugCommand),
-                                                    command("all", "Set all debug info", debugCommand),
-                                                    command("to-console", "debug to console ", toConsoleCommand),
-                                                    command("to-buffer", "debug to buffer", toBufferCommand),
-                                                    command("show", "Show debug messages", showLogCommand),
-                                                    command("log-clear", "Clear all debug messages", clearLogCommand),
-                                                });
+constexpr cli_node kDebugRows[] = {
+    command("clear", "Clear all debug info", debugCommand),
+    command("all", "Set all debug info", debugCommand),
+    command("to-console", "debug to console ", toConsoleCommand),
+    command("to-buffer", "debug to buffer", toBufferCommand),
+    command("show", "Show debug messages", showLogCommand),
+    command("log-clear", "Clear all debug messages", clearLogCommand),
+};
 
-constinit auto kdebugTable =
-    facilityTable<kDebugKernelModuleCount>(kdebugCommand, {
-                                                              command("clear", "Clear all debug info", kdebugCommand),
-                                                              command("all", "Set all debug info", kdebugCommand),
-                                                              command("show", "Set all debug info", kdebugCommand),
-                                                              command("log-clear", "clear all logs", kdebugCommand),
-                                                          });
+constexpr cli_node kKernelDebugRows[] = {
+    command("clear", "Clear all debug info", kdebugCommand),
+    command("all", "Set all debug info", kdebugCommand),
+    command("show", "Set all debug info", kdebugCommand),
+    command("log-clear", "clear all logs", kdebugCommand),
+};
+
+constinit auto debugTable = facilityTable<kDebugAppCount>(debugCommand, kDebugRows);
+constinit auto kdebugTable = facilityTable<kDebugKernelModuleCount>(kdebugCommand, kKernelDebugRows);
 
 constinit cli_node debugSwitchTable[] = {
     command("on", "turn on this debug", debugCommand),
@@ -286,15 +288,6 @@ constinit cli_node crashTable[] = {
     command("show", "show crash info", showCrashCommand),
 };
 
-/// Copies a text of at most `length` characters, which need not be terminated, as far as it fits.
-template <std::size_t Size>
-void copyText(char (&field)[Size], const char* text, std::size_t length)
-{
-    length = strnlen(text, length < Size ? length : Size - 1);
-    std::memcpy(field, text, length);
-    field[length] = '\0';
-}
-
 /// Gives `row` a child for each submodule, with the children `switches`, and the verbs. 0, or -1 without memory.
 int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> switches)
 {
@@ -307,8 +300,8 @@ int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> s
 
     cli_node* child = children;
     for (const dbg_submodule& submodule : std::span(module.submodules, count)) {
-        copyText(child->name, submodule.name, sizeof submodule.name);
-        copyText(child->help, submodule.help, sizeof submodule.help);
+        copyField(child->name, submodule.name);
+        copyField(child->help, submodule.help);
         child->childCount = static_cast<std::int32_t>(switches.size());
         child->children = switches.data();
         ++child;
@@ -331,8 +324,8 @@ int addModules(std::span<cli_node> table, std::span<const dbg_module> modules, c
         const char* name = nameOf(static_cast<int>(i));
         if (name == nullptr)
             continue;
-        copyText(table[i].name, name, sizeof table[i].name);
-        copyText(table[i].help, name, sizeof table[i].help);
+        copyText(table[i].name, name);
+        copyText(table[i].help, name);
     }
     for (std::size_t i = 0; i < modules.size(); ++i)
         if (addSubmodules(table[i], modules[i], switches) != 0)

@@ -113,9 +113,12 @@ bool makeFile()
     removeAtEnd(ownFile);
     linePipe.fd = openLocked(ownFile);
     linePipe.ownFile = linePipe.fd >= 0 ? ownFile : nullptr;
-    if (linePipe.fd < 0 && !isHeld)
+    if (linePipe.fd >= 0)
+        return true;
+    removeAtEnd(nullptr);
+    if (!isHeld)
         std::snprintf(linePipe.path, sizeof linePipe.path, "%s", kPipeFile);
-    return linePipe.fd >= 0;
+    return false;
 }
 
 void closeFile()

@@ -32,7 +32,8 @@ std::string reference()
         "# Commands\n\n"
         "Every command with its help text, in the order of the command tables. Hidden commands are left out "
         "of `help` and TAB\nuntil `show-hiden`; they run whenever they are typed. The commands below `debug` "
-        "and `kdebug` are those of the platform's\ndebug library.\n\n"
+        "and `kdebug` are those of the platform's\ndebug library. `list`, alone on a line, is no command of the "
+        "tables: it shows the history.\n\n"
         "| command | help |\n| --- | --- |\n";
     describe(cliRoot, "", text);
     return text;
