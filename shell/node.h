@@ -37,7 +37,7 @@ void refuseToCompile(const char* reason);
 
 /// Copies a text into a node's field; one that does not fit does not compile.
 template <std::size_t Size>
-consteval void setNodeText(char (&field)[Size], const char* text)
+constexpr void setNodeText(char (&field)[Size], const char* text)
 {
     for (std::size_t i = 0; text[i] != '\0'; ++i)
         field[i] = text[i]; // beyond the field, or over its terminator, it is no constant
@@ -46,7 +46,7 @@ consteval void setNodeText(char (&field)[Size], const char* text)
 }
 
 /// A table row that runs `handler`.
-consteval cli_node command(const char* name, const char* help, CliHandler handler)
+constexpr cli_node command(const char* name, const char* help, CliHandler handler)
 {
     cli_node row{};
     setNodeText(row.name, name);

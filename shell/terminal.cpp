@@ -49,6 +49,12 @@ bool takeBack()
     return taken;
 }
 
+bool areSame(const termios& one, const termios& other)
+{
+    return one.c_iflag == other.c_iflag && one.c_oflag == other.c_oflag && one.c_cflag == other.c_cflag &&
+           one.c_lflag == other.c_lflag && std::memcmp(one.c_cc, other.c_cc, sizeof one.c_cc) == 0;
+}
+
 /// What a tool is told is what the login gave, until that is wrong.
 void tellTools(const char* variable, unsigned short size)
 {
@@ -84,7 +90,7 @@ void restoreTerminal()
     termios modes = found.modes;
     cfsetispeed(&modes, cfgetispeed(&now));
     cfsetospeed(&modes, cfgetospeed(&now));
-    if (std::memcmp(&modes, &now, sizeof now) == 0)
+    if (areSame(modes, now))
         return;
     tcsetattr(found.fd, TCSANOW, &modes);
     // What was said without output processing may have ended in any column.

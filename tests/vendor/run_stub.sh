@@ -86,7 +86,7 @@ mount -t tmpfs -o ro tmpfs "$root/tmp"
 shown=$(printf 'show | grep cw\nlan\nquit\n' | cli)
 expect 'a device with a read-only "/tmp"' <<'END'
 new-name  # show | grep cw
-cat: /tmp/cli_pipe_file: No such file or directory
+    Error: Can not write /tmp/cli_pipe_file.
 new-name  # lan
 new-name  # quit
 Exit.
@@ -97,6 +97,7 @@ mount -o remount,ro "$root/tmp"
 shown=$(printf 'show | grep cw\n' | cli)
 expect 'a read-only "/tmp" with an old pipe file' <<'END'
 new-name  # show | grep cw
+    Error: Can not write /tmp/cli_pipe_file.
 new-name  # [1]
 END
 umount "$root/tmp"
