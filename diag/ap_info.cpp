@@ -5,6 +5,7 @@
 #include "base/address.h"
 #include "diag/reply.h"
 #include "diag/words.h"
+#include "platform/daemon_records.h"
 #include "shell/output.h"
 
 namespace
@@ -12,12 +13,6 @@ namespace
 
 constexpr const char* kApModes[] = {"thin AP", "fat AP", "site survey"};
 constexpr const char* kLanModes[] = {"offline   ", "NAT-TO-WAN", "BR--TO-WAN", "BR-TO-SSID"};
-
-constexpr std::uint8_t kBridgedToSsid = 3;
-constexpr std::uint8_t kClearText = 2;
-constexpr std::uint8_t kDtlsDetails = 1U << 2;
-constexpr std::uint8_t kTcpMss = 1U << 0;
-constexpr std::uint8_t kTunnelMtu = 1U << 1;
 
 /// Fixed form of 24 characters, which ends in a line feed of its own.
 const char* dateText(std::time_t seconds)
@@ -33,7 +28,7 @@ const char* flagWord(const LanPort& port, std::uint8_t flag, const char* word)
 void printLanPort(int number, const LanPort& port)
 {
     const char* mode = nameOf(kLanModes, port.mode, "??????????");
-    if (port.mode != kBridgedToSsid) {
+    if (port.mode != LanPort::kBridgedToSsid) {
         cli_printf("            port%d-cfg    : %s(%d) \n", number, mode, port.mode);
         return;
     }
@@ -61,8 +56,8 @@ void printFragmentPrevention(const ApInfo& info)
         return;
     }
     cli_printf("    ip-frag-prevent      : %s %s (ul_mtu=%d dl_mtu=%d)\n",
-               (info.fragmentPrevention & kTcpMss) != 0 ? "TCP_MSS" : "",
-               (info.fragmentPrevention & kTunnelMtu) != 0 ? "TUN_MTU" : "", info.uplinkMtu, info.downlinkMtu);
+               (info.fragmentPrevention & ApInfo::kTcpMss) != 0 ? "TCP_MSS" : "",
+               (info.fragmentPrevention & ApInfo::kTunnelMtu) != 0 ? "TUN_MTU" : "", info.uplinkMtu, info.downlinkMtu);
 }
 
 } // namespace
@@ -99,8 +94,9 @@ void printApInfo(std::span<const std::uint8_t> reply)
     cli_printf("    base-mac             : %s\n", macText(info.baseMac).text);
     cli_printf("    bulk data seq num    : %d\n", info.bulkSequence);
     cli_printf("    ap-mgmt-vlanid       : %d\n", info.managementVlan);
-    cli_printf("    data-channel-security: %s\n", info.dataSecurity == kClearText ? "clear-text" : "dtls-enabled");
-    if ((info.dataSecurity & kDtlsDetails) != 0) {
+    cli_printf("    data-channel-security: %s\n",
+               info.dataSecurity == ApInfo::kClearText ? "clear-text" : "dtls-enabled");
+    if ((info.dataSecurity & ApInfo::kDtlsDetails) != 0) {
         cli_printf("    dtls-in-kernel       : %s\n", enabledWord(info.dtlsInKernel != 0));
         cli_printf("    cipher               : %.36s\n", info.dtlsCipher);
     }

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <bit>
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <span>
@@ -12,24 +11,13 @@
 #include "diag/exchange.h"
 #include "diag/radio_commands.h"
 #include "diag/wireless.h"
+#include "platform/daemon_records.h"
 #include "platform/wireless_library.h"
 #include "shell/output.h"
 #include "shell/tools.h"
 
 namespace
 {
-
-struct CountryMessage {
-    std::uint8_t zero;
-    std::uint8_t unused;
-    std::uint16_t code;
-    char name[3]; ///< two letters and a zero, or the beginning of a longer name
-    char end;
-};
-static_assert(offsetof(CountryMessage, code) == 2);
-static_assert(offsetof(CountryMessage, name) == 4);
-static_assert(offsetof(CountryMessage, end) == 7);
-static_assert(sizeof(CountryMessage) == 8);
 
 /// What the driver has to be told again after a change of country.
 struct RadioSetup {
@@ -72,7 +60,7 @@ int announceCountry(const char* name, int code)
     CountryMessage message{};
     message.code = static_cast<std::uint16_t>(code);
     std::memcpy(message.name, name, strnlen(name, sizeof message.name));
-    return sendToDaemon(kMessageSetCountry, std::bit_cast<std::array<std::uint8_t, sizeof message>>(message));
+    return sendToDaemon(kSetCountry, std::bit_cast<std::array<std::uint8_t, sizeof message>>(message));
 }
 
 int changeCountry(const char* name)

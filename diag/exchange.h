@@ -6,9 +6,6 @@
 #include <cstdint>
 #include <span>
 
-inline constexpr int kMessageSetCountry = 6;
-inline constexpr int kMessageSetPower = 7;
-
 /// Shows a reply. `reply` holds the bytes that were received, no more.
 using ReplyPrinter = void (*)(std::span<const std::uint8_t> reply);
 

@@ -10,14 +10,16 @@
 #include "diag/system_info.h"
 #include "diag/vap_list.h"
 #include "diag/wireless.h"
+#include "platform/daemon_records.h"
 
 namespace
 {
 
-constexpr StatusQuery kVapQuery{1, 22180, "System busy\n", printVapList};
-constexpr StatusQuery kApQuery{2, 2992, "System is busy, please try again.\n", printApInfo};
-constexpr StatusQuery kStationQuery{3, 65536, nullptr, printStationList};
-constexpr StatusQuery kRadioQuery{5, 65536, "System busy\n", printRadioInfo};
+constexpr StatusQuery kVapQuery{kQueryVaps, 22180, "System busy\n", printVapList};
+constexpr StatusQuery kApQuery{kQueryAccessPoint, ApInfo::kReplyLength, "System is busy, please try again.\n",
+                               printApInfo};
+constexpr StatusQuery kStationQuery{kQueryStations, 65536, nullptr, printStationList};
+constexpr StatusQuery kRadioQuery{kQueryRadios, 65536, "System busy\n", printRadioInfo};
 
 template <const StatusQuery& Query>
 int queryCommand(int, char**)

@@ -2,26 +2,17 @@
 
 #include <array>
 #include <bit>
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <span>
 
 #include "base/text.h"
 #include "diag/exchange.h"
+#include "platform/daemon_records.h"
 #include "shell/output.h"
 
 namespace
 {
-
-struct PowerMessage {
-    std::uint8_t radio;
-    std::uint8_t percent;
-    std::uint16_t power;
-};
-static_assert(offsetof(PowerMessage, percent) == 1);
-static_assert(offsetof(PowerMessage, power) == 2);
-static_assert(sizeof(PowerMessage) == 4);
 
 struct CalibrationTarget {
     const char* rate;
@@ -50,7 +41,7 @@ void printTargets(std::span<const CalibrationTarget> targets)
 int setRadioPower(int radio, int power, bool percent)
 {
     const PowerMessage message{static_cast<std::uint8_t>(radio), percent, static_cast<std::uint16_t>(power)};
-    return sendToDaemon(kMessageSetPower, std::bit_cast<std::array<std::uint8_t, sizeof message>>(message));
+    return sendToDaemon(kSetPower, std::bit_cast<std::array<std::uint8_t, sizeof message>>(message));
 }
 
 int txpowerCommand(int argc, char** argv)

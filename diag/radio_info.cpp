@@ -4,12 +4,12 @@
 
 #include "diag/reply.h"
 #include "diag/words.h"
+#include "platform/daemon_records.h"
 #include "shell/output.h"
 
 namespace
 {
 
-constexpr std::uint8_t kDisabled = 2;
 constexpr std::uint8_t kWidth40MHz = 1;
 constexpr std::uint16_t kHighThroughput = 1U << 3;
 constexpr std::uint16_t kVeryHighThroughput = 1U << 4;
@@ -125,7 +125,7 @@ void printRadio(const RadioRecord& radio)
 {
     cli_printf("\tCountry       : cfg=%.*s, oper=%.*s\n", countryLength(radio.configuredCountry),
                radio.configuredCountry, countryLength(radio.operatingCountry), radio.operatingCountry);
-    if (radio.mode == kDisabled) {
+    if (radio.mode == RadioRecord::kDisabled) {
         cli_printf("\tRadio %d       : %s\r\n\r\n", radio.id, "Disabled");
         return;
     }

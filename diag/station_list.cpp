@@ -3,6 +3,7 @@
 #include "base/address.h"
 #include "diag/reply.h"
 #include "diag/words.h"
+#include "platform/daemon_records.h"
 #include "shell/output.h"
 
 namespace

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "diag/reply.h"
 #include "diag/words.h"
+#include "platform/daemon_records.h"
 #include "shell/output.h"
 
 namespace

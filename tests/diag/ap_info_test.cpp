@@ -5,11 +5,11 @@
 namespace
 {
 
-constexpr std::size_t kCapacity = 2992;
+constexpr std::size_t kCapacity = ApInfo::kReplyLength;
 
 constexpr std::size_t lanPort(std::size_t index)
 {
-    return 348 + 52 * index;
+    return ApInfo::kLanPortOffset + sizeof(LanPort) * index;
 }
 
 Record plainRecord()

@@ -6,15 +6,12 @@
 namespace
 {
 
-constexpr std::size_t kVapSize = 2772;
-constexpr std::size_t kStationSize = 128;
-
 const std::string kVapRule = std::string(89, '=') + "\n";
 const std::string kStationRule = std::string(50, '=') + " \n";
 
 Record plainVap()
 {
-    Record vap(kVapSize);
+    Record vap(sizeof(VapRecord));
     vap.u32(4, 0x8a10).u8(8, 1).text(9, "wlan1-va0").mac(25, 0x0211aabbccff).u32(32, 0xc0a80a01);
     vap.u32(36, 0xffffff00).u8(40, 2).u8(48, 1).u8(49, 3).u16(50, 5).text(52, "abcde").mac(116, 0x0102030405ff);
     vap.text(125, "guest").text(158, "WPA2 RADIUS").u16(198, 4094);
@@ -49,7 +46,7 @@ std::string vapScreen(int total, const std::string& vaps)
 
 Record plainStation()
 {
-    Record station(kStationSize);
+    Record station(sizeof(StationRecord));
     station.u8(0, 7).u8(1, 1).u8(14, 1).u16(16, 0xc00a).u8(18, 3).mac(20, 0x0211aabbccff).mac(26, 0xf0e1d2c3b4a5);
     station.u16(38, 100).text(90, "guest");
     return station;
@@ -217,7 +214,7 @@ TEST(ReplyList, EndsAtTheCountOrWithTheReply)
     // A record that was not received whole is zero from there on.
     auto reply = listOf(5, {plainStation()});
     reply.resize(4 + 16);
-    const std::string cut = showStation(Record(kStationSize).u8(0, 7).u8(1, 1).u8(14, 1));
+    const std::string cut = showStation(Record(sizeof(StationRecord)).u8(0, 7).u8(1, 1).u8(14, 1));
     EXPECT_EQ(screenOf(printStationList, reply), changed(cut, "Total: 1", "Total: 5"));
     constexpr std::uint8_t kHead[] = {0, 0, 2, 1};
     for (const auto& [length, total] : {std::pair{0U, 0}, {3U, 512}, {4U, 513}}) {

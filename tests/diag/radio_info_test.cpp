@@ -5,15 +5,15 @@
 namespace
 {
 
-constexpr std::size_t kSize = 2064;
-constexpr std::size_t kAcChannels = 96;
-constexpr std::size_t kAllowedChannels = 272;
-constexpr std::size_t kHardwareChannels = 400;
-constexpr std::size_t kNonOccupancy = 528;
+constexpr std::size_t kSize = sizeof(RadioRecord);
+constexpr std::size_t kAcChannels = offsetof(RadioRecord, acChannels);
+constexpr std::size_t kAllowedChannels = offsetof(RadioRecord, allowedChannels);
+constexpr std::size_t kHardwareChannels = offsetof(RadioRecord, hardwareChannels);
+constexpr std::size_t kNonOccupancy = offsetof(RadioRecord, nonOccupancyChannels);
 
 constexpr std::size_t range(std::size_t index)
 {
-    return 24 + 8 * index;
+    return offsetof(RadioRecord, acRanges) + sizeof(ChannelRange) * index;
 }
 
 Record plainRadio()

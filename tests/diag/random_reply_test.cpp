@@ -23,10 +23,10 @@ struct Printer {
 };
 
 constexpr Printer kPrinters[] = {
-    {printApInfo, 2992, 2992, 2},
-    {printVapList, 22180, 2772, 2},
-    {printStationList, 65536, 128, 2},
-    {printRadioInfo, 65536, 2064, 2000}, // a random channel range has 32768 channels
+    {printApInfo, ApInfo::kReplyLength, ApInfo::kReplyLength, 2},
+    {printVapList, 22180, sizeof(VapRecord), 2},
+    {printStationList, 65536, sizeof(StationRecord), 2},
+    {printRadioInfo, 65536, sizeof(RadioRecord), 2000}, // a random channel range has 32768 channels
 };
 
 } // namespace

@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/daemon_records.h"
 #include "tests/support/device.h"
 
 /// Bytes of a reply, at the offsets that the daemon uses. What is not set is zero.

@@ -3,7 +3,6 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <functional>
@@ -13,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "diag/reply.h"
+#include "platform/daemon_records.h"
 #include "platform/debug_library.h"
 #include "platform/message_channel.h"
 #include "platform/simulation/channel_socket.h"
@@ -28,9 +29,6 @@ using std::chrono::milliseconds;
 
 constexpr char kPidFile[] = "/tmp/cwWtpd.pid";
 constexpr char kSocket[] = "/tmp/cwWtpd.sock";
-constexpr std::size_t kRadioSize = 2064;
-constexpr std::size_t kVapSize = 2772;
-constexpr std::size_t kStationSize = 128;
 
 bool comesTrue(const std::function<bool()>& condition)
 {
@@ -93,34 +91,26 @@ protected:
         length_ = static_cast<int>(reply_.size());
         return ipcmsg_send_and_recv(1, 0, type, "\0\0", 2, reply_.data(), &length_, timeoutMs);
     }
-    bool answers() { return query(5) == 0; }
+    bool answers() { return query(kQueryRadios) == 0; }
     [[nodiscard]] pid_t worker() const { return std::atoi(readFile(kPidFile).c_str()); }
 
-    [[nodiscard]] unsigned byteAt(std::size_t offset) const { return reply_[offset]; }
-    [[nodiscard]] unsigned wordAt(std::size_t offset) const
+    [[nodiscard]] RadioRecord radio(std::size_t index) const
     {
-        uint16_t word = 0;
-        std::memcpy(&word, &reply_[offset], sizeof word);
-        return word;
+        return recordAt<RadioRecord>(reply_, index * sizeof(RadioRecord));
     }
-    [[nodiscard]] uint32_t longAt(std::size_t offset) const
+    template <typename Record>
+    [[nodiscard]] Record listed(std::size_t index) const
     {
-        uint32_t word = 0;
-        std::memcpy(&word, &reply_[offset], sizeof word);
-        return word;
+        return recordAt<Record>(reply_, ReplyList::kHeadLength + index * sizeof(Record));
     }
-    [[nodiscard]] unsigned count() const { return byteAt(2) * 256U + byteAt(3); }
-    [[nodiscard]] std::string textAt(std::size_t offset) const
-    {
-        return reinterpret_cast<const char*>(&reply_[offset]);
-    }
+    [[nodiscard]] unsigned count() const { return reply_[2] * 256U + reply_[3]; }
 
-    /// Transmit power that a radio reports after message 7.
-    unsigned powerAfter(std::initializer_list<uint8_t> message, unsigned radio)
+    /// Transmit power that a radio reports after this message.
+    unsigned powerAfter(std::initializer_list<uint8_t> message, unsigned index)
     {
-        EXPECT_EQ(ipcmsg_send(1, 0, 7, message.begin(), static_cast<int>(message.size())), 0);
-        EXPECT_EQ(query(5), 0);
-        return byteAt(radio * kRadioSize + 255);
+        EXPECT_EQ(ipcmsg_send(1, 0, kSetPower, message.begin(), static_cast<int>(message.size())), 0);
+        EXPECT_EQ(query(kQueryRadios), 0);
+        return radio(index).txPower;
     }
 
     pid_t daemon_ = -1;
@@ -143,7 +133,7 @@ TEST_F(DaemonTest, CrashedWorkerIsReplacedAndRecorded)
     start();
     const pid_t first = worker();
     simWriteText("daemon/behaviour", "crash");
-    EXPECT_NE(query(2), 0);
+    EXPECT_NE(query(kQueryAccessPoint), 0);
     simWriteText("daemon/behaviour", "normal");
     EXPECT_TRUE(comesTrue([&] { return worker() != first && answers(); }));
     char text[101] = "";
@@ -215,24 +205,26 @@ TEST_F(DaemonTest, PowerIsAppliedWithinWhatTheRadioCanDo)
     const pid_t first = worker();
     kill(first, SIGTERM);
     ASSERT_TRUE(comesTrue([&] { return worker() != first && answers(); }));
-    EXPECT_EQ(byteAt(255), 0U) << "a restart keeps it";
+    EXPECT_EQ(radio(0).txPower, 0U) << "a restart keeps it";
 }
 
 TEST_F(DaemonTest, CountryIsAppliedWhenNumberAndLettersAgree)
 {
     start();
     const auto countriesAfter = [this](std::initializer_list<uint8_t> message) {
-        EXPECT_EQ(ipcmsg_send(1, 0, 6, message.begin(), static_cast<int>(message.size())), 0);
-        EXPECT_EQ(query(5), 0);
-        return textAt(239) + textAt(243) + textAt(kRadioSize + 239) + textAt(kRadioSize + 243);
+        EXPECT_EQ(ipcmsg_send(1, 0, kSetCountry, message.begin(), static_cast<int>(message.size())), 0);
+        EXPECT_EQ(query(kQueryRadios), 0);
+        const RadioRecord radios[] = {radio(0), radio(1)};
+        return std::string(radios[0].configuredCountry) + radios[0].operatingCountry + radios[1].configuredCountry +
+               radios[1].operatingCountry;
     };
     EXPECT_EQ(countriesAfter({0, 0xff, 0x88, 0x01, 'J', 'P', 0, 0}), "JPJPJPJP");
-    EXPECT_EQ(byteAt(400 + 1) & 0x40U, 0x40U) << "the hardware's channel 14";
-    EXPECT_EQ(byteAt(272 + 1) & 0x40U, 0x40U) << "allowed there";
+    EXPECT_EQ(radio(0).hardwareChannels[1] & 0x40U, 0x40U) << "the hardware's channel 14";
+    EXPECT_EQ(radio(0).allowedChannels[1] & 0x40U, 0x40U) << "allowed there";
     EXPECT_EQ(countriesAfter({0, 0, 0x88, 0x01, 'U', 'S', 0, 0}), "JPJPJPJP");
     EXPECT_EQ(countriesAfter({0, 0, 0x4a, 0x03, 'U', 'S', 0}), "JPJPJPJP") << "a short message";
     EXPECT_EQ(countriesAfter({0, 0, 0x4a, 0x03, 'U', 'S', 0, 0}), "USUSUSUS");
-    EXPECT_EQ(byteAt(272 + 1) & 0x40U, 0U);
+    EXPECT_EQ(radio(0).allowedChannels[1] & 0x40U, 0U);
 }
 
 TEST_F(DaemonTest, InterfacesThatAreDownShow)
@@ -241,22 +233,24 @@ TEST_F(DaemonTest, InterfacesThatAreDownShow)
     simSetInterfaceNumber("wlan0", "up", 0);
     simSetInterfaceNumber("wlan1-va0", "up", 0);
     start();
-    EXPECT_EQ(byteAt(2), 2U) << "radio 0 is disabled";
-    EXPECT_NE(byteAt(kRadioSize + 2), 2U);
+    EXPECT_EQ(radio(0).mode, RadioRecord::kDisabled) << "radio 0 is disabled";
+    EXPECT_NE(radio(1).mode, RadioRecord::kDisabled);
 
-    ASSERT_EQ(query(1), 0);
+    ASSERT_EQ(query(kQueryVaps), 0);
+    ASSERT_EQ(count(), 8U);
     ASSERT_EQ(length_, 22180);
-    for (std::size_t vap = 4; vap < 22180; vap += kVapSize) {
-        const std::string interface = textAt(vap + 9);
-        EXPECT_EQ(byteAt(vap + 196) != 0, interface == "wlan1-va0") << interface;
-        EXPECT_EQ(byteAt(vap + 197) != 0, interface == "wlan1-va0" || interface.starts_with("wlan0")) << interface;
+    for (std::size_t i = 0; i < count(); ++i) {
+        const auto vap = listed<VapRecord>(i);
+        const std::string interface = vap.interface;
+        EXPECT_EQ(vap.adminDown != 0, interface == "wlan1-va0") << interface;
+        EXPECT_EQ(vap.interfaceDown != 0, interface == "wlan1-va0" || interface.starts_with("wlan0")) << interface;
     }
 
-    ASSERT_EQ(query(3), 0);
+    ASSERT_EQ(query(kQueryStations), 0);
     ASSERT_GT(count(), 0U);
     for (std::size_t i = 0; i < count(); ++i) {
-        EXPECT_EQ(byteAt(4 + i * kStationSize + 14), 1U);
-        EXPECT_NE(byteAt(4 + i * kStationSize + 18), 0U);
+        EXPECT_EQ(listed<StationRecord>(i).radio, 1U);
+        EXPECT_NE(listed<StationRecord>(i).vap, 0U);
     }
 }
 
@@ -265,14 +259,14 @@ TEST_F(DaemonTest, WorldIsAsLargeAsItsStateSays)
     start();
     for (const unsigned stations : {0U, 1U, 511U}) {
         simWriteNumber("daemon/stations", static_cast<int>(stations));
-        ASSERT_EQ(query(3), 0);
+        ASSERT_EQ(query(kQueryStations), 0);
         EXPECT_EQ(count(), stations);
-        EXPECT_EQ(length_, static_cast<int>(4 + stations * kStationSize));
+        EXPECT_EQ(length_, static_cast<int>(4 + stations * sizeof(StationRecord)));
     }
     simWriteNumber("daemon/vaps", 0);
-    ASSERT_EQ(query(1), 0);
+    ASSERT_EQ(query(kQueryVaps), 0);
     EXPECT_EQ(length_, 4);
-    ASSERT_EQ(query(3), 0);
+    ASSERT_EQ(query(kQueryStations), 0);
     EXPECT_EQ(count(), 0U) << "stations without a VAP";
 }
 
@@ -282,18 +276,18 @@ TEST_F(DaemonTest, BehavesAsItsStateSays)
     const auto behaves = [this](const char* text, int timeoutMs = 5000) {
         simWriteText("daemon/behaviour", text);
         const Clock::time_point asked = Clock::now();
-        const bool hasAnswered = query(5, timeoutMs) == 0;
+        const bool hasAnswered = query(kQueryRadios, timeoutMs) == 0;
         return std::pair(hasAnswered, Clock::now() - asked);
     };
     EXPECT_FALSE(behaves("silent", 200).first);
     EXPECT_TRUE(behaves("normal").first) << "a silent spell holds up nobody else";
     EXPECT_GE(behaves("slow 1").second, milliseconds(1000));
-    EXPECT_EQ(length_, 2 * static_cast<int>(kRadioSize));
+    EXPECT_EQ(length_, 2 * static_cast<int>(sizeof(RadioRecord)));
     EXPECT_TRUE(behaves("short 3000").first);
     EXPECT_EQ(length_, 3000);
     EXPECT_TRUE(behaves("long").first);
     EXPECT_EQ(length_, 65536);
-    EXPECT_EQ(byteAt(65535), 0xffU);
+    EXPECT_EQ(reply_.back(), 0xffU);
     EXPECT_TRUE(behaves("random 7").first);
     const std::array<uint8_t, 65536> noise = reply_;
     EXPECT_TRUE(behaves("random 7").first);
@@ -339,21 +333,23 @@ TEST_F(DaemonTest, LinkComesUpAsConfigured)
                               "static-ip-addr=10.1.2.3\nac-ip-addr=10.0.0.1 1\nac-ip-addr=10.0.0.2 1\n"
                               "data-channel-sec=dtls,ipsec\n");
     start();
-    ASSERT_EQ(query(2), 0);
+    ASSERT_EQ(query(kQueryAccessPoint), 0);
     EXPECT_EQ(length_, 2992);
-    EXPECT_NE(textAt(180), "RUN") << "a link takes a moment";
-    ASSERT_TRUE(comesTrue([this] {
-        EXPECT_EQ(query(2), 0);
-        EXPECT_EQ(longAt(112) != 0, textAt(180) == "RUN") << textAt(180);
-        return textAt(180) == "RUN";
+    auto info = recordAt<ApInfo>(reply_, 0);
+    EXPECT_STRNE(info.state, "RUN") << "a link takes a moment";
+    ASSERT_TRUE(comesTrue([&] {
+        EXPECT_EQ(query(kQueryAccessPoint), 0);
+        info = recordAt<ApInfo>(reply_, 0);
+        EXPECT_EQ(info.connectTime != 0, std::string(info.state) == "RUN") << info.state;
+        return info.connectTime != 0;
     }));
-    EXPECT_EQ(wordAt(6), 17U);
-    EXPECT_EQ(wordAt(24), 12U);
-    EXPECT_EQ(textAt(26), "lobby-ap");
-    EXPECT_EQ(longAt(216), 0x0a010203U);
-    EXPECT_EQ(longAt(220), 0x0a000001U);
-    EXPECT_EQ(wordAt(288), 6000U);
-    EXPECT_EQ(byteAt(296) & 4U, 4U);
+    EXPECT_EQ(uint16_t{info.echoInterval}, 17U);
+    EXPECT_EQ(uint16_t{info.managementVlan}, 12U);
+    EXPECT_STREQ(info.name, "lobby-ap");
+    EXPECT_EQ(uint32_t{info.apAddress}, 0x0a010203U);
+    EXPECT_EQ(uint32_t{info.acAddress}, 0x0a000001U);
+    EXPECT_EQ(uint16_t{info.acPorts[0]}, 6000U);
+    EXPECT_NE(info.dataSecurity & ApInfo::kDtlsDetails, 0);
 }
 
 } // namespace

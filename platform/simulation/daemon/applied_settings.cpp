@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 
+#include "platform/daemon_records.h"
 #include "platform/simulation/interface_state.h"
 #include "platform/simulation/regulatory_table.h"
 #include "platform/simulation/state.h"
@@ -16,25 +18,24 @@ constexpr const char* kPowerStates[] = {"daemon/power0", "daemon/power1"};
 /// Calibrated maximum of each radio in dBm.
 constexpr int kMaximumPower[] = {20, 18};
 
-constexpr std::size_t kCountryMessageSize = 8;
-constexpr std::size_t kPowerMessageSize = 4;
-
-/// Two bytes in host byte order.
-uint16_t wordAt(std::span<const uint8_t> message, std::size_t offset)
+/// None: a message of another length.
+template <typename Record>
+std::optional<Record> read(std::span<const uint8_t> message)
 {
-    uint16_t word = 0;
-    std::memcpy(&word, &message[offset], sizeof word);
-    return word;
+    Record record;
+    if (message.size() != sizeof record)
+        return std::nullopt;
+    std::memcpy(&record, message.data(), sizeof record);
+    return record;
 }
 
 } // namespace
 
 bool applyCountry(std::span<const uint8_t> message)
 {
-    if (message.size() != kCountryMessageSize)
-        return false;
-    const RegulatoryCountry* country = simCountryByNumber(wordAt(message, 2));
-    if (country == nullptr || std::memcmp(&message[4], country->code, sizeof country->code) != 0)
+    const auto wanted = read<CountryMessage>(message);
+    const RegulatoryCountry* country = wanted ? simCountryByNumber(wanted->code) : nullptr;
+    if (country == nullptr || std::memcmp(wanted->name, country->code, sizeof country->code) != 0)
         return false;
     bool done = simWriteText(kCountryState, country->code);
     for (const char* interface : simInterfaces())
@@ -44,12 +45,13 @@ bool applyCountry(std::span<const uint8_t> message)
 
 bool applyPower(std::span<const uint8_t> message)
 {
-    if (message.size() != kPowerMessageSize || message[0] >= std::size(kPowerStates))
+    const auto wanted = read<PowerMessage>(message);
+    if (!wanted || wanted->radio >= std::size(kPowerStates))
         return false;
-    const unsigned radio = message[0];
-    const bool isPercent = message[1] != 0;
-    const int value = static_cast<int16_t>(wordAt(message, 2));
-    const int percent = isPercent ? value : std::clamp(value, 0, kMaximumPower[radio]) * 100 / kMaximumPower[radio];
+    const unsigned radio = wanted->radio;
+    const int value = static_cast<int16_t>(wanted->power);
+    const int percent =
+        wanted->percent != 0 ? value : std::clamp(value, 0, kMaximumPower[radio]) * 100 / kMaximumPower[radio];
     return simWriteNumber(kPowerStates[radio], std::clamp(percent, 0, 100));
 }
 

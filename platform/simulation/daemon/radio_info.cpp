@@ -12,28 +12,25 @@
 namespace
 {
 
-constexpr std::size_t kRecordSize = 2064;
-constexpr std::size_t kBitmapSize = 128;
-constexpr unsigned kModeAp = 1;
-constexpr unsigned kModeDisabled = 2;
-constexpr unsigned kMaximumDistance = 1000;
+constexpr uint8_t kAccessPoint = 1;
+constexpr uint16_t kMaximumDistance = 1000;
 
 /// Channels `first`, `first` + `step` and so on.
-struct ChannelRange {
-    unsigned first;
-    unsigned count;
+struct Channels {
+    uint16_t first;
+    uint16_t count;
     unsigned step;
 };
 
-using Ranges = std::vector<ChannelRange>;
+using Ranges = std::vector<Channels>;
 
 struct Radio {
-    unsigned id;
+    uint8_t id;
     const char* interface;
-    unsigned typeBits;
-    unsigned band;
-    unsigned mcs;
-    unsigned ackTimeout;
+    uint16_t typeBits;
+    uint8_t band;
+    uint8_t mcs;
+    uint8_t ackTimeout;
 };
 
 constexpr Radio kRadios[] = {
@@ -44,9 +41,9 @@ constexpr Radio kRadios[] = {
 /// Where a country's channels end.
 struct ChannelLimits {
     std::string_view country;
-    unsigned last24;
-    unsigned last100; ///< of those from 100 on; 0: none
-    unsigned last149;
+    uint16_t last24;
+    uint16_t last100; ///< of those from 100 on; 0: none
+    uint16_t last149;
 };
 
 /// The last row holds for everybody else.
@@ -62,9 +59,9 @@ const ChannelLimits& limitsOf(const std::string& country)
                          [&country](const ChannelLimits& row) { return row.country == country; });
 }
 
-ChannelRange upTo(unsigned first, unsigned last)
+Channels upTo(uint16_t first, uint16_t last)
 {
-    return {first, last < first ? 0 : (last - first) / 4 + 1, 4};
+    return {first, static_cast<uint16_t>(last < first ? 0 : (last - first) / 4 + 1), 4};
 }
 
 Ranges rangesOf(const Radio& radio, const ChannelLimits& limits)
@@ -72,70 +69,71 @@ Ranges rangesOf(const Radio& radio, const ChannelLimits& limits)
     if (radio.band == 0)
         return {{1, limits.last24, 1}};
     Ranges ranges = {upTo(36, 64), upTo(100, limits.last100), upTo(149, limits.last149)};
-    std::erase_if(ranges, [](const ChannelRange& range) { return range.count == 0; });
+    std::erase_if(ranges, [](const Channels& range) { return range.count == 0; });
     return ranges;
 }
 
 unsigned countOf(const Ranges& ranges)
 {
     return std::accumulate(ranges.begin(), ranges.end(), 0U,
-                           [](unsigned sum, const ChannelRange& range) { return sum + range.count; });
+                           [](unsigned sum, const Channels& range) { return sum + range.count; });
 }
 
-void putBitmap(RecordWriter& record, std::size_t offset, const Ranges& ranges)
+void mark(ChannelMap& map, const Ranges& ranges)
 {
-    for (const ChannelRange& range : ranges)
-        for (unsigned i = 0; i < range.count; ++i)
-            record.setBit(offset, kBitmapSize, range.first + i * range.step);
+    for (const Channels& range : ranges)
+        for (unsigned i = 0; i < range.count; ++i) {
+            const unsigned channel = range.first + i * range.step;
+            map[channel / 8] |= static_cast<uint8_t>(1U << channel % 8);
+        }
 }
 
-void putChannels(RecordWriter& record, const Radio& radio, const std::string& country)
+void setChannels(RadioRecord& record, const Radio& radio, const std::string& country)
 {
     const Ranges allowed = rangesOf(radio, limitsOf(country));
-    std::size_t entry = 24;
-    for (const ChannelRange& range : allowed) {
-        record.put16(entry + 2, range.first);
-        record.put16(entry + 4, range.count);
-        entry += 8;
+    ChannelRange* entry = record.acRanges;
+    for (const Channels& range : allowed) {
+        entry->first = range.first;
+        entry++->count = range.count;
     }
     const Ranges chosen = radio.band == 0 ? Ranges{{1, 3, 5}} : allowed;
-    record.put32(88, countOf(chosen));
-    record.put32(92, 300);
-    putBitmap(record, 96, chosen);
-    putBitmap(record, 272, allowed);
-    putBitmap(record, 400, rangesOf(radio, kHardware));
+    record.acChannelNumber = static_cast<int32_t>(countOf(chosen));
+    record.acChannelAge = 300;
+    mark(record.acChannels, chosen);
+    mark(record.allowedChannels, allowed);
+    mark(record.hardwareChannels, rangesOf(radio, kHardware));
     if (radio.band != 0)
-        putBitmap(record, 528, {{52, 2, 4}});
-    record.put8(264, countOf(allowed));
+        mark(record.nonOccupancyChannels, {{52, 2, 4}});
+    record.channelCount = static_cast<uint8_t>(countOf(allowed));
 }
 
-unsigned setting(const Radio& radio, const char* name)
+template <typename Number = uint8_t>
+Number setting(const Radio& radio, const char* name)
 {
-    return static_cast<unsigned>(simInterfaceNumber(radio.interface, name));
+    return static_cast<Number>(simInterfaceNumber(radio.interface, name));
 }
 
-void putRadio(Bytes& reply, const Radio& radio)
+RadioRecord recordOf(const Radio& radio)
 {
-    RecordWriter record(reply, kRecordSize);
-    char country[4];
-    simInterfaceText(radio.interface, "country", country, sizeof country);
-    record.put8(0, radio.id);
-    record.put8(2, setting(radio, "up") != 0 ? kModeAp : kModeDisabled);
-    record.put16(232, kMaximumDistance);
-    record.put16(236, radio.typeBits);
-    record.put8(238, radio.band);
-    record.putText(239, 4, configuredCountry());
-    record.putText(243, 4, country);
-    record.put8(253, radio.band == 0);
-    record.put8(254, setting(radio, "coexist"));
-    record.put8(255, static_cast<unsigned>(transmitPower(radio.id)));
-    record.put16(258, setting(radio, "beacon_interval"));
-    record.put8(260, radio.mcs);
-    record.put8(261, 1);
-    record.put8(262, setting(radio, "mib/use40M"));
-    record.put8(263, radio.ackTimeout);
-    record.put8(265, setting(radio, "channel"));
-    putChannels(record, radio, country);
+    RadioRecord record{};
+    record.id = radio.id;
+    record.mode = simInterfaceNumber(radio.interface, "up") != 0 ? kAccessPoint : RadioRecord::kDisabled;
+    record.maxDistance = kMaximumDistance;
+    record.type = radio.typeBits;
+    record.is5GHz = radio.band;
+    record.protectionMode = radio.band == 0;
+    record.coexistence = setting(radio, "coexist");
+    record.txPower = static_cast<uint8_t>(transmitPower(radio.id));
+    record.beaconInterval = setting<uint16_t>(radio, "beacon_interval");
+    record.mcs = radio.mcs;
+    record.shortGuardInterval = 1;
+    record.width = setting(radio, "mib/use40M");
+    record.ackTimeout = radio.ackTimeout;
+    record.channel = setting(radio, "channel");
+    simInterfaceText(radio.interface, "country", record.operatingCountry, sizeof record.operatingCountry);
+    setText(record.configuredCountry, configuredCountry());
+    setChannels(record, radio, record.operatingCountry);
+    return record;
 }
 
 } // namespace
@@ -144,6 +142,6 @@ Bytes radioReply()
 {
     Bytes reply;
     for (const Radio& radio : kRadios)
-        putRadio(reply, radio);
+        append(reply, recordOf(radio));
     return reply;
 }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
-#include <array>
+#include <cstring>
 #include <string>
 
 #include "platform/simulation/daemon/hardware_address.h"
@@ -13,58 +13,48 @@
 namespace
 {
 
-constexpr std::size_t kVapSize = 2772;
-constexpr std::size_t kStationSize = 128;
-
 /// Interfaces of fresh devices that are in use, and the stations found there.
 constexpr int kDefaultVaps = 6;
 constexpr int kDefaultStations = 5;
 constexpr int kMostStations = 511;
 
-constexpr unsigned kLocalSwitching = 1U << 0;
-constexpr unsigned kLocalBridging = 1U << 1;
-constexpr unsigned kLocalAuthentication = 1U << 3;
-constexpr unsigned kStandalone = 1U << 5;
-constexpr unsigned kSplitTunnel = 1U << 6;
-constexpr unsigned kCaptivePortal = 1U << 8;
-
-constexpr unsigned kCapabilities = 0x0421;
-constexpr unsigned kPrivacy = 0x0800;
+constexpr uint16_t kCapabilities = 0x0421;
 
 enum Mac : uint8_t { kLocalMac, kSplitMac };
 enum Tunnel : uint8_t { kNoTunnel, kTunnel8023, kTunnel80211 };
 enum class Security : uint8_t { open, staticKey, wpaKey, wpaRadius };
 
 struct Vap {
-    unsigned radio;
-    unsigned number; ///< on its radio
+    uint8_t radio;
+    uint8_t number; ///< on its radio
     Mac mac;
     Tunnel tunnel;
     Security security;
-    unsigned flags;
+    uint16_t flags;
     const char* authentication;
-    unsigned vlan;
-    unsigned probeSuppression;
-    unsigned meshBackhaul;
+    uint16_t vlan;
+    uint8_t probeSuppression;
+    uint8_t meshBackhaul;
 };
+
+constexpr uint16_t kPortal = VapRecord::kStandalone | VapRecord::kLocalBridging | VapRecord::kCaptivePortal;
+constexpr uint16_t kBranch = VapRecord::kSplitTunnel | VapRecord::kLocalBridging | VapRecord::kLocalAuthentication;
 
 constexpr Vap kVaps[] = {
     {0, 0, kSplitMac, kTunnel8023, Security::wpaRadius, 0, "WPA2-RADIUS", 10, 1, 0},
     {1, 0, kSplitMac, kTunnel80211, Security::wpaRadius, 0, "WPA2-RADIUS", 10, 0, 0},
-    {0, 1, kLocalMac, kNoTunnel, Security::open, kStandalone | kLocalBridging | kCaptivePortal, "OPEN", 20, 0, 0},
-    {1, 1, kLocalMac, kNoTunnel, Security::open, kStandalone | kLocalBridging | kCaptivePortal, "OPEN", 20, 0, 0},
-    {0, 2, kLocalMac, kTunnel8023, Security::staticKey, kLocalSwitching, "SHARED-KEY", 30, 2, 0},
-    {1, 2, kLocalMac, kTunnel8023, Security::wpaKey, kSplitTunnel | kLocalBridging | kLocalAuthentication, "WPA2-PSK",
-     31, 0, 0},
+    {0, 1, kLocalMac, kNoTunnel, Security::open, kPortal, "OPEN", 20, 0, 0},
+    {1, 1, kLocalMac, kNoTunnel, Security::open, kPortal, "OPEN", 20, 0, 0},
+    {0, 2, kLocalMac, kTunnel8023, Security::staticKey, VapRecord::kLocalSwitching, "SHARED-KEY", 30, 2, 0},
+    {1, 2, kLocalMac, kTunnel8023, Security::wpaKey, kBranch, "WPA2-PSK", 31, 0, 0},
     {0, 3, kLocalMac, kTunnel8023, Security::wpaKey, 0, "WPA/WPA2-PSK", 40, 0, 0},
-    {1, 3, kLocalMac, kTunnel8023, Security::wpaKey, kLocalBridging, "WPA2-PSK", 0, 0, 1},
+    {1, 3, kLocalMac, kTunnel8023, Security::wpaKey, VapRecord::kLocalBridging, "WPA2-PSK", 0, 0, 1},
 };
 
 constexpr char kStaticKey[] = "scan-5-digits";
-constexpr std::size_t kWpaKeyLength = 32;
+constexpr uint8_t kWpaKeyLength = 32;
 constexpr const char* kAuthenticationServers[] = {"192.168.0.10", "192.168.0.11"};
 constexpr const char* kAccountingServers[] = {"192.168.0.10", "", "192.168.0.12"};
-constexpr std::size_t kServerSize = 64;
 
 std::string radioInterface(const Vap& vap)
 {
@@ -94,97 +84,93 @@ std::span<const Vap> vaps()
     return {kVaps, static_cast<std::size_t>(count)};
 }
 
-void putCount(Bytes& reply, std::size_t count)
+template <std::size_t Size>
+void setServers(char (*fields)[Size], std::span<const char* const> servers)
 {
-    RecordWriter(reply, sizeof(uint32_t)).put32(0, htonl(static_cast<uint32_t>(count)));
+    for (const char* server : servers)
+        setText(*fields++, server);
 }
 
-void putServers(RecordWriter& record, std::size_t offset, std::span<const char* const> servers)
+void setWpaKey(VapRecord& record)
 {
-    for (const char* server : servers) {
-        record.putText(offset, kServerSize, server);
-        offset += kServerSize;
-    }
+    constexpr uint8_t kTransmitCounter[] = {0, 0, 0, 0, 0x2a, 0x17};
+    for (unsigned i = 0; i < kWpaKeyLength; ++i)
+        record.key[i] = static_cast<uint8_t>(0x5b * (i + 1) + 0x11U * (record.wlan - 1U) + record.radio);
+    record.keyIndex = 1;
+    record.keyStatus = 1;
+    record.keyLength = kWpaKeyLength;
+    std::ranges::copy(kTransmitCounter, record.transmitCounter);
 }
 
-void putWpaKey(RecordWriter& record, const Vap& vap)
+void setSecurity(VapRecord& record, Security security)
 {
-    std::array<uint8_t, kWpaKeyLength> key;
-    for (std::size_t i = 0; i < key.size(); ++i)
-        key[i] = static_cast<uint8_t>(0x5b * (i + 1) + 0x11UL * vap.number + vap.radio);
-    record.put8(48, 1);
-    record.put8(49, 1);
-    record.put16(50, kWpaKeyLength);
-    record.putBytes(52, key);
-    record.putBytes(116, std::array<uint8_t, 6>{0, 0, 0, 0, 0x2a, 0x17});
-}
-
-void putSecurity(RecordWriter& record, const Vap& vap)
-{
-    record.putText(158, 36, vap.authentication);
-    switch (vap.security) {
+    switch (security) {
     case Security::open:
         return;
     case Security::staticKey:
-        record.put8(49, 1);
-        record.put16(50, sizeof kStaticKey - 1);
-        record.putText(52, 64, kStaticKey);
-        record.put8(124, 1);
+        record.keyStatus = 1;
+        record.keyLength = sizeof kStaticKey - 1;
+        std::memcpy(record.key, kStaticKey, sizeof kStaticKey);
+        record.staticKey = 1;
         return;
     case Security::wpaRadius:
-        record.putText(209, 64, "office-" + std::to_string(vap.radio));
-        putServers(record, 273, kAuthenticationServers);
-        putServers(record, 465, kAccountingServers);
+        setText(record.accountingId, "office-" + std::to_string(record.radio));
+        setServers(record.authenticationServers, kAuthenticationServers);
+        setServers(record.accountingServers, kAccountingServers);
         [[fallthrough]];
     case Security::wpaKey:
-        putWpaKey(record, vap);
+        setWpaKey(record);
         return;
     }
 }
 
-void putVap(Bytes& reply, const Vap& vap, const WtpConfig& config, const ControllerLink::Status& link)
+VapRecord recordOf(const Vap& vap, const WtpConfig& config, const ControllerLink::Status& link)
 {
-    RecordWriter record(reply, kVapSize);
     const bool isLocal = vap.tunnel == kNoTunnel;
     const bool isAdminUp = isUp(interfaceOf(vap));
-    record.put32(4, 0x80a4c000 + 0x1000 * vap.radio + 0x100 * vap.number);
-    record.put8(8, vap.radio);
-    record.putText(9, 16, interfaceOf(vap));
-    record.putBytes(25, vapAddress(vap.radio, vap.number));
-    record.put32(32, isLocal ? config.staticAddress : 0);
-    record.put32(36, isLocal ? config.staticNetmask : 0);
-    record.put8(40, vap.number + 1);
-    record.put8(42, vap.mac);
-    record.put8(43, vap.tunnel);
-    record.put16(44, vap.flags);
-    record.put16(46, kCapabilities | (vap.security != Security::open ? kPrivacy : 0));
-    record.put8(122, vap.number == 2);
-    record.put8(123, vap.radio == 1);
-    record.putText(125, 33, ssidOf(vap));
-    putSecurity(record, vap);
-    record.put8(194, vap.meshBackhaul);
-    record.put8(195, link.runs());
-    record.put8(196, !isAdminUp);
-    record.put8(197, !(isAdminUp && isUp(radioInterface(vap))));
-    record.put16(198, vap.vlan);
-    record.put8(200, vap.probeSuppression);
-    record.put8(201, static_cast<uint8_t>(vap.probeSuppression != 0 ? -80 : 0));
-    record.putText(721, 64, (vap.flags & kCaptivePortal) != 0 ? "192.168.0.20:8443" : "");
+    const uint16_t privacy = vap.security != Security::open ? VapRecord::kPrivacy : 0;
+    VapRecord record{};
+    record.handle = 0x80a4c000 + 0x1000U * vap.radio + 0x100U * vap.number;
+    record.radio = vap.radio;
+    record.address = isLocal ? config.staticAddress : 0;
+    record.netmask = isLocal ? config.staticNetmask : 0;
+    record.wlan = static_cast<uint8_t>(vap.number + 1);
+    record.macMode = vap.mac;
+    record.tunnel = vap.tunnel;
+    record.flags.overlap = {vap.flags, static_cast<uint16_t>(kCapabilities | privacy)};
+    record.accessControlList = vap.number == 2;
+    record.qos = vap.radio == 1;
+    record.meshBackhaul = vap.meshBackhaul;
+    record.initialised = link.runs();
+    record.adminDown = !isAdminUp;
+    record.interfaceDown = !(isAdminUp && isUp(radioInterface(vap)));
+    record.vlan = vap.vlan;
+    record.probeSuppression = vap.probeSuppression;
+    record.probeThreshold = static_cast<int8_t>(vap.probeSuppression != 0 ? -80 : 0);
+    setText(record.interface, interfaceOf(vap));
+    std::ranges::copy(vapAddress(vap.radio, vap.number), record.bssid);
+    setText(record.name, ssidOf(vap));
+    setText(record.authentication, vap.authentication);
+    setSecurity(record, vap.security);
+    if ((vap.flags & VapRecord::kCaptivePortal) != 0)
+        setText(record.portalServer, "192.168.0.20:8443");
+    return record;
 }
 
-void putStation(Bytes& reply, unsigned index, const Vap& vap, unsigned associationId)
+StationRecord recordOf(unsigned index, const Vap& vap, unsigned associationId)
 {
-    RecordWriter record(reply, kStationSize);
-    record.put8(0, index + 1);
-    record.put8(1, vap.meshBackhaul != 0 ? 2 : 1 + 2 * (index % 5 == 4));
-    record.put8(14, vap.radio);
-    record.put16(16, associationId);
-    record.put8(18, vap.number);
-    record.putBytes(20, vapAddress(vap.radio, vap.number));
-    record.putBytes(26, std::array<uint8_t, 6>{0x02, 0x5a, 0x10, 0x00, static_cast<uint8_t>(index >> 8),
-                                               static_cast<uint8_t>(index)});
-    record.put16(38, vap.vlan);
-    record.putText(90, 33, ssidOf(vap));
+    const uint8_t mac[] = {0x02, 0x5a, 0x10, 0x00, static_cast<uint8_t>(index >> 8), static_cast<uint8_t>(index)};
+    StationRecord record{};
+    record.number = static_cast<uint8_t>(index + 1);
+    record.type = static_cast<uint8_t>(vap.meshBackhaul != 0 ? 2 : 1 + 2 * (index % 5 == 4));
+    record.radio = vap.radio;
+    record.aid = static_cast<uint16_t>(associationId);
+    record.vap = vap.number;
+    record.vlan = vap.vlan;
+    std::ranges::copy(vapAddress(vap.radio, vap.number), record.bssid);
+    std::ranges::copy(mac, record.mac);
+    setText(record.ssid, ssidOf(vap));
+    return record;
 }
 
 } // namespace
@@ -192,9 +178,9 @@ void putStation(Bytes& reply, unsigned index, const Vap& vap, unsigned associati
 Bytes vapReply(const WtpConfig& config, const ControllerLink::Status& link)
 {
     Bytes reply;
-    putCount(reply, vaps().size());
+    append(reply, htonl(static_cast<uint32_t>(vaps().size())));
     for (const Vap& vap : vaps())
-        putVap(reply, vap, config, link);
+        append(reply, recordOf(vap, config, link));
     return reply;
 }
 
@@ -208,8 +194,8 @@ Bytes stationReply()
     const unsigned count = serving.empty() ? 0 : static_cast<unsigned>(wanted);
 
     Bytes reply;
-    putCount(reply, count);
+    append(reply, htonl(count));
     for (unsigned i = 0; i < count; ++i)
-        putStation(reply, i, serving[i % serving.size()], i / static_cast<unsigned>(serving.size()) + 1);
+        append(reply, recordOf(i, serving[i % serving.size()], i / static_cast<unsigned>(serving.size()) + 1));
     return reply;
 }

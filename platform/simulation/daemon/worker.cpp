@@ -32,15 +32,6 @@ constexpr int kLinkPollMs = 100;
 /// More than any query has room for.
 constexpr std::size_t kLongReply = 80000;
 
-enum MessageType : int32_t {
-    kQueryVaps = 1,
-    kQueryAccessPoint = 2,
-    kQueryStations = 3,
-    kQueryRadios = 5,
-    kSetCountry = 6,
-    kSetPower = 7,
-};
-
 /// A word and perhaps a number from the state file "daemon/behaviour".
 struct Behaviour {
     Behaviour()

@@ -1,0 +1,30 @@
+// A reply, made of records.
+
+#ifndef PLATFORM_SIMULATION_DAEMON_REPLY_BYTES_H
+#define PLATFORM_SIMULATION_DAEMON_REPLY_BYTES_H
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include "platform/daemon_records.h"
+
+using Bytes = std::vector<uint8_t>;
+
+template <typename Record>
+void append(Bytes& reply, const Record& record)
+{
+    const auto* first = reinterpret_cast<const uint8_t*>(&record);
+    reply.insert(reply.end(), first, first + sizeof record);
+}
+
+/// Fills a field of zeros. The text is cut so that a zero always ends it inside the field.
+template <std::size_t Size>
+void setText(char (&field)[Size], std::string_view text)
+{
+    std::memcpy(field, text.data(), std::min(text.size(), Size - 1));
+}
+
+#endif
