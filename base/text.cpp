@@ -18,18 +18,24 @@ bool isBlank(char c)
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
+/// Copies at most `limit` characters of a text, and zeros behind them.
+void fill(std::span<char> field, const char* text, std::size_t limit)
+{
+    const std::size_t length = strnlen(text, limit);
+    std::memcpy(field.data(), text, length);
+    std::memset(field.data() + length, 0, field.size() - length);
+}
+
 } // namespace
 
 void copyText(std::span<char> field, const char* text)
 {
-    copyField(field, {text, std::strlen(text)});
+    fill(field, text, field.size() - 1);
 }
 
 void copyField(std::span<char> field, std::span<const char> text)
 {
-    const std::size_t length = strnlen(text.data(), std::min(text.size(), field.size() - 1));
-    std::memcpy(field.data(), text.data(), length);
-    std::memset(field.data() + length, 0, field.size() - length);
+    fill(field, text.data(), std::min(text.size(), field.size() - 1));
 }
 
 bool isDigits(const char* text)
