@@ -16,8 +16,9 @@ using Bytes = std::vector<uint8_t>;
 template <typename Record>
 void append(Bytes& reply, const Record& record)
 {
-    const auto* first = reinterpret_cast<const uint8_t*>(&record);
-    reply.insert(reply.end(), first, first + sizeof record);
+    const std::size_t place = reply.size();
+    reply.resize(place + sizeof record);
+    std::memcpy(&reply[place], &record, sizeof record);
 }
 
 /// Fills a field of zeros. The text is cut so that a zero always ends it inside the field.
