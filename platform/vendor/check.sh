@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# check.sh [LIBRARY...]: builds the shell for a vendor's platform, by default the stub, looks at what it links, and runs
-# it with the paths of the device on a file system of its own; nothing of this machine is changed.
+# check.sh [LIBRARY...]: builds the shell for a vendor's platform, by default the stub, looks at what it links, and plays
+# the sessions of tests/sessions on a device's file system; nothing of this machine is changed.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
-. tests/vendor/device.sh
+. platform/vendor/device.sh
 
 fail() {
     echo "check.sh: $*" >&2
@@ -25,7 +25,6 @@ if [ $# -gt 0 ] || ! in_namespace true 2>/dev/null; then
     echo "check.sh: built and looked at, but NOT RUN: that takes the stub and a private mount namespace" >&2
     exit 0
 fi
-root=$(mktemp -d)
-trap 'rmdir "$root"' EXIT
-in_namespace bash tests/vendor/run_stub.sh "$root"
+mapfile -t sessions < <(find tests/sessions -maxdepth 1 -type f | sort)
+in_namespace python3 tests/play_sessions.py --vendor "$vendor_program" "${sessions[@]}" >&2
 echo "check.sh: the shell builds for a vendor's platform and runs on its paths" >&2

@@ -8,7 +8,7 @@ vendor_program=$PWD/$vendor_build/bin/cli
 build_vendor() {
     mkdir -p "$vendor_build"
     if [ $# -eq 0 ]; then
-        c++ -std=c++20 -O2 -I. -fno-exceptions -fno-rtti -c tests/vendor/stub_platform.cpp -o "$vendor_build/stub.o"
+        c++ -std=c++20 -O2 -I. -fno-exceptions -fno-rtti -c platform/vendor/stub_platform.cpp -o "$vendor_build/stub.o"
         ar rcs "$vendor_build/libstub.a" "$vendor_build/stub.o"
         set -- "$PWD/$vendor_build/libstub.a"
     fi
@@ -26,37 +26,28 @@ in_namespace() {
     "${unshare[@]}" "$@"
 }
 
-# make_device FOLDER: mounts a device's file system on the empty folder. Its tools are a few of the system's, and
-# recorders for all that could act on the machine; they write to /etc/calls.
+# make_device FOLDER PROGRAM: mounts a device's file system on the empty folder, with the program as "/cli". Its tools, in
+# "/tools", are the few of the system's that the shell itself runs.
 make_device() {
-    local root=$1 folder tool
+    local root=$1 node folder tool
     mount --make-rprivate /
     mount -t tmpfs tmpfs "$root"
-    mkdir -p "$root"/{cfg,dev,etc,proc,tmp,tools,usr}
-    for folder in usr dev proc; do
-        mount --rbind "/$folder" "$root/$folder"
+    mkdir -p "$root"/{cfg,dev,etc,tmp,tools}
+    for node in null zero full ptmx tty; do
+        : >"$root/dev/$node"
+        mount --bind "/dev/$node" "$root/dev/$node"
     done
-    for folder in bin lib lib64; do
+    for folder in usr proc bin lib lib64; do
         if [ -L "/$folder" ]; then
             cp -P "/$folder" "$root/"
         elif [ -d "/$folder" ]; then
             mkdir "$root/$folder"
-            mount --rbind "/$folder" "$root/$folder"
+            mount --bind "/$folder" "$root/$folder"
+            mount -o remount,bind,ro "$root/$folder"
         fi
     done
     for tool in cat grep rm; do
         ln -s "$(command -v "$tool")" "$root/tools/$tool"
     done
-    for tool in hostname ifconfig ip pkill qln-set-hostname reboot; do
-        printf '#!/bin/sh\necho "%s $*" >>/etc/calls\n' "$tool" >"$root/tools/$tool"
-        chmod +x "$root/tools/$tool"
-    done
-    cp "$vendor_program" "$root/cli"
-}
-
-# on_device FOLDER WORDS...: runs a command of the device, with nothing of this environment.
-on_device() {
-    local root=$1
-    shift
-    chroot "$root" /usr/bin/env -i PATH=/tools TERM=dumb "$@"
+    cp "$2" "$root/cli"
 }
