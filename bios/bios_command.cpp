@@ -152,7 +152,7 @@ struct BiosAction {
     void (*run)(char** argv);
 };
 
-constexpr BiosAction kActions[] = {
+constexpr BiosAction kBiosActions[] = {
     {"erase", "erase", 2, run<biosErase>},
     {"dumpflash", "dumpflash", 2, run<biosDumpRawInfo>},
     {"setdefault", "setdefault", 2, run<biosSetDefault>},
@@ -166,11 +166,11 @@ constexpr BiosAction kActions[] = {
     {"get", "FTP get ROM BIOS file", 4, run<biosTftpGet>},
 };
 
-static_assert(std::size(kActions) == std::size(biosTable));
+static_assert(std::size(kBiosActions) == std::size(biosTable));
 
 consteval cli_node row(std::size_t index)
 {
-    return command(kActions[index].name, kActions[index].help, biosCommand);
+    return command(kBiosActions[index].name, kBiosActions[index].help, biosCommand);
 }
 
 } // namespace
@@ -180,7 +180,7 @@ constinit cli_node biosTable[11] = {row(0), row(1), row(2), row(3), row(4), row(
 
 int biosCommand(int argc, char** argv)
 {
-    for (const BiosAction& action : kActions) {
+    for (const BiosAction& action : kBiosActions) {
         if (argc == action.words && std::strcmp(argv[1], action.name) == 0) {
             action.run(argv);
             return 0;

@@ -75,7 +75,7 @@ void sayCrcError(const char* operation)
     cli_printf("%s: CRC error.\r\n", operation);
 }
 
-void storeCrc(const FlashDevice& device, const char* operation, const FlashImage* image)
+void updateChecksum(const FlashDevice& device, const char* operation, const FlashImage* image)
 {
     if (!device.storeCrc(image))
         cli_printf("%s: SetCRC error.\r\n", operation);
@@ -84,7 +84,7 @@ void storeCrc(const FlashDevice& device, const char* operation, const FlashImage
 void writeImage(const FlashDevice& device, const char* operation, const FlashImage& image)
 {
     device.write(0, &image, sizeof image);
-    storeCrc(device, operation, &image);
+    updateChecksum(device, operation, &image);
 }
 
 /// Reads one field and checks the partition.
@@ -106,7 +106,7 @@ int writeField(const char* operation, std::size_t offset, const char* text, std:
     if (!device.isOpen())
         return -1;
     device.write(offset, text, size);
-    storeCrc(device, operation, nullptr);
+    updateChecksum(device, operation, nullptr);
     return 0;
 }
 

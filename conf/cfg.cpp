@@ -87,29 +87,29 @@ void cfgRunCommand(CfgVariable& variable, char* line)
     node->handler(count, words);
 }
 
-void setByCommand(CfgVariable& variable, char* value)
+void cfgSetByCommand(CfgVariable& variable, char* value)
 {
     char line[kCommandLength + 1];
     if (composeCommand(line, "%s %s", variable.command, value))
         cfgRunCommand(variable, line);
 }
 
-void setNumber(CfgVariable& variable, char* value)
+void cfgSetNumber(CfgVariable& variable, char* value)
 {
     char number[12];
     std::snprintf(number, sizeof number, "%d", numberFrom(value));
-    setByCommand(variable, number);
+    cfgSetByCommand(variable, number);
 }
 
-void setLowerCase(CfgVariable& variable, char* value)
+void cfgSetLowerCase(CfgVariable& variable, char* value)
 {
     for (char* c = value; *c != '\0'; ++c)
         *c = static_cast<char>(std::tolower(static_cast<unsigned char>(*c)));
-    setByCommand(variable, value);
+    cfgSetByCommand(variable, value);
 }
 
 /// Replaces the entry; a list that is shorter is filled up to it.
-void setAcAddress(CfgVariable& variable, char* value)
+void cfgSetAcAddress(CfgVariable& variable, char* value)
 {
     std::uint32_t address;
     cwConfRefresh(cwConfig);
@@ -124,7 +124,7 @@ void setAcAddress(CfgVariable& variable, char* value)
     cwConfig.saved = 0;
 }
 
-void setAcHostname(CfgVariable& variable, char* value)
+void cfgSetAcHostname(CfgVariable& variable, char* value)
 {
     cwConfRefresh(cwConfig);
     if (cwConfig.acHostnameCount >= variable.entry)
@@ -141,85 +141,85 @@ const T& fieldOf(const CfgVariable& variable)
 }
 
 template <typename Number>
-void renderNumber(const CfgVariable& variable, std::span<char> text)
+void cfgRenderNumber(const CfgVariable& variable, std::span<char> text)
 {
     std::snprintf(text.data(), text.size(), "%u", static_cast<unsigned>(fieldOf<Number>(variable)));
 }
 
-void renderText(const CfgVariable& variable, std::span<char> text)
+void cfgRenderText(const CfgVariable& variable, std::span<char> text)
 {
     std::snprintf(text.data(), text.size(), "%s", static_cast<const char*>(variable.field));
 }
 
-void renderOptionalAddress(const CfgVariable& variable, std::span<char> text)
+void cfgRenderAddress(const CfgVariable& variable, std::span<char> text)
 {
     if (const auto address = fieldOf<std::uint32_t>(variable); address != 0)
         copyText(text, ipv4Text(address).text);
 }
 
-void renderAddrMode(const CfgVariable& variable, std::span<char> text)
+void cfgRenderAddrMode(const CfgVariable& variable, std::span<char> text)
 {
     std::snprintf(text.data(), text.size(), "%s", fieldOf<std::uint32_t>(variable) != 0 ? "DHCP" : "STATIC");
 }
 
-void renderSecurity(const CfgVariable&, std::span<char> text)
+void cfgRenderSecurity(const CfgVariable&, std::span<char> text)
 {
     const CwItem& item = *cwConfItem("data-channel-sec");
     item.kind->render(item, cwConfig, 0, text);
 }
 
-void renderAcAddress(const CfgVariable& variable, std::span<char> text)
+void cfgRenderAcAddress(const CfgVariable& variable, std::span<char> text)
 {
     if (cwConfig.acAddressCount >= variable.entry)
         copyText(text, ipv4Text(cwConfig.acAddresses[variable.entry - 1].address).text);
 }
 
-void renderAcHostname(const CfgVariable& variable, std::span<char> text)
+void cfgRenderAcHostname(const CfgVariable& variable, std::span<char> text)
 {
     if (cwConfig.acHostnameCount >= variable.entry)
         copyText(text, cwConfig.acHostnames[variable.entry - 1]);
 }
 
 template <typename Number>
-constexpr CfgKind kNumber = {renderNumber<Number>, setNumber};
-constexpr CfgKind kText = {renderText, setByCommand};
-constexpr CfgKind kAddress = {renderOptionalAddress, setByCommand};
-constexpr CfgKind kAddrMode = {renderAddrMode, setLowerCase};
-constexpr CfgKind kSecurity = {renderSecurity, setLowerCase};
-constexpr CfgKind kAcAddress = {renderAcAddress, setAcAddress};
-constexpr CfgKind kAcHostname = {renderAcHostname, setAcHostname};
+constexpr CfgKind kCfgNumber = {cfgRenderNumber<Number>, cfgSetNumber};
+constexpr CfgKind kCfgText = {cfgRenderText, cfgSetByCommand};
+constexpr CfgKind kCfgAddress = {cfgRenderAddress, cfgSetByCommand};
+constexpr CfgKind kCfgAddrMode = {cfgRenderAddrMode, cfgSetLowerCase};
+constexpr CfgKind kCfgSecurity = {cfgRenderSecurity, cfgSetLowerCase};
+constexpr CfgKind kCfgAcAddress = {cfgRenderAcAddress, cfgSetAcAddress};
+constexpr CfgKind kCfgAcHostname = {cfgRenderAcHostname, cfgSetAcHostname};
 
 template <typename Number>
 consteval CfgVariable numberRow(const char* name, const char* command, const Number& field)
 {
-    return {name, command, &kNumber<Number>, &field, 0, nullptr};
+    return {name, command, &kCfgNumber<Number>, &field, 0, nullptr};
 }
 
 consteval CfgVariable textRow(const char* name, const char* command, const char* field)
 {
-    return {name, command, &kText, field, 0, nullptr};
+    return {name, command, &kCfgText, field, 0, nullptr};
 }
 
 consteval CfgVariable addressRow(const char* name, const char* command, const std::uint32_t& field)
 {
-    return {name, command, &kAddress, &field, 0, nullptr};
+    return {name, command, &kCfgAddress, &field, 0, nullptr};
 }
 
 consteval CfgVariable acAddressRow(const char* name, int entry)
 {
-    return {name, "config capwap wtp ac-ip-addr add", &kAcAddress, nullptr, entry, nullptr};
+    return {name, "config capwap wtp ac-ip-addr add", &kCfgAcAddress, nullptr, entry, nullptr};
 }
 
 consteval CfgVariable acHostnameRow(const char* name, int entry)
 {
-    return {name, "config capwap wtp ac-hostname add", &kAcHostname, nullptr, entry, nullptr};
+    return {name, "config capwap wtp ac-hostname add", &kCfgAcHostname, nullptr, entry, nullptr};
 }
 
 constinit CfgVariable variables[] = {
     numberRow("BAUD_RATE", "config system baudrate", sysConfig.baudrate),
     textRow("WTP_NAME", "config system hostname", sysConfig.hostname),
     numberRow("ADMIN_TIMEOUT", "config system admin-timeout", sysConfig.adminTimeout),
-    {"ADDR_MODE", "config capwap wtp addr-mode", &kAddrMode, &cwConfig.addrMode, 0, nullptr},
+    {"ADDR_MODE", "config capwap wtp addr-mode", &kCfgAddrMode, &cwConfig.addrMode, 0, nullptr},
     addressRow("AP_IPADDR", "config capwap wtp static-ip-addr", cwConfig.staticIpAddr),
     addressRow("AP_NETMASK", "config capwap wtp static-ip-netmask", cwConfig.staticIpNetmask),
     addressRow("IPGW", "config capwap wtp static-ip-gw", cwConfig.staticIpGw),
@@ -237,7 +237,7 @@ constinit CfgVariable variables[] = {
     addressRow("AC_DISCOVERY_MC_ADDR", "config capwap wtp multicast-addr", cwConfig.multicastAddr),
     numberRow("AC_DISCOVERY_DHCP_OPTION_CODE", "config capwap wtp dhcp-code", cwConfig.dhcpCode),
     numberRow("AC_CTL_PORT", "config capwap wtp ac-ctl-port", cwConfig.acCtlPort),
-    {"AP_DATA_CHAN_SEC", "config capwap wtp data-channel-sec", &kSecurity, &cwConfig.dataChannelSec, 0, nullptr},
+    {"AP_DATA_CHAN_SEC", "config capwap wtp data-channel-sec", &kCfgSecurity, &cwConfig.dataChannelSec, 0, nullptr},
 };
 
 struct CfgValue {
@@ -314,7 +314,7 @@ struct CfgAction {
     void (*run)(char** argv);
 };
 
-constexpr CfgAction kActions[] = {
+constexpr CfgAction kCfgActions[] = {
     {"-h", 2, cfgUsage},  {"-a", 3, cfgSet},  {"-c", 2, cfgCommit}, {"-x", 2, cfgFactoryReset}, {"-e", 2, cfgExport},
     {"-E", 2, cfgExport}, {"-s", 2, cfgList}, {"-S", 2, cfgList},   {"-sall", 2, cfgList},
 };
@@ -324,7 +324,7 @@ constexpr CfgAction kActions[] = {
 int cfgCommand(int argc, char** argv)
 {
     sysConfLoad(sysConfig);
-    for (const CfgAction& action : kActions) {
+    for (const CfgAction& action : kCfgActions) {
         if (argc == action.words && std::strcmp(argv[1], action.option) == 0) {
             action.run(argv);
             return 0;

@@ -52,7 +52,7 @@ int capwapItemCommand(int argc, char** argv)
 }
 
 /// A row whose help names another range than the item has does not compile.
-consteval cli_node item(const char* name, const char* help, CliHandler handler = capwapItemCommand)
+consteval cli_node setting(const char* name, const char* help, CliHandler handler = capwapItemCommand)
 {
     if (!namesRange(help, name))
         refuseToCompile("the help text names another range");
@@ -64,54 +64,55 @@ constinit cli_node systemTable[] = {
     command("mgmt-addr", "Management IP address (A.B.C.D/MASK).", mgmtAddrCommand),
     command("hostname", "Hostname of AP.", hostnameCommand),
     command("baudrate", "Serial console baudrate (9600/19200/38400/57600/115200, default = 115200).", baudrateCommand),
-    item("admin-timeout", "Idle timeout range (1 - 480 min, default = 5).", adminTimeoutCommand),
+    setting("admin-timeout", "Idle timeout range (1 - 480 min, default = 5).", adminTimeoutCommand),
 };
 
 constinit cli_node timersTable[] = {
-    item("max-discovery-interval",
-         "The maximum time allowed between sending Discovery Request messages (5 - 180 sec, default = 5)."),
-    item("max-failed-dtls-sess-retry",
-         "The maximum number of failed DTLS session establishment attempts (1 - 3, default = 3)."),
-    item("statistics-timer", "The interval time for AP to communicate its statistics (60 - 120 sec, default = 120)."),
+    setting("max-discovery-interval",
+            "The maximum time allowed between sending Discovery Request messages (5 - 180 sec, default = 5)."),
+    setting("max-failed-dtls-sess-retry",
+            "The maximum number of failed DTLS session establishment attempts (1 - 3, default = 3)."),
+    setting("statistics-timer",
+            "The interval time for AP to communicate its statistics (60 - 120 sec, default = 120)."),
 };
 
 constinit cli_node protoTable[] = {
-    item("discovery-type",
-         "AC discovery type (0:auto, 1:static, 2:dhcp, 3:dns, 5:broadcast, 6:multicast, 7:quillsky)."),
-    item("idle-timeout", "CAPWAP idle timeout (0 no client-idle check, 20 - 3600 sec, default = 300 sec)."),
-    item("max-discoveries", "The maximum number of discovery request messages (3 - 10, default = 3)."),
-    item("max-retransmit", "The maximum number of retransmissions for tunnel packet. (3 - 5, default = 3)."),
-    item("report-interval",
-         "The interval of sending the decryption error message elements (30 - 120 sec, default = 30)."),
+    setting("discovery-type",
+            "AC discovery type (0:auto, 1:static, 2:dhcp, 3:dns, 5:broadcast, 6:multicast, 7:quillsky)."),
+    setting("idle-timeout", "CAPWAP idle timeout (0 no client-idle check, 20 - 3600 sec, default = 300 sec)."),
+    setting("max-discoveries", "The maximum number of discovery request messages (3 - 10, default = 3)."),
+    setting("max-retransmit", "The maximum number of retransmissions for tunnel packet. (3 - 5, default = 3)."),
+    setting("report-interval",
+            "The interval of sending the decryption error message elements (30 - 120 sec, default = 30)."),
 };
 
 constinit cli_node acAddressTable[] = {
-    item("add", kAddAcAddressHelp),
-    item("del", kDeleteAcAddressHelp),
+    setting("add", kAddAcAddressHelp),
+    setting("del", kDeleteAcAddressHelp),
 };
 
 constinit cli_node acHostnameTable[] = {
-    item("add", kAddAcHostnameHelp),
-    item("del", kDeleteAcHostnameHelp),
+    setting("add", kAddAcHostnameHelp),
+    setting("del", kDeleteAcHostnameHelp),
 };
 
 constinit cli_node wtpTable[] = {
-    item("allow-dflt-https", "Enable/disable default https server (0:Disable / 1:Enable / 2:Controled by AC)."),
-    item("allow-dflt-ssh", "Enable/disable default ssh server (0:Disable / 1:Enable / 2:Controled by AC)."),
+    setting("allow-dflt-https", "Enable/disable default https server (0:Disable / 1:Enable / 2:Controled by AC)."),
+    setting("allow-dflt-ssh", "Enable/disable default ssh server (0:Disable / 1:Enable / 2:Controled by AC)."),
     group("ac-ip-addr", "Add/del AC static IP address.", acAddressTable, capwapItemCommand),
     group("ac-hostname", "Add/del AC hostname for AC discovery.", acHostnameTable, capwapItemCommand),
-    item("ac-ctl-port", "CAPWAP ctrl port of AC (1024 - 49150, default = 5246)."),
-    item("plain-ctl", "Enable/disable plain txt in ctrl message (0:Disable / 1:Enable)."),
-    item("dhcp-code", "Dhcp code for AC discovery (128 - 254, default = 138)."),
-    item("multicast-addr", "Multicast address for AC discovery (A.B.C.D)."),
-    item("multicast-ttl", "Multicast ttl (1 - 255, default = 1)."),
-    item("ap-mgmt-vlanid", "Management vlan id (0 - 4094, default = 0)."),
-    item("addr-mode", "AP address mode (static/dhcp)."),
-    item("static-ip-addr", "AP static IP address (A.B.C.D)."),
-    item("static-ip-netmask", "AP static IP netmask (A.B.C.D)."),
-    item("static-ip-gw", "AP static gateway IP address (A.B.C.D)."),
-    item("static-ip-dns", "AP static dns server IP address (A.B.C.D)."),
-    item("data-channel-sec", "Data channel security options (clear, ipsec, or/and dtls)."),
+    setting("ac-ctl-port", "CAPWAP ctrl port of AC (1024 - 49150, default = 5246)."),
+    setting("plain-ctl", "Enable/disable plain txt in ctrl message (0:Disable / 1:Enable)."),
+    setting("dhcp-code", "Dhcp code for AC discovery (128 - 254, default = 138)."),
+    setting("multicast-addr", "Multicast address for AC discovery (A.B.C.D)."),
+    setting("multicast-ttl", "Multicast ttl (1 - 255, default = 1)."),
+    setting("ap-mgmt-vlanid", "Management vlan id (0 - 4094, default = 0)."),
+    setting("addr-mode", "AP address mode (static/dhcp)."),
+    setting("static-ip-addr", "AP static IP address (A.B.C.D)."),
+    setting("static-ip-netmask", "AP static IP netmask (A.B.C.D)."),
+    setting("static-ip-gw", "AP static gateway IP address (A.B.C.D)."),
+    setting("static-ip-dns", "AP static dns server IP address (A.B.C.D)."),
+    setting("data-channel-sec", "Data channel security options (clear, ipsec, or/and dtls)."),
 };
 
 constinit cli_node capwapTable[] = {

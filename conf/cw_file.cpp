@@ -6,7 +6,6 @@
 #include "base/text.h"
 #include "conf/conf_file.h"
 #include "conf/cw_items.h"
-#include "conf/cw_lists.h"
 #include "conf/sys_conf.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
@@ -19,28 +18,28 @@ constexpr char kReader[] = "cwConfRead";
 constexpr char kModelPrefix[] = "QK91MV";
 
 /// What there is to know of the file beside the record.
-struct FileState {
+struct CwFileState {
     ConfFileTime time;      ///< when it was last read or written
     bool isUnreadable;      ///< the last attempt to read it failed
     bool isAheadOfSnapshot; ///< it was written since the snapshot was taken
 };
 
-constinit FileState fileState{};
+constinit CwFileState cwFile{};
 
 /// Reads the file and takes the snapshot. After a failure everything is as before, so the next refresh tries again.
-void readFile(CwConfig& config, const ConfFileTime& time)
+void readCwFile(CwConfig& config, const ConfFileTime& time)
 {
-    fileState.isUnreadable = cwConfRead(config) != 0;
-    if (fileState.isUnreadable)
+    cwFile.isUnreadable = cwConfRead(config) != 0;
+    if (cwFile.isUnreadable)
         return;
     config.fileTime = time.seconds;
     cwConfCopy(cwConfigSnapshot, config);
-    fileState = {time, false, false};
+    cwFile = {time, false, false};
 }
 
 bool isReadAt(const CwConfig& config, const ConfFileTime& time)
 {
-    return !fileState.isUnreadable && time.seconds == config.fileTime && time == fileState.time;
+    return !cwFile.isUnreadable && time.seconds == config.fileTime && time == cwFile.time;
 }
 
 void composeFile(const CwConfig& config, ConfText& text)
@@ -65,14 +64,14 @@ int saveFile(const CwConfig& config)
     ConfFileTime time;
     composeFile(config, text);
     const ConfFolderLock lock;
-    if (fileState.isUnreadable && confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing) {
+    if (cwFile.isUnreadable && confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing) {
         sayConfUnreadable(kReader, kCwConfFile);
         return -1;
     }
     if (replaceConfFile(kCwConfFile, text) != 0)
         return -1;
     confFileTime(kCwConfFile, &time);
-    fileState = {time, false, true};
+    cwFile = {time, false, true};
     return 0;
 }
 
@@ -103,22 +102,22 @@ void cwConfRefresh(CwConfig& config)
 {
     ConfFileTime time;
     if (confFileTime(kCwConfFile, &time) == ConfFileStatus::Known && !isReadAt(config, time))
-        readFile(config, time);
+        readCwFile(config, time);
 }
 
 void cwConfLoad(CwConfig& config)
 {
     ConfFileTime time;
-    fileState = {};
+    cwFile = {};
     if (confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing)
-        readFile(config, time);
+        readCwFile(config, time);
 }
 
 int cwConfWrite()
 {
     cwConfigSnapshot.saved = cwConfig.saved;
     // Records are only ever copied as bytes, so equal ones have equal padding. NOLINTNEXTLINE(cert-*,bugprone-*)
-    if (!fileState.isAheadOfSnapshot && std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
+    if (!cwFile.isAheadOfSnapshot && std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
         return 0;
     if (saveFile(cwConfig) != 0)
         return -1;

@@ -16,12 +16,12 @@ namespace
 constexpr char kFrameLine[] = "#=====================SYS CONF PARAMs========================\n";
 
 /// What there is to know of the file beside the record.
-struct FileState {
+struct SysFileState {
     ConfFileTime time; ///< when it was last read, or could not be
     bool isUnreadable; ///< the last attempt to read it failed, although it is there
 };
 
-constinit FileState fileState{};
+constinit SysFileState sysFile{};
 
 void setSerialNumber(SysConfig& config)
 {
@@ -29,9 +29,9 @@ void setSerialNumber(SysConfig& config)
 }
 
 /// Keeps the time also when reading fails: every prompt refreshes the record, and the failure is to be said once.
-void readFile(SysConfig& config, const ConfFileTime& time)
+void readSysFile(SysConfig& config, const ConfFileTime& time)
 {
-    fileState = {time, sysConfRead(config) != 0};
+    sysFile = {time, sysConfRead(config) != 0};
     config.fileTime = time.seconds;
 }
 
@@ -89,27 +89,27 @@ void sysConfRefresh(SysConfig& config)
     ConfFileTime time;
     if (confFileTime(kSysConfFile, &time) != ConfFileStatus::Known)
         return;
-    if (time.seconds != config.fileTime || time != fileState.time)
-        readFile(config, time);
+    if (time.seconds != config.fileTime || time != sysFile.time)
+        readSysFile(config, time);
 }
 
 void sysConfLoad(SysConfig& config)
 {
     ConfFileTime time;
     const ConfFileStatus status = confFileTime(kSysConfFile, &time);
-    readFile(config, time);
+    readSysFile(config, time);
     if (status == ConfFileStatus::Missing)
-        fileState.isUnreadable = false;
+        sysFile.isUnreadable = false;
 }
 
 int sysConfChange(const char* key, const char* value)
 {
     const ConfFolderLock lock;
-    if (fileState.isUnreadable)
+    if (sysFile.isUnreadable)
         sysConfLoad(sysConfig);
     else
         sysConfRefresh(sysConfig);
-    if (fileState.isUnreadable)
+    if (sysFile.isUnreadable)
         return -1;
     sysConfSetItem(key, value, sysConfig);
     return sysConfWrite();
@@ -119,7 +119,7 @@ int sysConfCommit()
 {
     const ConfFolderLock lock;
     sysConfRefresh(sysConfig);
-    return fileState.isUnreadable ? -1 : sysConfWrite();
+    return sysFile.isUnreadable ? -1 : sysConfWrite();
 }
 
 void sysConfShow(const char* item, SysConfig& config)

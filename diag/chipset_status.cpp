@@ -2,8 +2,8 @@
 
 #include <string_view>
 
+#include "diag/value_names.h"
 #include "diag/wireless.h"
-#include "diag/words.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
 
@@ -12,7 +12,7 @@ namespace
 
 constexpr int kTextSize = 256;
 
-constexpr const char* kInterfaces[] = {
+constexpr const char* kReportedInterfaces[] = {
     "wlan0", "wlan0-va0", "wlan0-va1", "wlan0-va2", "wlan0-va3",
     "wlan1", "wlan1-va0", "wlan1-va1", "wlan1-va2", "wlan1-va3",
 };
@@ -27,7 +27,7 @@ int ask(InterfaceGetter get, const char* interface)
     return get != nullptr ? get(interface) : -1;
 }
 
-bool isOn(InterfaceGetter get, const char* interface)
+bool isEnabled(InterfaceGetter get, const char* interface)
 {
     return get != nullptr && get(interface) != 0;
 }
@@ -71,8 +71,8 @@ void printSettings(const char* interface)
 {
     const wlan_api& api = wirelessApi;
     printSsid(interface);
-    cli_printf("\tBroadSSID   : %s\n", switchLabel(isOn(api.get_broadcast_ssid, interface)));
-    cli_printf("\tTunnelMode  : %s\n", isOn(api.get_local_bridging, interface) ? "LOCAL BR" : "TUNNEL");
+    cli_printf("\tBroadSSID   : %s\n", switchLabel(isEnabled(api.get_broadcast_ssid, interface)));
+    cli_printf("\tTunnelMode  : %s\n", isEnabled(api.get_local_bridging, interface) ? "LOCAL BR" : "TUNNEL");
     cli_printf("\tAuthType    : %s\n",
                nameOf(kAuthTypes, static_cast<unsigned>(ask(api.get_auth_type, interface)), "Unknown"));
     printRadioMode(interface);
@@ -82,7 +82,7 @@ void printSettings(const char* interface)
     cli_printf("\tDTIM Period : %d\n", ask(api.get_dtim_period, interface));
     if (!isRadio(interface))
         return;
-    cli_printf("\tCoexist     : %s\n", switchLabel(isOn(api.get_coexist, interface)));
+    cli_printf("\tCoexist     : %s\n", switchLabel(isEnabled(api.get_coexist, interface)));
     cli_printf("\tChannel     : %d\n", ask(api.get_channel, interface));
     printCountry(interface);
 }
@@ -91,7 +91,7 @@ void printSettings(const char* interface)
 
 int chipsetStatusCommand(int, char**)
 {
-    for (const char* interface : kInterfaces) {
+    for (const char* interface : kReportedInterfaces) {
         if (sys_intf_status(interface) == 0) {
             cli_printf("%s disable\n", interface);
             continue;

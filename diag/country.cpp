@@ -9,7 +9,7 @@
 #include "bios/platform_info.h"
 #include "diag/country_table.h"
 #include "diag/exchange.h"
-#include "diag/radio_commands.h"
+#include "diag/radio_power.h"
 #include "diag/wireless.h"
 #include "platform/daemon_records.h"
 #include "platform/wireless_library.h"
@@ -26,7 +26,7 @@ struct RadioSetup {
     int band;
 };
 
-constexpr RadioSetup kRadios[] = {
+constexpr RadioSetup kRadioSetups[] = {
     {"wlan0", 1, 11},
     {"wlan1", 2, 76},
 };
@@ -42,7 +42,7 @@ void listCountries()
 
 void configureRadio(int radio, int code)
 {
-    const RadioSetup& setup = kRadios[radio];
+    const RadioSetup& setup = kRadioSetups[radio];
     runCommandf("ifconfig %s down", setup.interface);
     if (wirelessApi.set_country != nullptr)
         wirelessApi.set_country(setup.interface, code);
@@ -71,7 +71,7 @@ int changeCountry(const char* name)
         listCountries();
         return 0;
     }
-    for (int radio = 0; radio < static_cast<int>(std::size(kRadios)); ++radio)
+    for (int radio = 0; radio < static_cast<int>(std::size(kRadioSetups)); ++radio)
         configureRadio(radio, code);
     return announceCountry(name, code);
 }

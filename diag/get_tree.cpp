@@ -36,35 +36,35 @@ int vapQueryCommand(int argc, char** argv)
     return queryDaemon(kVapQuery, request);
 }
 
-constinit cli_node vapTable[] = {
+constinit cli_node getVapTable[] = {
     command("chipset-status", "Chipset status.", chipsetStatusCommand),
     command("cfg-info", "Config information.", vapQueryCommand),
 };
 
-constinit cli_node wtpTable[] = {
+constinit cli_node getWtpTable[] = {
     command("info", "AP state information.", queryCommand<kApQuery>),
     command("stations", "Stations information.", queryCommand<kStationQuery>),
 };
 
-constinit cli_node radioTable[] = {
+constinit cli_node getRadioTable[] = {
     command("info", "Radio information.", queryCommand<kRadioQuery>),
 };
 
-constinit cli_node systemTable[] = {
+constinit cli_node getSystemTable[] = {
     command("version", "Version information.", versionCommand),
     command("performance", "System performance information.", performanceCommand),
 };
 
-constinit cli_node qskyTable[] = {
+constinit cli_node getQskyTable[] = {
     command("info", "Quillsky information.", cloudInfoCommand),
 };
 
 } // namespace
 
 constinit cli_node getTable[5] = {
-    prepared(group("vap", "Wireless information.", vapTable), vapPrepare),
-    group("wtp", "AP information.", wtpTable),
-    group("radio", "Radio information.", radioTable),
-    group("system", "System information.", systemTable),
-    group("qsky", "Quillsky information.", qskyTable),
+    prepared(group("vap", "Wireless information.", getVapTable), vapPrepare),
+    group("wtp", "AP information.", getWtpTable),
+    group("radio", "Radio information.", getRadioTable),
+    group("system", "System information.", getSystemTable),
+    group("qsky", "Quillsky information.", getQskyTable),
 };

@@ -19,7 +19,7 @@ constexpr unsigned kLedTestSeconds = 1;
 /// Buffers that a scan is tried with, one after the other.
 constexpr int kScanSizes[] = {16384, 32768, 65535};
 
-void readLine(int line)
+void readGpioLine(int line)
 {
     int value = 0;
     sys_get_gpio_status(line, &value);
@@ -51,7 +51,7 @@ int gpioCommand(int argc, char** argv)
         return 0;
     int value = 0;
     if (argv[1][0] == 'r')
-        readLine(line);
+        readGpioLine(line);
     else if (argv[1][0] == 'w' && argc > 3 && scanNumber(argv[3], value))
         writeLine(line, value);
     return 0;

@@ -1,14 +1,10 @@
 #include "diag/radio_commands.h"
 
-#include <array>
-#include <bit>
-#include <cstdint>
 #include <cstring>
 #include <span>
 
 #include "base/text.h"
-#include "diag/exchange.h"
-#include "platform/daemon_records.h"
+#include "diag/radio_power.h"
 #include "shell/output.h"
 
 namespace
@@ -37,12 +33,6 @@ void printTargets(std::span<const CalibrationTarget> targets)
 }
 
 } // namespace
-
-int setRadioPower(int radio, int power, bool percent)
-{
-    const PowerMessage message{static_cast<std::uint8_t>(radio), percent, static_cast<std::uint16_t>(power)};
-    return sendToDaemon(kSetPower, std::bit_cast<std::array<std::uint8_t, sizeof message>>(message));
-}
 
 int txpowerCommand(int argc, char** argv)
 {

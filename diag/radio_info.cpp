@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "diag/reply.h"
-#include "diag/words.h"
+#include "diag/value_names.h"
 #include "platform/daemon_records.h"
 #include "shell/output.h"
 

@@ -2,7 +2,7 @@
 
 #include "base/address.h"
 #include "diag/reply.h"
-#include "diag/words.h"
+#include "diag/value_names.h"
 #include "platform/daemon_records.h"
 #include "shell/output.h"
 

@@ -95,7 +95,7 @@ int idOf(const char* const (&names)[Count], const char* name, int unknown)
 }
 
 template <std::size_t Count>
-const char* nameOf(const char* const (&names)[Count], int id)
+const char* nameAt(const char* const (&names)[Count], int id)
 {
     return id >= 0 && static_cast<std::size_t>(id) < Count ? names[id] : nullptr;
 }
@@ -129,7 +129,7 @@ void printSubmodules(const dbg_module* module, const uint64_t* masks, int id)
 }
 
 template <std::size_t Count>
-void printNames(const char* const (&names)[Count])
+void printAll(const char* const (&names)[Count])
 {
     for (const char* name : names)
         std::printf("        %s\n", name);
@@ -227,7 +227,7 @@ int appname2id(const char* name)
 
 const char* appid2name(int id)
 {
-    return nameOf(kSimAppNames, id);
+    return nameAt(kSimAppNames, id);
 }
 
 int submod_name2id(int app, const char* name)
@@ -242,7 +242,7 @@ void print_submod_names(int app)
 
 void print_submod_all_app()
 {
-    printNames(kSimAppNames);
+    printAll(kSimAppNames);
 }
 
 void dbg_all()
@@ -272,7 +272,7 @@ int kmodname2id(const char* name)
 
 const char* kmodid2name(int id)
 {
-    return nameOf(kSimKernelModuleNames, id);
+    return nameAt(kSimKernelModuleNames, id);
 }
 
 int subkmod_name2id(int kmod, const char* name)
@@ -287,7 +287,7 @@ void print_subkmod_names(int kmod)
 
 void print_subkmod_all_kmod()
 {
-    printNames(kSimKernelModuleNames);
+    printAll(kSimKernelModuleNames);
 }
 
 void clear_kdbg_all()

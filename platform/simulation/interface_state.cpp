@@ -10,7 +10,7 @@
 namespace
 {
 
-constexpr std::size_t kNameSize = 96;
+constexpr std::size_t kSettingNameSize = 96;
 
 constexpr const char* kInterfaces[] = {"wlan0", "wlan0-va0", "wlan0-va1", "wlan0-va2", "wlan0-va3",
                                        "wlan1", "wlan1-va0", "wlan1-va1", "wlan1-va2", "wlan1-va3"};
@@ -23,7 +23,7 @@ struct SettingDefault {
 };
 
 /// The first row that fits holds.
-constexpr SettingDefault kDefaults[] = {
+constexpr SettingDefault kInterfaceDefaults[] = {
     {"ssid", "wlan0-va0", "office"},
     {"ssid", "wlan0-va1", "guest"},
     {"ssid", "wlan0-va2", "scanners"},
@@ -60,14 +60,14 @@ constexpr SettingDefault kDefaults[] = {
     {"mib/use40M", "wlan1", "2"},
 };
 
-void nameOf(const char* interface, const char* setting, char (&name)[kNameSize])
+void settingName(const char* interface, const char* setting, char (&name)[kSettingNameSize])
 {
     std::snprintf(name, sizeof name, "interfaces/%s/%s", interface, setting);
 }
 
 const char* defaultOf(const char* interface, const char* setting)
 {
-    for (const SettingDefault& row : kDefaults)
+    for (const SettingDefault& row : kInterfaceDefaults)
         if (std::strcmp(row.setting, setting) == 0 &&
             std::strncmp(row.interface, interface, std::strlen(row.interface)) == 0)
             return row.value;
@@ -89,8 +89,8 @@ bool simIsInterface(const char* name)
 
 void simInterfaceText(const char* interface, const char* setting, char* buffer, std::size_t size)
 {
-    char name[kNameSize];
-    nameOf(interface, setting, name);
+    char name[kSettingNameSize];
+    settingName(interface, setting, name);
     simReadText(name, buffer, size, defaultOf(interface, setting));
 }
 
@@ -103,14 +103,14 @@ int simInterfaceNumber(const char* interface, const char* setting)
 
 bool simSetInterfaceText(const char* interface, const char* setting, const char* text)
 {
-    char name[kNameSize];
-    nameOf(interface, setting, name);
+    char name[kSettingNameSize];
+    settingName(interface, setting, name);
     return simWriteText(name, text);
 }
 
 bool simSetInterfaceNumber(const char* interface, const char* setting, int value)
 {
-    char name[kNameSize];
-    nameOf(interface, setting, name);
+    char name[kSettingNameSize];
+    settingName(interface, setting, name);
     return simWriteNumber(name, value);
 }

@@ -15,6 +15,7 @@
 
 #include "platform/device_file.h"
 #include "platform/flash_layout.h"
+#include "platform/simulation/fault_signals.h"
 #include "platform/simulation/state.h"
 
 namespace
@@ -22,8 +23,6 @@ namespace
 
 constexpr std::size_t kHostnameLimit = 36;
 constexpr char kDefaultSerialNumber[] = "QPK315V4U1600001";
-
-constexpr int kFaults[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
 
 // Long enough for a rate that means something, short enough not to be felt.
 constexpr timespec kLoadSample = {0, 100'000'000};
@@ -58,7 +57,7 @@ void catchFaults(const char* app)
     struct sigaction action = {};
     action.sa_handler = faultHandler;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
-    for (const int signal : kFaults) {
+    for (const int signal : kFaultSignals) {
         struct sigaction present = {};
         // A handler that stands already is a diagnostic tool's, which says more.
         if (sigaction(signal, nullptr, &present) == 0 && present.sa_handler == SIG_DFL)

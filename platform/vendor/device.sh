@@ -2,6 +2,7 @@
 # Sourced from the root of the checkout: the shell built for a vendor's platform, and a file system for it to run on.
 
 vendor_build=build/vendor
+# shellcheck disable=SC2034 # for those who source this
 vendor_program=$PWD/$vendor_build/bin/cli
 
 # build_vendor [LIBRARY...]: without libraries for the stub, the least that defines the platform.

@@ -13,7 +13,7 @@ constexpr uint32_t kLeasedAddress = 0xc0a80139;
 
 constexpr uint16_t kRadioStatisticsInterval = 30;
 
-LanPort lanPort(uint8_t mode)
+LanPort lanPort(uint8_t mode) noexcept
 {
     LanPort port{};
     port.mode = mode;
@@ -22,13 +22,13 @@ LanPort lanPort(uint8_t mode)
 
 /// A port bridged to an SSID. The last octet of the first split-tunnel address is also that of its hardware address.
 LanPort bridgedPort(uint8_t secondNumber, uint8_t flags, uint16_t vlan, std::string_view ssid, uint32_t first,
-                    uint32_t second)
+                    uint32_t second) noexcept
 {
     LanPort port = lanPort(LanPort::kBridgedToSsid);
     port.secondNumber = secondNumber;
     port.flags = flags;
     port.vlanTag = vlan;
-    setText(port.ssid, ssid);
+    fillText(port.ssid, ssid);
     port.addresses.splitTunnel.first = first;
     port.splitTunnelSecond = second;
     return port;
@@ -82,11 +82,11 @@ Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& li
     info.fragmentPrevention = ApInfo::kTcpMss | ApInfo::kTunnelMtu;
     info.uplinkMtu = 1500;
     info.downlinkMtu = 1420;
-    setText(info.name, config.name.empty() ? readHostName() : config.name);
-    setText(info.location, config.location);
-    setText(info.retryReason, link.retryReason);
-    setText(info.state, link.state);
-    setText(info.dtlsCipher, "AES128-SHA");
+    fillText(info.name, config.name.empty() ? readHostName() : config.name);
+    fillText(info.location, config.location);
+    fillText(info.retryReason, link.retryReason);
+    fillText(info.state, link.state);
+    fillText(info.dtlsCipher, "AES128-SHA");
     std::ranges::copy(baseAddress(), info.baseMac);
     std::ranges::transform(kLanPorts, info.lanPorts, withHardwareAddress);
 

@@ -113,7 +113,7 @@ Number setting(const Radio& radio, const char* name)
     return static_cast<Number>(simInterfaceNumber(radio.interface, name));
 }
 
-RadioRecord recordOf(const Radio& radio)
+RadioRecord radioRecord(const Radio& radio)
 {
     RadioRecord record{};
     record.id = radio.id;
@@ -131,7 +131,7 @@ RadioRecord recordOf(const Radio& radio)
     record.ackTimeout = radio.ackTimeout;
     record.channel = setting(radio, "channel");
     simInterfaceText(radio.interface, "country", record.operatingCountry, sizeof record.operatingCountry);
-    setText(record.configuredCountry, configuredCountry());
+    fillText(record.configuredCountry, configuredCountry());
     setChannels(record, radio, record.operatingCountry);
     return record;
 }
@@ -142,6 +142,6 @@ Bytes radioReply()
 {
     Bytes reply;
     for (const Radio& radio : kRadios)
-        append(reply, recordOf(radio));
+        append(reply, radioRecord(radio));
     return reply;
 }

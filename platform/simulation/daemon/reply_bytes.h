@@ -23,7 +23,7 @@ void append(Bytes& reply, const Record& record)
 
 /// Fills a field of zeros. The text is cut so that a zero always ends it inside the field.
 template <std::size_t Size>
-void setText(char (&field)[Size], std::string_view text)
+void fillText(char (&field)[Size], std::string_view text)
 {
     std::memcpy(field, text.data(), std::min(text.size(), Size - 1));
 }

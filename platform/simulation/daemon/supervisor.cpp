@@ -15,6 +15,7 @@
 #include "platform/simulation/channel_socket.h"
 #include "platform/simulation/daemon/worker.h"
 #include "platform/simulation/debug_state.h"
+#include "platform/simulation/fault_signals.h"
 
 namespace
 {
@@ -22,7 +23,6 @@ namespace
 constexpr char kPidFile[] = "/tmp/cwWtpd.pid";
 
 constexpr int kEnders[] = {SIGTERM, SIGINT, SIGHUP};
-constexpr int kFaults[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL};
 
 constexpr timespec kRestartDelay = {0, 250'000'000};
 
@@ -123,7 +123,7 @@ void Supervisor::becomeWorker(pid_t supervisor) const
 {
     close(lock_);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    for (const int fault : kFaults)
+    for (const int fault : kFaultSignals)
         std::signal(fault, SIG_DFL);
     const rlimit noCoreFile{0, 0};
     setrlimit(RLIMIT_CORE, &noCoreFile);
@@ -141,7 +141,7 @@ bool Supervisor::replaceWorker()
     int status = 0;
     if (waitpid(worker_, &status, WNOHANG) != worker_)
         return true;
-    for (const int fault : kFaults)
+    for (const int fault : kFaultSignals)
         if (WIFSIGNALED(status) && WTERMSIG(status) == fault)
             recordCrash(worker_, fault);
     worker_ = -1;

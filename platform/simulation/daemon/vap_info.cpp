@@ -88,7 +88,7 @@ template <std::size_t Size>
 void setServers(char (*fields)[Size], std::span<const char* const> servers)
 {
     for (const char* server : servers)
-        setText(*fields++, server);
+        fillText(*fields++, server);
 }
 
 void setWpaKey(VapRecord& record)
@@ -102,7 +102,7 @@ void setWpaKey(VapRecord& record)
     std::ranges::copy(kTransmitCounter, record.transmitCounter);
 }
 
-void setSecurity(VapRecord& record, Security security)
+void describeSecurity(VapRecord& record, Security security)
 {
     switch (security) {
     case Security::open:
@@ -114,7 +114,7 @@ void setSecurity(VapRecord& record, Security security)
         record.staticKey = 1;
         return;
     case Security::wpaRadius:
-        setText(record.accountingId, "office-" + std::to_string(record.radio));
+        fillText(record.accountingId, "office-" + std::to_string(record.radio));
         setServers(record.authenticationServers, kAuthenticationServers);
         setServers(record.accountingServers, kAccountingServers);
         [[fallthrough]];
@@ -124,7 +124,7 @@ void setSecurity(VapRecord& record, Security security)
     }
 }
 
-VapRecord recordOf(const Vap& vap, const WtpConfig& config, const ControllerLink::Status& link)
+VapRecord vapRecord(const Vap& vap, const WtpConfig& config, const ControllerLink::Status& link)
 {
     const bool isLocal = vap.tunnel == kNoTunnel;
     const bool isAdminUp = isUp(interfaceOf(vap));
@@ -147,17 +147,17 @@ VapRecord recordOf(const Vap& vap, const WtpConfig& config, const ControllerLink
     record.vlan = vap.vlan;
     record.probeSuppression = vap.probeSuppression;
     record.probeThreshold = static_cast<int8_t>(vap.probeSuppression != 0 ? -80 : 0);
-    setText(record.interface, interfaceOf(vap));
+    fillText(record.interface, interfaceOf(vap));
     std::ranges::copy(vapAddress(vap.radio, vap.number), record.bssid);
-    setText(record.name, ssidOf(vap));
-    setText(record.authentication, vap.authentication);
-    setSecurity(record, vap.security);
+    fillText(record.name, ssidOf(vap));
+    fillText(record.authentication, vap.authentication);
+    describeSecurity(record, vap.security);
     if ((vap.flags & VapRecord::kCaptivePortal) != 0)
-        setText(record.portalServer, "192.168.0.20:8443");
+        fillText(record.portalServer, "192.168.0.20:8443");
     return record;
 }
 
-StationRecord recordOf(unsigned index, const Vap& vap, unsigned associationId)
+StationRecord stationRecord(unsigned index, const Vap& vap, unsigned associationId)
 {
     const uint8_t mac[] = {0x02, 0x5a, 0x10, 0x00, static_cast<uint8_t>(index >> 8), static_cast<uint8_t>(index)};
     StationRecord record{};
@@ -169,7 +169,7 @@ StationRecord recordOf(unsigned index, const Vap& vap, unsigned associationId)
     record.vlan = vap.vlan;
     std::ranges::copy(vapAddress(vap.radio, vap.number), record.bssid);
     std::ranges::copy(mac, record.mac);
-    setText(record.ssid, ssidOf(vap));
+    fillText(record.ssid, ssidOf(vap));
     return record;
 }
 
@@ -180,7 +180,7 @@ Bytes vapReply(const WtpConfig& config, const ControllerLink::Status& link)
     Bytes reply;
     append(reply, htonl(static_cast<uint32_t>(vaps().size())));
     for (const Vap& vap : vaps())
-        append(reply, recordOf(vap, config, link));
+        append(reply, vapRecord(vap, config, link));
     return reply;
 }
 
@@ -196,6 +196,6 @@ Bytes stationReply()
     Bytes reply;
     append(reply, htonl(count));
     for (unsigned i = 0; i < count; ++i)
-        append(reply, recordOf(i, serving[i % serving.size()], i / static_cast<unsigned>(serving.size()) + 1));
+        append(reply, stationRecord(i, serving[i % serving.size()], i / static_cast<unsigned>(serving.size()) + 1));
     return reply;
 }

@@ -1,7 +1,7 @@
 // Codes as the displays show them.
 
-#ifndef DIAG_WORDS_H
-#define DIAG_WORDS_H
+#ifndef DIAG_VALUE_NAMES_H
+#define DIAG_VALUE_NAMES_H
 
 #include <cstddef>
 
