@@ -1,6 +1,10 @@
 # shellcheck shell=bash
 # Shared by the scripts here. They speak on standard error: standard output belongs to what they run.
 
+# What a build with its tests takes, and running them.
+# shellcheck disable=SC2034 # for those who source this
+test_packages=(atftpd busybox cmake g++ libgtest-dev libncurses-dev libreadline-dev libvterm-dev ninja-build procps python3)
+
 say() {
     printf '%s: %s\n' "${0##*/}" "$*" >&2
 }
