@@ -11,9 +11,15 @@ extern cli_node configTable[2];
 /// Loads both configuration records: defaults first, then the files.
 int configPrepare(cli_node* node, cli_node* siblings);
 
+/// The words of these four do not matter. `show cw_conf` reads a file that somebody else changed first, and says when
+/// the record is not saved; `show sys_conf` shows the record as it stands. Always 0.
 int showCwConfCommand(int argc, char** argv);
 int showSysConfCommand(int argc, char** argv);
+
+/// `save cw_conf`: the result of cwConfWrite().
 int saveCwConfCommand(int argc, char** argv);
+
+/// `drop cw_conf`: reads the file again. Always 0.
 int dropCwConfCommand(int argc, char** argv);
 
 #endif
