@@ -1,6 +1,7 @@
 #include "bios/bios_command.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 #include <string_view>
@@ -166,17 +167,17 @@ constexpr BiosAction kBiosActions[] = {
     {"get", "FTP get ROM BIOS file", 4, run<biosTftpGet>},
 };
 
-static_assert(std::size(kBiosActions) == std::size(biosTable));
-
-consteval cli_node row(std::size_t index)
+consteval auto rowsOfActions()
 {
-    return command(kBiosActions[index].name, kBiosActions[index].help, biosCommand);
+    std::array<cli_node, std::size(kBiosActions)> rows{};
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i] = command(kBiosActions[i].name, kBiosActions[i].help, biosCommand);
+    return rows;
 }
 
 } // namespace
 
-constinit cli_node biosTable[11] = {row(0), row(1), row(2), row(3), row(4), row(5),
-                                    row(6), row(7), row(8), row(9), row(10)};
+constinit std::array<cli_node, 11> biosTable = rowsOfActions();
 
 int biosCommand(int argc, char** argv)
 {

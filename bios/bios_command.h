@@ -3,10 +3,12 @@
 #ifndef BIOS_BIOS_COMMAND_H
 #define BIOS_BIOS_COMMAND_H
 
+#include <array>
+
 #include "shell/node.h"
 
 /// Children of `bios` and of `memdbg`.
-extern cli_node biosTable[11];
+extern std::array<cli_node, 11> biosTable;
 
 /// The handler of every row: what it does is decided by the number of words and the second one. Always 0.
 int biosCommand(int argc, char** argv);

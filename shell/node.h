@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 struct cli_node;
 
@@ -56,12 +57,11 @@ constexpr cli_node command(const char* name, const char* help, CliHandler handle
 }
 
 /// A table row with children, and with a handler of its own where one is given.
-template <std::size_t Count>
-consteval cli_node group(const char* name, const char* help, cli_node (&children)[Count], CliHandler handler = nullptr)
+consteval cli_node group(const char* name, const char* help, std::span<cli_node> children, CliHandler handler = nullptr)
 {
     cli_node row = command(name, help, handler);
-    row.childCount = static_cast<std::int32_t>(Count);
-    row.children = children;
+    row.childCount = static_cast<std::int32_t>(children.size());
+    row.children = children.data();
     return row;
 }
 

@@ -1,5 +1,5 @@
-// The wireless interfaces of the simulated device: the state files "sim/interfaces/<interface>/<setting>", and what
-// holds where one is missing.
+// The wireless interfaces of the simulated device: the state files "sim/interfaces/<interface>/<setting>", which
+// lay_out makes.
 //
 // Settings: up, ssid, broadcast_ssid, channel, beacon_interval, dtim_period, rts_threshold, frag_threshold, coexist,
 // radio_mode, auth_type, local_bridging, country, mib/use40M (channel width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz).
@@ -15,10 +15,10 @@ std::span<const char* const> simInterfaces();
 
 bool simIsInterface(const char* name);
 
-/// The setting as text, terminated within `size` bytes; empty for an unknown setting.
+/// The setting as text, terminated within `size` bytes; empty where there is no such file.
 void simInterfaceText(const char* interface, const char* setting, char* buffer, std::size_t size);
 
-/// The setting as a decimal number.
+/// The setting as a decimal number; 0 where it is none.
 int simInterfaceNumber(const char* interface, const char* setting);
 
 bool simSetInterfaceText(const char* interface, const char* setting, const char* text);
