@@ -11,17 +11,20 @@ using Editing = ShellTest;
 
 } // namespace
 
-TEST_F(Editing, AFactoryResetAsksAndThenKeepsThePrompt)
+/// The host name changes while the reset asks, and again with it.
+TEST_F(Editing, AFactoryResetKeepsThePromptUnlessItIsRefused)
 {
     writeFile("/etc/sys.conf", "hostname=factory\n");
     Session session;
     session.send("factory-reset\r");
     session.waitFor("The operation will do factory reset!");
-    session.endLine("n\r");
-    EXPECT_EQ(calls(), "");
-    session.ask("factory-reset -n");
-    EXPECT_TRUE(calls().ends_with("reboot \n"));
-    session.ask("");
+    writeFile("/cfg/sys.conf", "hostname=late\n");
+    for (const char* keys : {"n\r", "factory-reset -n\r", "\r"}) {
+        EXPECT_EQ(calls(), keys[0] == '\r' ? "reboot \n" : "");
+        session.send(keys);
+        session.waitFor("\n");
+        session.waitForRow("late  # ");
+    }
 }
 
 TEST_F(Editing, CompletesWords)
