@@ -1,4 +1,4 @@
-// docs/commands.md is printed from the command tables; this keeps the two in step.
+// The table of docs/commands.md is printed from the command tables; this keeps the two in step.
 
 #include <cstdlib>
 #include <fstream>
@@ -26,27 +26,18 @@ void describe(const cli_node& parent, const std::string& path, std::string& text
     }
 }
 
-std::string reference()
-{
-    std::string text =
-        "# Commands\n\n"
-        "Every command with its help text, in the order of the command tables. Hidden commands are left out "
-        "of `help` and TAB\nuntil `show-hiden`; they run whenever they are typed. The commands below `debug` "
-        "and `kdebug` are those of the platform's\ndebug library. `list`, alone on a line, is no command of the "
-        "tables: it shows the history.\n\n"
-        "| command | help |\n| --- | --- |\n";
-    describe(cliRoot, "", text);
-    return text;
-}
-
 } // namespace
 
-/// With UPDATE_REFERENCE set in the environment the file is written instead.
+/// With UPDATE_REFERENCE set in the environment the table is written instead.
 TEST(Reference, ListsEveryCommand)
 {
-    if (std::getenv("UPDATE_REFERENCE") != nullptr)
-        std::ofstream(kReference) << reference();
+    const std::string head = "| command | help |\n| --- | --- |\n";
     std::ifstream file(kReference);
     const std::string written{std::istreambuf_iterator<char>(file), {}};
-    EXPECT_EQ(written, reference()) << "docs/commands.md is out of date: run the test with UPDATE_REFERENCE=1";
+    std::string current = written.substr(0, written.find(head) + head.size());
+    describe(cliRoot, "", current);
+    if (std::getenv("UPDATE_REFERENCE") != nullptr)
+        std::ofstream(kReference) << current;
+    else
+        EXPECT_EQ(written, current) << "docs/commands.md is out of date: run the test with UPDATE_REFERENCE=1";
 }
