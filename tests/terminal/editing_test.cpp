@@ -11,36 +11,20 @@ using Editing = ShellTest;
 
 } // namespace
 
-TEST_F(Editing, PromptFollowsTheHostName)
+/// The host name changes while the reset asks, and again with it.
+TEST_F(Editing, AFactoryResetKeepsThePromptUnlessItIsRefused)
 {
-    Session session;
-    const auto expectPrompt = [&session](const std::string& keys, const std::string& name) {
-        session.send(keys);
-        session.waitFor("\n");
-        session.waitForRow(name + "  # ");
-    };
-    // Another process writes the system configuration, at a time of its own.
-    auto configure = [this, changes = 0](const std::string& hostname) mutable {
-        writeFile("/cfg/sys.conf", "hostname=" + hostname + "\n");
-        const auto time = std::filesystem::last_write_time(path("/cfg/sys.conf"));
-        std::filesystem::last_write_time(path("/cfg/sys.conf"), time + std::chrono::seconds(++changes));
-    };
-    configure("hall 2");
-    expectPrompt("\r", "hall 2");
-    ASSERT_TRUE(std::filesystem::remove(path("/cfg/sys.conf")));
-    expectPrompt("\r", "hall 2");
-    for (const std::string name : {"first", "second"})
-        expectPrompt("config system hostname " + name + "\r", name);
-
     writeFile("/etc/sys.conf", "hostname=factory\n");
+    Session session;
     session.send("factory-reset\r");
     session.waitFor("The operation will do factory reset!");
-    configure("refused");
-    expectPrompt("n\r", "refused");
-    expectPrompt("factory-reset -n\r", "refused");
-    EXPECT_TRUE(calls().ends_with("reboot \n"));
-    configure("late");
-    expectPrompt("\r", "refused");
+    writeFile("/cfg/sys.conf", "hostname=late\n");
+    for (const char* keys : {"n\r", "factory-reset -n\r", "\r"}) {
+        EXPECT_EQ(calls(), keys[0] == '\r' ? "reboot \n" : "");
+        session.send(keys);
+        session.waitFor("\n");
+        session.waitForRow("late  # ");
+    }
 }
 
 TEST_F(Editing, CompletesWords)
@@ -76,36 +60,25 @@ TEST_F(Editing, CompletesWords)
 TEST_F(Editing, OffersWhatCanBeTypedNext)
 {
     writeFile("/etc/profile", "alias cable='ifconfig eth0'\n");
-    const struct {
-        const char* typed;
-        const char* offered;
-    } cases[] = {
-        {"c", "cw_diag      cw_debug     calibration  config       cfg          cable\n"},
-        {"config capwap wtp static-ip-", "static-ip-addr     static-ip-netmask  static-ip-gw       static-ip-dns\n"},
-    };
-    for (const auto& example : cases) {
-        Session session;
-        session.send(std::string(example.typed) + "\t\t");
-        session.waitFor("\n");
-        session.waitForRow(std::string(kPrompt) + example.typed);
-        EXPECT_EQ(session.rowsAbove(), example.offered);
-    }
+    Session session;
+    session.send("c\t\t");
+    session.waitFor("\n");
+    session.waitForRow(std::string(kPrompt) + "c");
+    EXPECT_EQ(session.rowsAbove(), "cw_diag      cw_debug     calibration  config       cfg          cable\n");
 }
 
-TEST_F(Editing, KeepsHistory)
+TEST_F(Editing, RemembersLinesAsTheyWereTyped)
 {
     Session session;
-    for (const char* line : {"nosuch", "show  nosuch", "", "ping $x", "ping a", "config system hostname ap"})
+    for (const char* line : {"nosuch", "ping a", "config system hostname ap"})
         session.ask(line);
     std::filesystem::remove_all(path("/cfg"));
-    session.ask("config system hostname ap");
-    session.ask("config system hostname ap | grep x");
-    EXPECT_EQ(session.ask("\x10\x10 edited\x0e\x0elist"), "0: nosuch\n1: show  nosuch\n2: ping $x\n3: ping a\n"
-                                                          "4: config system hostname ap\n5: list\n");
-    EXPECT_EQ(session.ask("list "), "Command \"list\" is not supported.\n");
-    std::filesystem::remove(path("/tmp/calls"));
-    session.ask("\x10\x10\x10\x10 b");
-    EXPECT_EQ(calls(), "ping a b\n");
+    for (const char* failing : {"config system hostname ap", "config system hostname ap | grep x"})
+        session.ask(failing);
+    EXPECT_EQ(session.ask("\x10\x10 edited\x0e\x0elist"),
+              "0: nosuch\n1: ping a\n2: config system hostname ap\n3: list\n");
+    session.ask("\x10\x10\x10 b");
+    EXPECT_TRUE(calls().ends_with("\nping a b\n"));
 }
 
 TEST_F(Editing, AnInterruptDropsTheLine)

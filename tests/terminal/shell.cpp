@@ -1,18 +1,18 @@
 #include "tests/terminal/shell.h"
 
 #include <cstdlib>
+#include <sstream>
 #include <sys/wait.h>
-
-#include "tests/support/words.h"
 
 ShellTest::ShellTest()
 {
     writeFile("/cfg/sys.conf", "hostname=ap\n");
     writeFile("/cfg/cw.conf", "");
-    Words tools("brctl cw_debug cw_diag diag_debug_crashlog flash hostname ifconfig ip iwconfig iwpriv killall lldpctl "
-                "passwd ping pkill ps qln-get-status qln-set-hostname reboot restore route sptest tftp top udhcpc");
-    for (int i = 0; i < tools.argc(); ++i)
-        plantRecorder(tools.argv()[i]);
+    std::istringstream tools("brctl cw_debug cw_diag diag_debug_crashlog flash hostname ifconfig ip iwconfig iwpriv "
+                             "killall lldpctl passwd ping pkill ps qln-get-status qln-set-hostname reboot restore "
+                             "route sptest tftp top udhcpc");
+    for (std::string tool; tools >> tool;)
+        plantRecorder(tool);
 }
 
 Program ShellTest::shell(const std::vector<std::string>& variables)

@@ -1,0 +1,126 @@
+#include "debug/debug_commands.h"
+
+#include <algorithm>
+#include <cstring>
+#include <span>
+#include <string>
+#include <unistd.h>
+#include <utility>
+
+#include "cli/root_table.h"
+#include "debug/debug_mask.h"
+#include "platform/debug_library.h"
+#include "shell/executor.h"
+#include "tests/support/device.h"
+#include "tests/support/words.h"
+
+namespace
+{
+
+/// The library maps its state once, so the tree is prepared once.
+class Debug : public DeviceTest
+{
+protected:
+    Debug()
+    {
+        [[maybe_unused]] static const bool once = [] {
+            for (const char* name : {"debug", "kdebug"}) {
+                cli_node* node = findChild(cliRoot, name);
+                EXPECT_EQ(node->prepare(node, cliRoot.children), 0);
+            }
+            return true;
+        }();
+    }
+};
+
+std::string rowsBelow(const cli_node& node)
+{
+    std::string rows;
+    for (const cli_node& child : std::span(node.children, static_cast<std::size_t>(node.childCount)))
+        rows += std::string(child.name) + ": " + child.help + "\n";
+    return rows;
+}
+
+void expectTree(const char* facility, std::span<const dbg_module> modules, const char* (*nameOf)(int),
+                const std::string& verbs)
+{
+    const cli_node& root = *findChild(cliRoot, facility);
+    std::string names;
+    for (int id = 0; const dbg_module& module : modules) {
+        const cli_node& row = root.children[id];
+        const std::string name = nameOf(id++);
+        names += name + ": " + name + "\n";
+        std::string submodules;
+        for (int i = 0; i < module.count; ++i) {
+            submodules += std::string(module.submodules[i].name) + ": " + module.submodules[i].help + "\n";
+            EXPECT_EQ(rowsBelow(row.children[i]), "on: turn on this debug\noff: turn off this debug\n");
+        }
+        EXPECT_EQ(rowsBelow(row), submodules + "clear: Clear all debug info\nall: Set all debug info\n");
+    }
+    EXPECT_EQ(rowsBelow(root), names + "clear: Clear all debug info\nall: Set all debug info\n" + verbs);
+}
+
+} // namespace
+
+TEST(DebugMask, WidensSwitchesWithTheirSign)
+{
+    const std::pair<int, std::uint64_t> cases[] = {{0, 0x1}, {30, 0x40000000}, {63, 0xffffffff80000000}};
+    for (const auto& [submodule, switches] : cases)
+        EXPECT_EQ(debugSwitch(submodule), switches) << submodule;
+
+    std::uint64_t masks[] = {1, 2};
+    for (const int beyond : {-1, 2, 1000})
+        turnDebugSwitches(masks, beyond, kAllDebugSwitches, true);
+    EXPECT_EQ(masks[0] * 3 + masks[1], 5U);
+}
+
+TEST_F(Debug, TreesFollowTheLibrary)
+{
+    expectTree("debug", app_debug, appid2name,
+               "to-console: debug to console \nto-buffer: debug to buffer\nshow: Show debug messages\n"
+               "log-clear: Clear all debug messages\n");
+    expectTree("kdebug", kmod_debug, kmodid2name, "show: Set all debug info\nlog-clear: clear all logs\n");
+}
+
+/// Words that the tree leads to no handler with.
+TEST_F(Debug, HandlersSayOnOffForASubmodule)
+{
+    for (const auto& [line, said] : {std::pair{"debug cwWtpd join", "on/off\n"}, {"debug cwWtpd join maybe", ""}}) {
+        Words words(line);
+        const CliHandler handler = findChild(cliRoot, "debug")->handler;
+        EXPECT_EQ(outputOf([&] { handler(words.argc(), words.argv()); }), said) << line;
+    }
+}
+
+TEST_F(Debug, DoesNothingWhileNotAttached)
+{
+    std::uint64_t* const masks = std::exchange(udbg_info, nullptr);
+    udbg_header_t* const header = std::exchange(udbg_header, nullptr);
+    for (const char* line : {"debug cwWtpd join on", "debug cwWtpd all", "debug to-buffer", "debug to-console"})
+        EXPECT_EQ(outputOf([line] { executeLine(line); }), "") << line;
+    udbg_info = masks;
+    udbg_header = header;
+    EXPECT_EQ(udbg_info[0], 0U);
+}
+
+TEST_F(Debug, SurvivesADamagedLibrary)
+{
+    const auto childrenOfDamaged = [] {
+        dbg_submodule unterminated{};
+        std::memset(unterminated.name, 'n', sizeof unterminated.name);
+        std::memset(unterminated.help, 'h', sizeof unterminated.help);
+        static dbg_submodule many[300]{};
+        const dbg_module damaged[] = {{1, &unterminated}, {-5, many}, {std::size(many), many}, {7, nullptr}, {0, many}};
+        std::ranges::copy(damaged, app_debug);
+        cli_node& node = *findChild(cliRoot, "debug");
+        std::string counts;
+        for (cli_node& row : std::span(node.children, kDebugAppCount))
+            row.childCount = 0;
+        node.prepare(&node, cliRoot.children);
+        for (const cli_node& row : std::span(node.children, kDebugAppCount))
+            counts += std::to_string(row.childCount) + " ";
+        return counts + rowsBelow(node.children[0]).substr(0, 32 + 2 + 127 + 1);
+    };
+    const std::string cut = std::string(32, 'n') + ": " + std::string(127, 'h') + "\n";
+    EXPECT_EXIT(_exit(childrenOfDamaged() == "3 0 258 0 0 " + cut ? 0 : 1), testing::ExitedWithCode(0), "");
+}
