@@ -57,7 +57,9 @@ class Device:
             self.start_daemon(Path(self.command[-1]).with_name("cwWtpd"))
         else:
             (self.root / "cfg/sys.conf").write_text("hostname=ap\nbaudrate=115200\nadmin-timeout=5\n")
-            (self.root / "cfg/cw.conf").write_bytes((CHECKOUT / "platform/simulation/factory/cw.conf").read_bytes())
+            factory = (CHECKOUT / "platform/simulation/factory/cw.conf").read_bytes()
+            for folder in "cfg etc".split():
+                (self.root / folder / "cw.conf").write_bytes(factory)
 
     def plant(self, tool, script):
         file = self.root / "tools" / tool
@@ -72,7 +74,7 @@ class Device:
 
     def age_files(self):
         """A change of a file is not of the moment, nor of the second of an earlier one."""
-        for file in (self.root / "cfg").iterdir():
+        for file in (self.root / "cfg").glob("*"):
             if file.stat().st_mtime > time.time() - 1800:
                 self.changes += 1
                 os.utime(file, (time.time() - 7200 + self.changes,) * 2)

@@ -1,7 +1,9 @@
-// The least that a vendor's library set must define: constants for answers, and a channel on which nobody answers.
+// The least that a vendor's library set must define: mostly constants for answers, and a channel on which nobody
+// answers.
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "platform/debug_library.h"
 #include "platform/message_channel.h"
@@ -44,13 +46,18 @@ int read_sn(char* buffer, int size, int)
 {
     return std::snprintf(buffer, static_cast<std::size_t>(size), "STUB0001");
 }
-int valid_hostname(const char*)
+int valid_hostname(const char* name)
 {
-    return 0;
+    constexpr std::size_t kLongest = 36;
+    if (std::strlen(name) > kLongest)
+        return -2;
+    const std::size_t legal = std::strspn(name, "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ-_");
+    return legal > 0 && name[legal] == '\0' ? 0 : -1;
 }
 int get_full_version_string(char* buffer, int size, const char* model_prefix, int major, int minor, const char* build)
 {
-    return std::snprintf(buffer, static_cast<std::size_t>(size), "%s-%d.%d-%s", model_prefix, major, minor, build);
+    return std::snprintf(buffer, static_cast<std::size_t>(size), "%s-v%d.%02d-build%s", model_prefix, major, minor,
+                         build);
 }
 int osbios_CheckCRC(int, int, int)
 {

@@ -6,7 +6,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 
@@ -52,30 +51,6 @@ protected:
         const cli_node* node = findNode(words.argc(), words.argv());
         EXPECT_TRUE(node != nullptr && node->handler != nullptr) << line;
         return outputOf([&] { result_ = node->handler(words.argc(), words.argv()); });
-    }
-
-    /// Runs the lines of a transcript, each behind "> " and before what it says. Several are separated by "; " and say
-    /// nothing but what the last one says. All return `result`.
-    void expectTranscript(const std::string& transcript, int result = 0)
-    {
-        std::istringstream lines(transcript);
-        std::string said;
-        std::string expected;
-        for (std::string line; std::getline(lines, line);) {
-            if (!line.starts_with("> ")) {
-                expected += line + "\n";
-                continue;
-            }
-            EXPECT_EQ(said, expected) << "before " << line;
-            said = expected = "";
-            for (std::size_t end = 0; end != std::string::npos; line.erase(0, end)) {
-                line.erase(0, 2);
-                end = line.find("; ");
-                said += type(line.substr(0, end));
-                EXPECT_EQ(result_, result) << line;
-            }
-        }
-        EXPECT_EQ(said, expected);
     }
 
     /// What is said when a shell starts.
