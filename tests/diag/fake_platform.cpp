@@ -1,7 +1,6 @@
 #include "tests/diag/fake_platform.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -9,7 +8,8 @@
 #include "diag/wireless.h"
 #include "platform/message_channel.h"
 #include "platform/system_library.h"
-#include "tests/support/words.h"
+#include "platform/wireless_library.h"
+#include "shell/executor.h"
 
 FakePlatform fakePlatform;
 
@@ -19,20 +19,12 @@ FakePlatformTest::FakePlatformTest()
     wirelessApi = {};
 }
 
-std::string FakePlatformTest::run(CliHandler handler, int argc, char** argv, int expectedResult)
-{
-    int result = expectedResult - 1;
-    std::string output = outputOf([&] { result = handler(argc, argv); });
-    EXPECT_EQ(result, expectedResult);
-    EXPECT_EQ(fakePlatform.freed, fakePlatform.allocated.size());
-    return output;
-}
-
-std::string FakePlatformTest::run(CliHandler handler, const std::string& line, int expectedResult)
+std::string FakePlatformTest::run(const std::string& line, int expectedResult)
 {
     const testing::ScopedTrace trace(__FILE__, __LINE__, line);
-    Words words(line);
-    return run(handler, words.argc(), words.argv(), expectedResult);
+    std::string output = outputOf([&] { EXPECT_EQ(executeLine(line.c_str()), expectedResult); });
+    EXPECT_EQ(fakePlatform.freed, fakePlatform.allocated.size());
+    return output;
 }
 
 void* ipcmsg_alloc(int size)
@@ -72,14 +64,6 @@ int ipcmsg_send_and_recv(int destination, int flags, int type, const void* reque
     return fakePlatform.channelResult;
 }
 
-int biosGetOemSn(char (&text)[17])
-{
-    if (fakePlatform.serialNumber == nullptr)
-        return -1;
-    std::snprintf(text, sizeof text, "%s", fakePlatform.serialNumber);
-    return 0;
-}
-
 int biosGetRegCode(char& letter)
 {
     letter = fakePlatform.region;
@@ -88,51 +72,7 @@ int biosGetRegCode(char& letter)
 
 int sys_intf_status(const char* interface)
 {
-    return fakePlatform.interfacesUp.find(interface + std::string(" ")) != std::string::npos ? -3 : 0;
-}
-
-int get_cpu_usage_rate()
-{
-    return 7;
-}
-
-int get_memory_usage_rate()
-{
-    return 100;
-}
-
-int uptime_main(char* buffer, int size)
-{
-    EXPECT_EQ(size, 256);
-    return std::snprintf(buffer, static_cast<std::size_t>(size), " 10:00:00 up 3 days, load average: 0.00");
-}
-
-int sys_get_gpio_status(int line, int* value)
-{
-    *value = fakePlatform.lines[line];
-    return 0;
-}
-
-int sys_set_gpio_status(int line, int value)
-{
-    fakePlatform.lines[line] = value;
-    return 0;
-}
-
-int sys_get_reset_key_status()
-{
-    return fakePlatform.keyReleased ? 1 : 0;
-}
-
-int sys_set_led_sys_test()
-{
-    return fakePlatform.ledTestStatus;
-}
-
-int init_wlan_api(wlan_api* table)
-{
-    *table = fakePlatform.driver;
-    return 0;
+    return fakePlatform.interfaceUp == interface ? -3 : 0;
 }
 
 int rtl_wlan_get_bgscan(const char* interface, int flags, void* buffer, int size)
@@ -144,12 +84,11 @@ int rtl_wlan_get_bgscan(const char* interface, int flags, void* buffer, int size
 
 int kstr_regdmn_get_country_code(const char* country)
 {
-    fakePlatform.namesAsked.emplace_back(country);
     return std::strcmp(country, "US") == 0 ? 840 : std::strcmp(country, "JAPAN") == 0 ? 392 : 0;
 }
 
 const char* kstr_regdmn_get_default_country(const char* region_code)
 {
     fakePlatform.regionAsked = region_code;
-    return fakePlatform.defaultCountry;
+    return "US";
 }

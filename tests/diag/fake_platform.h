@@ -5,13 +5,10 @@
 #define TESTS_DIAG_FAKE_PLATFORM_H
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/wireless_library.h"
-#include "shell/node.h"
 #include "tests/support/device.h"
 
 using Bytes = std::vector<std::uint8_t>;
@@ -32,16 +29,9 @@ struct FakePlatform {
     std::vector<int> allocated{}; ///< sizes of the channel's buffers
     std::size_t freed = 0;
 
-    const char* serialNumber = nullptr;    ///< null: cannot be read
-    char region = '\0';                    ///< 0: cannot be read
-    std::string regionAsked{};             ///< the last text that the default country was asked for
-    const char* defaultCountry = "US";     ///< null: the region has none
-    std::vector<std::string> namesAsked{}; ///< names that a country code was asked for
-    wlan_api driver{};
-    std::string interfacesUp{}; ///< names with a blank behind each
-    bool keyReleased = true;
-    std::map<int, int> lines{}; ///< general-purpose lines by number
-    int ledTestStatus = 0;
+    char region = '\0';        ///< 0: cannot be read
+    std::string regionAsked{}; ///< the last text that the default country was asked for
+    std::string interfaceUp{};
     std::vector<std::string> scans{}; ///< interface and buffer size of each background scan
     int scanNeeds = 0;                ///< bytes that a scan's result takes
 };
@@ -54,9 +44,8 @@ class FakePlatformTest : public DeviceTest
 protected:
     FakePlatformTest();
 
-    /// What a handler prints; it has to return `expectedResult` and the channel's buffers.
-    static std::string run(CliHandler handler, int argc, char** argv, int expectedResult);
-    static std::string run(CliHandler handler, const std::string& line, int expectedResult = 0);
+    /// What a line prints; its command has to return `expectedResult` and the channel's buffers.
+    static std::string run(const std::string& line, int expectedResult = 0);
 };
 
 #endif
