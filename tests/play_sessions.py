@@ -28,6 +28,7 @@ TOOLS = """brctl cw_debug cw_diag diag_debug_crashlog flash hostname ifconfig ip
 FUNCTIONS = """
 plant() { printf '#!/bin/sh\\n%s\\n' "$2" >"tools/$1" && chmod +x "tools/$1"; }
 calls() { cat tmp/calls 2>/dev/null; rm -f tmp/calls; }
+await() { for _ in $(seq 1000); do eval "$1" >/dev/null 2>&1 && return; sleep 0.01; done; echo "not so: $1"; }
 """
 
 
@@ -41,8 +42,12 @@ class Device:
     def __init__(self, root, program, session, vendor):
         self.root, self.shell, self.pending, self.transcript, self.changes = Path(root), None, b"", b"", 0
         environment = {"TERM": "dumb", "COLUMNS": "500", "LINES": "50", "TZ": "UTC"}
-        self.environment = environment | {"PATH": f"{root}/tools:{os.environ['PATH']}", "CLI_SIM_ROOT": root}
         self.command, self.daemon = shlex.split(program), None
+        daemon = Path(self.command[-1]).resolve().with_name("cwWtpd")
+        self.environment = environment | {"PATH": f"{root}/tools:{os.environ['PATH']}", "CLI_SIM_ROOT": root}
+        self.environment["lay_out"] = str(CHECKOUT / "platform/simulation/lay_out")
+        self.environment["cli"] = shlex.join([*self.command[:-1], str(daemon.with_name("cli"))])
+        self.environment["cwWtpd"] = shlex.join([*self.command[:-1], str(daemon)])
         if vendor:
             kit = CHECKOUT / "platform/vendor/device.sh"
             subprocess.run(["bash", "-c", f'. "$0" && make_device "$1" "$2"', kit, root, program], check=True)
@@ -54,7 +59,7 @@ class Device:
             self.plant(tool, f'echo "{tool} $*" >>"{root if not vendor else ""}/tmp/calls"')
         if session.parent.name == "access_point":
             subprocess.run([CHECKOUT / "platform/simulation/lay_out", root], check=True)
-            self.start_daemon(Path(self.command[-1]).with_name("cwWtpd"))
+            self.start_daemon(daemon)
         else:
             (self.root / "cfg/sys.conf").write_text("hostname=ap\nbaudrate=115200\nadmin-timeout=5\n")
             factory = (CHECKOUT / "platform/simulation/factory/cw.conf").read_bytes()

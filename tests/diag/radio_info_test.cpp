@@ -111,13 +111,10 @@ TEST(RadioInfo, NamesTheTypeByTheFirstRuleThatMatches)
         const char* name;
         const char* parameters; ///< null: none
     } kTypes[] = {
-        {0x0000, "invalid", nullptr}, {0x0002, "11A", nullptr},     {0x0001, "11B", nullptr},
-        {0x0004, "11G", nullptr},     {0x0010, "11AC", "VHT"},      {0x0011, "11B", nullptr},
-        {0x0018, "11AC", "HT"},       {0x0030, "11AC", nullptr},    {0x2008, "11N_2.4G", "HT"},
-        {0x5008, "11N_5G", "HT"},     {0x7008, "11N_2.4G", "HT"},   {0x0008, "11N", "HT"},
-        {0x1008, "11N", "HT"},        {0x4008, "11N", "HT"},        {0xffff, "11A", "HT"},
-        {0xfffd, "11B", "HT"},        {0xfffc, "11G", "HT"},        {0xfff8, "11AC", "HT"},
-        {0x7000, "invalid", nullptr}, {0x8000, "invalid", nullptr},
+        {0x0000, "invalid", nullptr}, {0x0002, "11A", nullptr}, {0x0001, "11B", nullptr},  {0x0004, "11G", nullptr},
+        {0x0010, "11AC", "VHT"},      {0x0018, "11AC", "HT"},   {0x0030, "11AC", nullptr}, {0x2008, "11N_2.4G", "HT"},
+        {0x7008, "11N_2.4G", "HT"},   {0x1008, "11N", "HT"},    {0x4008, "11N", "HT"},     {0xffff, "11A", "HT"},
+        {0xfffd, "11B", "HT"},        {0xfffc, "11G", "HT"},    {0xfff8, "11AC", "HT"},    {0xf000, "invalid", nullptr},
     };
     const std::string line = "\tHT param      : mcs=15 gi=enabled bw=20MHz\n";
     for (const auto& type : kTypes) {
@@ -138,12 +135,8 @@ TEST(RadioInfo, ComputesAcknowledgementTimeouts)
     };
     expectVariants({
         variant(0, " ackt_2G=64 ackt_5G=25"),
-        variant(99, " ackt_2G=64 ackt_5G=25"),
-        variant(100, " ackt_2G=65 ackt_5G=26"),
         variant(151, " ackt_2G=65 ackt_5G=26"),
         variant(152, " ackt_2G=66 ackt_5G=27"),
-        variant(5000, " ackt_2G=97 ackt_5G=58"),
-        variant(15000, " ackt_2G=163 ackt_5G=124"),
         variant(65535, " ackt_2G=497 ackt_5G=458"),
     });
 }
@@ -171,16 +164,16 @@ TEST(RadioInfo, ShowsTheSecondaryChannelAt40MHz)
         EXPECT_EQ(pairs(band), "36+40 40-36 44+48 48-44 52+56 56-52 60+64 64-60 100+104 104-100 108+112 112-108 "
                                "116+120 120-116 124+128 128-124 132+136 136-132 149+153 153-149 157+161 161-157 ");
 
-    const std::string wide = changed(kPlainRadio, "20MHz", "40MHz");
     const auto setWidth = [](unsigned width, unsigned channel) {
         return [=](Record& r) {
             r.u8(262, width).u8(265, channel);
         };
     };
+    const std::string wide = changed(kPlainRadio, "20MHz", "40MHz");
     EXPECT_EQ(radioWith(setWidth(1, 140)),
               radioScreen(1, changed(wide, "Oper channel  : 36", "Oper_channel  : 140?140")));
     EXPECT_EQ(radioWith(setWidth(1, 0)), radioScreen(1, changed(wide, "Oper channel  : 36", "Oper channel  : 0")));
-    expectVariants({{setWidth(2, 36), "20MHz", "80MHz"}, {setWidth(255, 36), "20MHz", "80MHz"}});
+    expectVariants({{setWidth(255, 36), "20MHz", "80MHz"}});
 }
 
 TEST(RadioInfo, ShowsWhatDependsOnAField)
@@ -188,7 +181,6 @@ TEST(RadioInfo, ShowsWhatDependsOnAField)
     expectVariants({
         {[](Record& r) { r.u8(2, 0).u8(0, 0); }, "Radio 1 ", "Radio 0 "},
         {[](Record& r) { r.u8(261, 2); }, "gi=enabled", "gi=disabled"},
-        {[](Record& r) { r.text(239, "A\x01Z"); }, "cfg=US", "cfg=A"},
         {[](Record& r) { r.text(239, "azAZ").text(243, "ZZZZ"); }, "cfg=US, oper=DE", "cfg=azAZ, oper=ZZZZ"},
         {[](Record& r) { r.text(239, "[@`{").text(243, "D\xc4  "); }, "cfg=US, oper=DE", "cfg=, oper=D"},
         // The first range without a first channel is the last.
@@ -212,17 +204,13 @@ TEST(RadioInfo, WrapsListsBetweenItems)
 {
     // From column 24 an item of 5 ends at 94 fourteen times and at 99 fifteen times; a wrapped line begins at 25.
     const std::string twoLines = channelItems(101, 15) + kWrap + channelItems(116, 15);
-    for (const auto& [offset, items] : {std::pair{kAcChannels, "list  : 36, 40, "},
-                                        {kAllowedChannels, "list     : 1, 7, 8, "},
-                                        {kHardwareChannels, "list  : 0, 1022, "}})
-        for (const unsigned count : {30U, 31U}) {
-            const auto set = [=, at = offset](Record& r) {
-                r.text(at, std::string(128, '\0'));
-                setChannels(r, at, 101, count);
-            };
-            const std::string heading = std::string(items).substr(0, std::string(items).find(": ") + 2);
-            expectVariants({{set, items, heading + twoLines + (count == 30 ? "" : kWrap + "131, ")}});
-        }
+    for (const unsigned count : {30U, 31U}) {
+        const auto set = [=](Record& r) {
+            r.u16(kAcChannels + 4, 0);
+            setChannels(r, kAcChannels, 101, count);
+        };
+        expectVariants({{set, "list  : 36, 40, ", "list  : " + twoLines + (count == 30 ? "" : kWrap + "131, ")}});
+    }
 
     expectVariants({
         // Items of 4 end at exactly 96 after eighteen. Four of 4 and eleven of 5 end there in a wrapped line, though
