@@ -43,16 +43,17 @@ class Device:
         self.root, self.shell, self.pending, self.transcript, self.changes = Path(root), None, b"", b"", 0
         environment = {"TERM": "dumb", "COLUMNS": "500", "LINES": "50", "TZ": "UTC"}
         self.command, self.daemon = shlex.split(program), None
-        daemon = Path(self.command[-1]).resolve().with_name("cwWtpd")
+        self.command[-1] = str(Path(self.command[-1]).resolve())
+        daemon = Path(self.command[-1]).with_name("cwWtpd")
         self.environment = environment | {"PATH": f"{root}/tools:{os.environ['PATH']}", "CLI_SIM_ROOT": root}
         self.environment["lay_out"] = str(CHECKOUT / "platform/simulation/lay_out")
-        self.environment["cli"] = shlex.join([*self.command[:-1], str(daemon.with_name("cli"))])
         self.environment["cwWtpd"] = shlex.join([*self.command[:-1], str(daemon)])
         if vendor:
             kit = CHECKOUT / "platform/vendor/device.sh"
             subprocess.run(["bash", "-c", f'. "$0" && make_device "$1" "$2"', kit, root, program], check=True)
             words = [f"{name}={value}" for name, value in environment.items()]
             self.command = ["chroot", root, "/usr/bin/env", "-i", "PATH=/tools", "CLI_SIM_ROOT=/cfg", *words, "/cli"]
+        self.environment["cli"] = shlex.join(self.command)
         for folder in "cfg etc dev proc tmp bin tools".split():
             (self.root / folder).mkdir(exist_ok=True)
         for tool in TOOLS:

@@ -1,13 +1,10 @@
-// The record against images made without the code under test; writers and readers side by side, and killed writers.
+// The record against images made without the code under test.
 
 #include "bios/platform_info.h"
 
-#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "bios/flash_device.h"
 #include "tests/support/device.h"
@@ -269,46 +266,6 @@ TEST_F(FlashTest, DumpsAndErasesEveryByte)
     fs::remove(path("/dev/mtd0"));
     EXPECT_EQ(outputOf(biosErase), "");
     EXPECT_TRUE(partition() == image_) << "a block device does not erase";
-}
-
-TEST_F(FlashTest, TheChecksumFitsWheneverItIsRead)
-{
-    for (const auto set : {biosSetOemSn, biosSetQlnSn}) {
-        if (fork() != 0)
-            continue;
-        for (int i = 0; i < 200; ++i)
-            set(std::to_string(i).c_str());
-        _exit(0);
-    }
-    EXPECT_EQ(outputOf([] {
-                  char text[17];
-                  for (int i = 0; i < 200; ++i)
-                      biosGetOemSn(text);
-              }),
-              "");
-    while (wait(nullptr) > 0)
-        continue;
-    EXPECT_TRUE(sealed(partition()) == partition());
-}
-
-TEST_F(FlashTest, AKilledWriterLeavesAWholeSlot)
-{
-    const std::string texts[2] = {"AAAAAAAAAAAAAAAA", "BBBBBBBBBBBBBBBB"};
-    ASSERT_EQ(biosSetOemSn(texts[0].c_str()), 0);
-    int written = 0;
-    for (unsigned round = 0; round < 40; ++round) {
-        const pid_t writer = fork();
-        for (int i = 1; writer == 0; ++i)
-            biosSetOemSn(texts[i % 2].c_str());
-        usleep(300 + 240 * round);
-        kill(writer, SIGKILL);
-        ASSERT_EQ(waitpid(writer, nullptr, 0), writer);
-
-        const std::string slot = partition().substr(kOemSnOffset, texts[0].size());
-        ASSERT_TRUE(slot == texts[0] || slot == texts[1]) << slot;
-        written += slot == texts[1] ? 1 : 0;
-    }
-    EXPECT_GT(written, 0) << "no round got as far as a write";
 }
 
 } // namespace

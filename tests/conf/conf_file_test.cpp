@@ -2,15 +2,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <functional>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -219,35 +216,6 @@ TEST_F(ConfFileTest, AReplacementIsNewer)
     EXPECT_EQ(confFileTime(kFile, &now), ConfFileStatus::Known);
     EXPECT_LT(std::pair(before.seconds, before.nanoseconds), std::pair(now.seconds, now.nanoseconds));
     EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::Missing);
-}
-
-// Two savers write at the same time, each of them killed at any instant.
-TEST_F(ConfFileTest, AKilledSaverLeavesAWholeFile)
-{
-    const std::string texts[2] = {std::string(4000, 'a') + "\n", std::string(7000, 'b') + "\n"};
-    const auto startSaver = [&] {
-        const pid_t pid = fork();
-        for (int i = 0; pid == 0; ++i)
-            if (replace(texts[i % 2]) != "ok")
-                _exit(1);
-        return pid;
-    };
-    ASSERT_EQ(replace(texts[0]), "ok");
-    for (int round = 0; round < 100; ++round) {
-        const pid_t savers[2] = {startSaver(), startSaver()};
-        std::this_thread::sleep_for(std::chrono::microseconds(500 + 67 * round));
-        for (const pid_t saver : savers) {
-            kill(saver, SIGKILL);
-            int status = 0;
-            ASSERT_EQ(waitpid(saver, &status, 0), saver);
-            EXPECT_TRUE(WIFSIGNALED(status)) << "a saver failed";
-            const std::string text = readFile(kFile);
-            ASSERT_TRUE(text == texts[0] || text == texts[1]) << text.size() << " bytes in round " << round;
-        }
-        ASSERT_LE(filesIn("/cfg").size(), 2U);
-    }
-    EXPECT_EQ(replace("last"), "ok");
-    EXPECT_EQ(filesIn("/cfg").size(), 1U) << "the temporary of a killed saver stays";
 }
 
 } // namespace

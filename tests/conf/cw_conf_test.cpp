@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <ctime>
 #include <fstream>
 #include <sstream>
@@ -7,42 +6,10 @@
 #include <vector>
 
 #include "conf/cw_conf.h"
-#include "conf/cw_lists.h"
-#include "conf/cw_show.h"
 #include "tests/conf/conf_test.h"
 
 namespace
 {
-
-/// The rows of the single-item display with the defaults.
-constexpr char kRows[] =
-    "data-channel-sec=clear,dtls,ipsec dhcp-code=138 plain-ctl=0 ac-ctl-port=5246 wtp-ctl-port=5246 "
-    "static-ip-addr=192.168.1.2 static-ip-netmask=255.255.255.0 static-ip-gw=192.168.1.1 multicast-addr=224.0.1.140 "
-    "static-ip-dns=9.9.9.9 addr-mode=dhcp ap-mgmt-vlanid=0 ac-ip-discover=3 change-state-pending-timer=25 "
-    "data-channel-keepalive=30 data-channel-dead-interval=90 data-check-timer=30 discovery-interval=3 "
-    "dtls-session-delete=5 echo-interval=30 image-data-start-timer=30 max-discovery-interval=5 "
-    "max-failed-dtls-sess-retry=3 retransmit-interval=3 silent-interval=30 statistics-timer=120 wait-dtls=31 "
-    "wait-join=21 discovery-count=0 discovery-type=0 failed-dtls-auth-fail-count=0 failed-dtls-session-count=0 "
-    "idle-timeout=300 max-discoveries=3 max-retransmit=3 report-interval=30 StaCapRptInterval=30 "
-    "StaStatsRptInterval=1 VapStatsRptInterval=15 WidsRptInterval=30 wtp-fallback=1 ac-ip-addr ac-hostname "
-    "admin-reboot-count=0 frame-encap-type=2 last-reboot-reason=255 MacType=0 preferred-ac=0 reboot-count=0 "
-    "static-acl-table=0 allow-dflt-https=0 allow-dflt-ssh=0 dflt_login_passwd= numStaMax=512 numWtpMax=16 security=2 "
-    "radio_mac=0 dtlsPolicy=135 vendorId_hw=12356 hwVer=QWX40R vendorId_sw=12356 swVer=4.00 ssid=";
-
-std::string rowOf(const std::string& key, const std::string& value)
-{
-    if (key == "ac-ip-addr" || key == "ac-hostname") {
-        const std::string blanks(30, ' ');
-        const std::string what =
-            key == "ac-ip-addr" ? "AC static IP address (A.B.C.D)" : "AC hostname (1 - 255 string)";
-        return "config capwap wtp " + key + " :\n        add" + blanks + "Add " + what + ".\n        del" + blanks +
-               "Delete " + what + ".\n\n";
-    }
-    const std::size_t width = key == "allow-dflt-ssh"                             ? 26
-                              : key == "ac-ctl-port" || key == "allow-dflt-https" ? 28
-                                                                                  : 29;
-    return "    " + key + std::string(width - key.size(), ' ') + ": " + value + "\n";
-}
 
 constexpr char kReloading[] = "CAPWAP parameter changed, capwap daemon is reloading\n";
 constexpr char kChanged[] = "Configuration has been changed, please save or drop it.\n";
@@ -68,21 +35,6 @@ protected:
 
     bool showsChange() { return type("show cw_conf").ends_with(kChanged); }
 };
-
-TEST_F(CwConfTest, ShowsEveryItemAlone)
-{
-    prepare();
-    std::string rows;
-    std::istringstream words(kRows);
-    for (std::string word; words >> word;) {
-        const std::size_t end = std::min(word.find('='), word.size());
-        const std::string key = word.substr(0, end);
-        const std::string row = rowOf(key, word.substr(std::min(end + 1, word.size())));
-        EXPECT_EQ(outputOf([&] { cwConfShowItem(key.c_str(), cwConfig); }), row);
-        rows += row;
-    }
-    EXPECT_EQ(outputOf([] { cwConfShowItem(nullptr, cwConfig); }), rows + "\n####  " + kChanged);
-}
 
 TEST_F(CwConfTest, CheckedNumbers)
 {

@@ -41,25 +41,6 @@ std::string rowsBelow(const cli_node& node)
     return rows;
 }
 
-void expectTree(const char* facility, std::span<const dbg_module> modules, const char* (*nameOf)(int),
-                const std::string& verbs)
-{
-    const cli_node& root = *findChild(cliRoot, facility);
-    std::string names;
-    for (int id = 0; const dbg_module& module : modules) {
-        const cli_node& row = root.children[id];
-        const std::string name = nameOf(id++);
-        names += name + ": " + name + "\n";
-        std::string submodules;
-        for (int i = 0; i < module.count; ++i) {
-            submodules += std::string(module.submodules[i].name) + ": " + module.submodules[i].help + "\n";
-            EXPECT_EQ(rowsBelow(row.children[i]), "on: turn on this debug\noff: turn off this debug\n");
-        }
-        EXPECT_EQ(rowsBelow(row), submodules + "clear: Clear all debug info\nall: Set all debug info\n");
-    }
-    EXPECT_EQ(rowsBelow(root), names + "clear: Clear all debug info\nall: Set all debug info\n" + verbs);
-}
-
 } // namespace
 
 TEST(DebugMask, WidensSwitchesWithTheirSign)
@@ -72,14 +53,6 @@ TEST(DebugMask, WidensSwitchesWithTheirSign)
     for (const int beyond : {-1, 2, 1000})
         turnDebugSwitches(masks, beyond, kAllDebugSwitches, true);
     EXPECT_EQ(masks[0] * 3 + masks[1], 5U);
-}
-
-TEST_F(Debug, TreesFollowTheLibrary)
-{
-    expectTree("debug", app_debug, appid2name,
-               "to-console: debug to console \nto-buffer: debug to buffer\nshow: Show debug messages\n"
-               "log-clear: Clear all debug messages\n");
-    expectTree("kdebug", kmod_debug, kmodid2name, "show: Set all debug info\nlog-clear: clear all logs\n");
 }
 
 /// Words that the tree leads to no handler with.

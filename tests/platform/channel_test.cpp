@@ -145,6 +145,7 @@ TEST_F(ChannelTest, TimeOutHoldsWhateverSignalsArrive)
 
 TEST_F(ChannelTest, AnInterruptEndsTheWaitUnlessItIsIgnored)
 {
+    signalsSeen = 0;
     for (const bool isIgnored : {false, true}) {
         std::signal(SIGINT, isIgnored ? SIG_IGN : countSignal);
         const Peer peer([](int connection, const std::string&) {
