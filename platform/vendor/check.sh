@@ -26,5 +26,5 @@ if [ $# -gt 0 ] || ! in_namespace true 2>/dev/null; then
     exit 0
 fi
 mapfile -t sessions < <(find tests/sessions -maxdepth 1 -type f | sort)
-in_namespace python3 tests/play_sessions.py --vendor "$vendor_program" "${sessions[@]}" >&2
+in_namespace scripts/play --vendor "$vendor_program" "${sessions[@]}" >&2
 echo "check.sh: the shell builds for a vendor's platform and runs on its paths" >&2

@@ -73,14 +73,6 @@ protected:
         setrlimit(RLIMIT_FSIZE, &before);
         return outcome;
     }
-
-    [[nodiscard]] std::vector<std::string> filesIn(const char* folder) const
-    {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(path(folder)))
-            names.push_back(entry.path().filename());
-        return names;
-    }
 };
 
 TEST_F(ConfFileTest, LinesArePiecesOf255Characters)
@@ -114,75 +106,6 @@ TEST_F(ConfFileTest, AFileEndsWhereReadingFails)
     EXPECT_TRUE(items.isOpen() && items.failed());
     readableBytes = 5000;
     EXPECT_EQ(linesOf(text).back(), "b=2") << "interrupted reads go on";
-}
-
-TEST_F(ConfFileTest, OnlyARegularFileOpens)
-{
-    const std::string place = path(kFile);
-    const std::function<void()> plants[] = {
-        [&] { fs::create_directory(place); },
-        [&] { mkfifo(place.c_str(), 0600); },
-        [&] { fs::create_symlink("/dev/zero", place); },
-        [&] { fs::create_symlink("x.conf", place); },
-    };
-    EXPECT_FALSE(ConfLines(kFile).isOpen());
-    for (const auto& plant : plants) {
-        plant();
-        const auto type = fs::symlink_status(place).type();
-        EXPECT_FALSE(ConfLines(kFile).isOpen());
-        EXPECT_EQ(replace("new"), "silent");
-        EXPECT_EQ(fs::symlink_status(place).type(), type);
-        fs::remove(place);
-    }
-}
-
-TEST_F(ConfFileTest, AReplacedFileKeepsItsModeAndItsLink)
-{
-    writeFile("/etc/target", "a longer old text");
-    ASSERT_EQ(chmod(path("/etc/target").c_str(), 0640), 0);
-    fs::create_symlink("../etc/target", path(kFile));
-    EXPECT_EQ(replace("new"), "ok");
-    EXPECT_TRUE(fs::is_symlink(path(kFile)));
-    EXPECT_EQ(readFile("/etc/target"), "new");
-    EXPECT_EQ(fs::status(path("/etc/target")).permissions(), fs::perms(0640));
-
-    fs::remove(path("/etc/target"));
-    EXPECT_EQ(replace("newer"), "ok") << "a link to no file yet";
-    EXPECT_EQ(readFile("/etc/target"), "newer");
-    EXPECT_EQ(filesIn("/etc").size() + filesIn("/cfg").size(), 2U);
-}
-
-TEST_F(ConfFileTest, NothingIsWrittenThroughTheTemporaryName)
-{
-    const fs::path temporary = path(kFile) + ".new";
-    writeFile("/etc/precious", "precious");
-    writeFile(kFile, "old");
-    fs::create_hard_link(path(kFile), path("/etc/other name"));
-    for (const char* target : {"/etc/precious", "/etc/other name"}) {
-        fs::create_symlink(path(target), temporary);
-        EXPECT_EQ(replace("new"), "ok");
-        fs::create_hard_link(path(target), temporary);
-        EXPECT_EQ(replace("newer"), "ok");
-    }
-    EXPECT_EQ(readFile("/etc/precious") + readFile("/etc/other name") + readFile(kFile), "preciousoldnewer");
-    fs::create_directory(temporary);
-    EXPECT_EQ(replace("newest"), kCanNotWrite);
-    EXPECT_EQ(readFile(kFile), "newer");
-}
-
-TEST_F(ConfFileTest, AFailedReplacementLeavesTheOldFile)
-{
-    writeFile(kFile, "old");
-    EXPECT_EQ(replaceOnAFullDisk(), kCanNotWrite);
-    EXPECT_EQ(replace(std::string(10000, 'x')), kCanNotWrite) << "more than the text holds";
-    const int folder = open(path("/cfg").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    ASSERT_EQ(flock(folder, LOCK_EX), 0);
-    EXPECT_EQ(replace("new"), kCanNotWrite) << "another shell keeps the lock";
-    close(folder);
-    EXPECT_EQ(readFile(kFile), "old");
-    EXPECT_EQ(filesIn("/cfg").size(), 1U);
-    fs::remove_all(path("/cfg"));
-    EXPECT_EQ(replace("new"), "silent");
 }
 
 TEST_F(ConfFileTest, InAClosedFolderAFileIsWrittenInPlace)

@@ -13,9 +13,8 @@
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
 #include "conf/sys_conf.h"
-#include "shell/node.h"
+#include "shell/executor.h"
 #include "tests/support/device.h"
-#include "tests/support/words.h"
 
 /// Reading a configuration file fails behind this many bytes, before which every other read is interrupted. Negative:
 /// it is left alone.
@@ -47,10 +46,7 @@ protected:
     /// Runs a command line; its result is kept.
     std::string type(const std::string& line)
     {
-        Words words(line);
-        const cli_node* node = findNode(words.argc(), words.argv());
-        EXPECT_TRUE(node != nullptr && node->handler != nullptr) << line;
-        return outputOf([&] { result_ = node->handler(words.argc(), words.argv()); });
+        return outputOf([&] { result_ = executeLine(line.c_str()); });
     }
 
     /// What is said when a shell starts.
