@@ -115,7 +115,6 @@ TEST(VapList, ShowsEveryFieldInOrder)
             {[](Record& r) { r.u32(44, 0x0194); }, "", ""}, // the captive portal asks for a standalone VAP
             {[](Record& r) { r.u8(42, 1).u8(43, 1); }, modes, "mac=split, tunnel=8023, cap=0000"},
             {[](Record& r) { r.u8(42, 2).u8(43, 2); }, modes, "mac=invalid, tunnel=80211, cap=0000"},
-            {[](Record& r) { r.u8(42, 255).u8(43, 3); }, modes, "mac=invalid, tunnel=invalid, cap=0000"},
             {[](Record& r) { r.u16(46, 0xf7ff); }, "cap=0000", "cap=f7ff"},
             // A text without a terminator ends with its field.
             {[](Record& r) { r.text(9, std::string(16, 'i')); }, "wlan1-va0", std::string(16, 'i')},
@@ -179,7 +178,6 @@ TEST(StationList, ShowsEveryFieldInOrder)
                        {[](Record& r) { r.u8(1, 2); }, "wl----sta", "wl--m-sta"},
                        {[](Record& r) { r.u8(1, 3); }, "wl----sta", "wl-m-host"},
                        {[](Record& r) { r.u8(1, 0); }, "wl----sta", "invalid  "},
-                       {[](Record& r) { r.u8(1, 4); }, "wl----sta", "invalid  "},
                        {[](Record& r) { r.u16(16, 0); }, ": c00a\n", ": 0\n"},
                        {[](Record& r) { r.u16(38, 65535); }, ": 100\n", ": 65535\n"},
                        {[](Record& r) { r.u8(14, 255).u8(18, 0); }, "wlan1-va3", "wlan255-va0"},
