@@ -1,16 +1,7 @@
 // What is asked of the daemon and of the driver, and what becomes of their answers.
 
-#include <cstdlib>
-#include <cstring>
 #include <utility>
 
-#include "diag/chipset_status.h"
-#include "diag/country.h"
-#include "diag/get_tree.h"
-#include "diag/hardware_commands.h"
-#include "diag/radio_commands.h"
-#include "diag/wireless.h"
-#include "shell/executor.h"
 #include "tests/diag/fake_platform.h"
 #include "tests/diag/record.h"
 
@@ -85,35 +76,15 @@ TEST_F(RequestTest, KeepsToTheReplyWhateverLengthIsReported)
     EXPECT_TRUE(run("get wtp stations").ends_with("\nTotal: 65407\n"));
 }
 
-TEST_F(RequestTest, DriverOperationsMayFailOrBeMissing)
+TEST_F(RequestTest, DriverOperationsMayBeMissing)
 {
     fakePlatform.interfaceUp = "wlan1";
-    const std::string missing = run("get vap chipset-status");
     const std::string settings = "\tSSID        : NULL\n\tBroadSSID   : Disable\n\tTunnelMode  : TUNNEL\n"
                                  "\tAuthType    : Unknown\n\tRadioMode   : Unknown\n\tBeaconIntv  : -1\n"
                                  "\tFragThres   : -1\n\tRtsThres    : -1\n\tDTIM Period : -1\n"
                                  "\tCoexist     : Disable\n\tChannel     : -1\n\tCountryCode : Unknown\n";
-    EXPECT_NE(missing.find("wlan1 enable\n" + settings + "wlan1-va0 disable\n"), std::string::npos);
-
-    static int authType;
-    wirelessApi.get_auth_type = [](const char*) {
-        return authType;
-    };
-    wirelessApi.get_radio_mode = [](const char*, char* buffer) {
-        std::strcpy(buffer, "never shown");
-        return -1;
-    };
-    // A text that fills the buffer, without a terminator.
-    wirelessApi.get_ssid = [](const char*, char* buffer, int size) {
-        return static_cast<const char*>(std::memset(buffer, 's', static_cast<std::size_t>(size)));
-    };
-    const std::string named = changed(missing, "NULL", std::string(256, 's'));
-    authType = -1;
-    for (const char* name : {"Unknown", "OPEN", "WPA-PSK", "WPA2-PSK", "WPA/WPA2-PSK", "DOT1X", "Unknown"}) {
-        EXPECT_EQ(run("get vap chipset-status"),
-                  changed(named, "AuthType    : Unknown", std::string("AuthType    : ") + name));
-        ++authType;
-    }
+    EXPECT_NE(run("get vap chipset-status").find("wlan1 enable\n" + settings + "wlan1-va0 disable\n"),
+              std::string::npos);
 }
 
 TEST_F(RequestTest, PowerIsSentAsTyped)
@@ -137,33 +108,16 @@ TEST_F(RequestTest, PowerIsSentAsTyped)
     EXPECT_EQ(run("txpower 0 10", -1), "");
 }
 
-TEST_F(RequestTest, CountryReconfiguresBothRadios)
+TEST_F(RequestTest, CountryIsSentWithFullPower)
 {
-    plantRecorder("ifconfig");
-    plantRecorder("iwpriv");
-    wirelessApi.set_country = [](const char* interface, int code) {
-        const std::string call = "echo set_country " + std::string(interface) + " " + std::to_string(code);
-        return std::system((call + " >> \"$CLI_SIM_ROOT/tmp/calls\"").c_str());
-    };
-    const std::string radio = "ifconfig wlan0 down\nset_country wlan0 840\niwpriv wlan0 set_mib vap_enable=0\n"
-                              "iwpriv wlan0 set_mib func_off=0\niwpriv wlan0 set_mib disable_DFS=1\n"
-                              "iwpriv wlan0 set_mib use40M=1\niwpriv wlan0 set_mib band=11\nifconfig wlan0 up\n";
-    std::string other = changed(changed(radio, "use40M=1", "use40M=2"), "band=11", "band=76");
-    for (std::size_t at = 0; (at = other.find("wlan0", at)) != std::string::npos;)
-        other.replace(at, 5, "wlan1");
-    EXPECT_EQ(run("country US"), "");
-    EXPECT_EQ(calls(), radio + other);
-    EXPECT_EQ(fakePlatform.sent, countryMessages(840, "US"));
-
+    for (const char* tool : {"ifconfig", "iwpriv"})
+        plantRecorder(tool);
+    EXPECT_EQ(run("country JAPAN"), "");
+    EXPECT_EQ(fakePlatform.sent, countryMessages(392, "JAP"));
     fakePlatform = {.region = 'E'};
     EXPECT_EQ(run("country"), "");
     EXPECT_EQ(fakePlatform.regionAsked, "E");
     EXPECT_EQ(fakePlatform.sent, countryMessages(840, "US"));
-
-    wirelessApi.set_country = nullptr;
-    fakePlatform = {};
-    EXPECT_EQ(run("country JAPAN"), "");
-    EXPECT_EQ(fakePlatform.sent, countryMessages(392, "JAP"));
     fakePlatform = {.channelResult = -1};
     EXPECT_EQ(run("country US"), std::string(kBusy) + kBusy + kBusy);
     fakePlatform = {.buffersLeft = 2};

@@ -110,25 +110,6 @@ TEST_F(ChannelTest, ReplyReachesTheCallerCutAtTheCapacity)
     }
 }
 
-TEST_F(ChannelTest, EmptyReplyIsAnAnswerAndAClosedConnectionIsNone)
-{
-    struct Row {
-        const char* reply; // none: the connection is closed
-        int type;
-        bool isAnswer;
-    };
-    for (const Row& row : {Row{"", 2, true}, {nullptr, 2, false}, {"of another query", 3, false}}) {
-        const Peer peer([&](int connection, const std::string&) {
-            if (row.reply != nullptr)
-                answer(connection, packet(row.type, row.reply));
-        });
-        EXPECT_EQ(query(5000) == 0, row.isAnswer);
-        EXPECT_EQ(length_, 0);
-        EXPECT_LT(elapsed_, milliseconds(2500));
-        std::filesystem::remove(path(kChannelSocket));
-    }
-}
-
 TEST_F(ChannelTest, TimeOutHoldsWhateverSignalsArrive)
 {
     const Peer peer([](int, const std::string&) { pause(); });

@@ -58,20 +58,6 @@ TEST(Tokenizer, CutsLines)
     }
 }
 
-TEST(Tokenizer, CompletionDoesNotCountTheWordBeingTyped)
-{
-    const struct {
-        const char* text;
-        int argc;
-        const char* partial;
-    } lines[] = {{"get w", 1, "w"}, {"get ", 0, "get"}, {"", 0, nullptr}, {"get |", 2, nullptr}, {"a | b c", 3, "c"}};
-    for (const auto& line : lines) {
-        EXPECT_EQ(parseLine(line.text, ParseMode::complete), ParseResult::end);
-        EXPECT_EQ(tokenStore.argc, line.argc) << line.text;
-        EXPECT_STREQ(partialWord(), line.partial) << line.text;
-    }
-}
-
 TEST(Tokenizer, RefusesForbiddenCharacters)
 {
     for (const char c : std::string("$`><#()\\")) {
