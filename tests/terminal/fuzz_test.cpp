@@ -1,6 +1,5 @@
-// Random lines, to the executor and to a session: nothing breaks, nothing leaks, and the shell still answers.
+// Random lines: nothing breaks, nothing leaks, and the shell still answers.
 
-#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -143,18 +142,4 @@ TEST_F(Fuzz, TheExecutorAndCompletionTakeAnyLine)
     EXPECT_LE(after, before + 4096);
     EXPECT_GT(candidates, 0U);
     EXPECT_EQ(outputOf([] { executeLine("show nosuch"); }), "Command is not supported.\n");
-}
-
-TEST_F(Fuzz, TheSessionTakesAnyText)
-{
-    constexpr char kQuote = '\x16';
-    std::string script;
-    for (int i = 0; i < kLines / 4; ++i) {
-        for (const char c : lines_.words().substr(0, 150))
-            script += std::iscntrl(static_cast<unsigned char>(c)) != 0 ? std::string{kQuote, c} : std::string{c};
-        script += "\n";
-    }
-    const Run run = runScript(script + "quit\n");
-    EXPECT_EQ(run.status, 0);
-    EXPECT_TRUE(run.output.ends_with("# quit\nExit.\n"));
 }

@@ -45,12 +45,3 @@ std::string ShellTest::Session::rowsAbove() const
         rows.insert(0, row(i) + "\n");
     return rows;
 }
-
-ShellTest::Run ShellTest::runScript(const std::string& lines, const std::string& arguments) const
-{
-    writeFile("/script", lines);
-    const std::string command = "TERM=dumb /usr/bin/timeout 60 " CLI_PROGRAM " " + arguments + " < " + path("/script") +
-                                " > " + path("/output") + " 2> " + path("/errors");
-    const int status = std::system(command.c_str());
-    return {readFile("/output"), readFile("/errors"), WIFEXITED(status) ? WEXITSTATUS(status) : -1};
-}

@@ -36,14 +36,6 @@ protected:
         /// The rows between the cursor's and the last one above it that has a prompt.
         [[nodiscard]] std::string rowsAbove() const;
     };
-
-    struct Run {
-        std::string output;
-        std::string errors;
-        int status; ///< exit status
-    };
-    /// Gives the shell the lines as its standard input, from a file.
-    [[nodiscard]] Run runScript(const std::string& lines, const std::string& arguments = "") const;
 };
 
 #endif
