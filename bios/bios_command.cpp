@@ -1,10 +1,8 @@
 #include "bios/bios_command.h"
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 #include <iterator>
-#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -10,7 +10,8 @@
 /// Children of `bios` and of `memdbg`.
 extern std::array<cli_node, 11> biosTable;
 
-/// The handler of every row: what it does is decided by the number of words and the second one. Always 0.
+/// The handler of every row: the second word names what is done, to one or two more words where it takes them; anything
+/// else, and another number of words, draws the usage. Always 0.
 int biosCommand(int argc, char** argv);
 
 #endif

@@ -12,7 +12,6 @@
 
 #include "platform/device_file.h"
 #include "platform/system_library.h"
-#include "shell/output.h"
 #include "shell/signals.h"
 
 namespace

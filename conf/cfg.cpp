@@ -12,7 +12,6 @@
 #include "conf/config_tree.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
-#include "conf/cw_lists.h"
 #include "conf/messages.h"
 #include "conf/sys_conf.h"
 #include "platform/device_file.h"

@@ -8,11 +8,11 @@
 /// Children of `config`: `system` and `capwap`.
 extern cli_node configTable[2];
 
-/// Loads both configuration records: defaults first, then the files.
+/// Loads both configuration records from their files, over the defaults of the CAPWAP one. Always 0.
 int configPrepare(cli_node* node, cli_node* siblings);
 
-/// The words of these four do not matter. `show cw_conf` reads a file that somebody else changed first, and says when
-/// the record is not saved; `show sys_conf` shows the record as it stands. Always 0.
+/// The words of these four do not matter. Both displays first read a file that somebody else changed; `show cw_conf`
+/// says when the record is not saved. Always 0.
 int showCwConfCommand(int argc, char** argv);
 int showSysConfCommand(int argc, char** argv);
 

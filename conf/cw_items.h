@@ -3,7 +3,6 @@
 #ifndef CONF_CW_ITEMS_H
 #define CONF_CW_ITEMS_H
 
-#include <cstdint>
 #include <span>
 #include <string_view>
 

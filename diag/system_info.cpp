@@ -5,7 +5,6 @@
 #include "platform/system_library.h"
 #include "shell/output.h"
 #include "shell/pipe.h"
-#include "shell/tools.h"
 
 int versionCommand(int, char**)
 {

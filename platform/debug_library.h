@@ -82,8 +82,8 @@ int clear_kdebug_log(void);
 /// Debug state of the pseudo-terminal; called with (1, 0). The result is not looked at.
 int set_pts_debug_stats(int state, int reserved);
 
-/// Text of crash record `index`, from 0, terminated within `size` bytes; its line feed is part of it. Negative: no such
-/// record, which ends a listing. A listing begins and ends with read_crash_reset().
+/// Text of crash record `index`, from 0, terminated within `size` bytes; its line feed is part of it unless it is cut.
+/// Negative: no such record, which ends a listing. A listing begins and ends with read_crash_reset().
 int read_crash(int index, char* buffer, int size);
 void read_crash_reset(void);
 

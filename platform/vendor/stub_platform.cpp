@@ -149,7 +149,7 @@ int appname2id(const char*)
 const char* appid2name(int id)
 {
     constexpr const char* kNames[kDebugAppCount] = {"app0", "app1", "app2", "app3", "app4"};
-    return kNames[id];
+    return id >= 0 && id < kDebugAppCount ? kNames[id] : nullptr;
 }
 int submod_name2id(int, const char*)
 {
@@ -174,7 +174,7 @@ int kmodname2id(const char*)
 const char* kmodid2name(int id)
 {
     constexpr const char* kNames[kDebugKernelModuleCount] = {"kmod0", "kmod1", "kmod2", "kmod3"};
-    return kNames[id];
+    return id >= 0 && id < kDebugKernelModuleCount ? kNames[id] : nullptr;
 }
 int subkmod_name2id(int, const char*)
 {
