@@ -106,7 +106,7 @@ void biosTftpGet(const char* server, const char* file)
     // Neither file is written through a link that somebody planted, nor readable by others.
     for (const char* written : {static_cast<const char*>(path), kTftpOutputFile}) {
         if (!makePrivateFile(written)) {
-            cli_printf("    Error: Can not write %s.\n", written);
+            cli_printf(kCanNotWrite, written);
             return;
         }
     }

@@ -231,6 +231,6 @@ int replaceConfFile(const char* devicePath, const ConfText& text)
     const ConfFolderLock lock;
     const Outcome outcome = ConfFolderLock::isOurs() ? replaceDeviceFile(devicePath, text) : Outcome::NotWritten;
     if (outcome == Outcome::NotWritten)
-        cli_printf("    Error: Can not write %s.\n", devicePath);
+        cli_printf(kCanNotWrite, devicePath);
     return outcome == Outcome::Written ? 0 : -1;
 }

@@ -77,11 +77,6 @@ bool removeHostname(const char* name, CwConfig& config)
 
 } // namespace
 
-bool isCwList(const CwItem& item)
-{
-    return item.kind->count != nullptr;
-}
-
 int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config)
 {
     cwConfRefresh(config);

@@ -5,9 +5,6 @@
 
 #include "conf/cw_items.h"
 
-/// Whether the item holds several values.
-bool isCwList(const CwItem& item);
-
 /// `add`, after a refresh of the record: a new address is checked against the limit of the commands and the list; a
 /// surplus name is dropped silently; an item that is no list takes nothing. Marks the record changed and returns 0, or
 /// says why not and returns -1.

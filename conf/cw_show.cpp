@@ -2,7 +2,6 @@
 
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
-#include "conf/cw_lists.h"
 #include "shell/output.h"
 
 namespace

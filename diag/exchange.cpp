@@ -95,6 +95,6 @@ int sendToDaemon(int type, std::span<const std::uint8_t> message)
     if (!exchange.ready())
         return -1;
     if (!exchange.send(type))
-        cli_print("System is busy, please try again.\n");
+        cli_print(kSystemIsBusy);
     return 0;
 }

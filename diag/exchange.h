@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <span>
 
+/// Said where the daemon cannot be asked.
+inline constexpr char kSystemIsBusy[] = "System is busy, please try again.\n";
+
 /// Shows a reply. `reply` holds the bytes that were received, no more.
 using ReplyPrinter = void (*)(std::span<const std::uint8_t> reply);
 

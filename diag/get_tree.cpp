@@ -6,6 +6,7 @@
 #include "diag/chipset_status.h"
 #include "diag/exchange.h"
 #include "diag/radio_info.h"
+#include "diag/reply.h"
 #include "diag/station_list.h"
 #include "diag/system_info.h"
 #include "diag/vap_list.h"
@@ -15,11 +16,14 @@
 namespace
 {
 
-constexpr StatusQuery kVapQuery{kQueryVaps, 22180, "System busy\n", printVapList};
-constexpr StatusQuery kApQuery{kQueryAccessPoint, ApInfo::kReplyLength, "System is busy, please try again.\n",
-                               printApInfo};
+constexpr char kBusy[] = "System busy\n";
+constexpr int kMostVaps = 8;
+constexpr int kVapReplyLength = static_cast<int>(ReplyList::kHeadLength + kMostVaps * sizeof(VapRecord));
+
+constexpr StatusQuery kVapQuery{kQueryVaps, kVapReplyLength, kBusy, printVapList};
+constexpr StatusQuery kApQuery{kQueryAccessPoint, ApInfo::kReplyLength, kSystemIsBusy, printApInfo};
 constexpr StatusQuery kStationQuery{kQueryStations, 65536, nullptr, printStationList};
-constexpr StatusQuery kRadioQuery{kQueryRadios, 65536, "System busy\n", printRadioInfo};
+constexpr StatusQuery kRadioQuery{kQueryRadios, 65536, kBusy, printRadioInfo};
 
 template <const StatusQuery& Query>
 int queryCommand(int, char**)

@@ -19,14 +19,14 @@ constexpr const char* kWidths[] = {"20MHz", "40MHz"};
 constexpr struct {
     std::uint16_t bits;
     const char* name;
-} kTypes[] = {
+} kRadioTypes[] = {
     {0x0002, "11A"},      {0x0001, "11B"},    {0x0004, "11G"}, {0x0010, "11AC"},
     {0x2008, "11N_2.4G"}, {0x5008, "11N_5G"}, {0x0008, "11N"}, {0x0000, "invalid"},
 };
 
 const char* typeName(std::uint16_t bits)
 {
-    return std::ranges::find_if(kTypes, [bits](const auto& row) { return (bits & row.bits) == row.bits; })->name;
+    return std::ranges::find_if(kRadioTypes, [bits](const auto& row) { return (bits & row.bits) == row.bits; })->name;
 }
 
 /// Length of a country's text, which ends at the first byte that is not a letter.

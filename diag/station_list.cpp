@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr const char* kInvalidType = "invalid  ";
-constexpr const char* kTypes[] = {kInvalidType, "wl----sta", "wl--m-sta", "wl-m-host"};
+constexpr const char* kStationTypes[] = {kInvalidType, "wl----sta", "wl--m-sta", "wl-m-host"};
 
 void printStation(const StationRecord& station)
 {
@@ -20,7 +20,7 @@ void printStation(const StationRecord& station)
     cli_printf("    BSSID       : %s\n", macText(station.bssid).text);
     cli_printf("    VAP         : wlan%d-va%d\n", station.radio, station.vap);
     cli_printf("    SSID        : %.33s\n", station.ssid);
-    cli_printf("    Type        : %s\n", nameOf(kTypes, station.type, kInvalidType));
+    cli_printf("    Type        : %s\n", nameOf(kStationTypes, station.type, kInvalidType));
     cli_printf("    VlanID      : %d\n", station.vlan);
 }
 

@@ -6,15 +6,22 @@
 #include "shell/output.h"
 #include "shell/pipe.h"
 
+namespace
+{
+
+constexpr char kBuildDate[] = "220118";
+
+} // namespace
+
 int versionCommand(int, char**)
 {
     char serial[17] = "";
     biosGetOemSn(serial);
     cli_print("=================================================================\n");
     cli_printf("\tSystem Version: %s-%s.%s-%s-build%s-%s-patch%s\n", "Quillon-K91MV", kFirmwareMajor, kFirmwareMinor,
-               "AP", kFirmwareBuild, "220118", "4");
+               "AP", kFirmwareBuild, kBuildDate, "4");
     cli_printf("\tBuild Label   : %s\n", "GA");
-    cli_printf("\tBuild Date    : %s\n", "220118");
+    cli_printf("\tBuild Date    : %s\n", kBuildDate);
     cli_print("\tBuild Type    : Release\n");
     cli_printf("\tSerial Number : %.17s\n", serial);
     cli_print("\tStartup Time  : \n");

@@ -8,6 +8,9 @@
 /// Longest message, its terminator included; a longer one is cut.
 inline constexpr std::size_t kMessageSize = 1024;
 
+/// Said where a file cannot take what it should; the format of its device path.
+inline constexpr char kCanNotWrite[] = "    Error: Can not write %s.\n";
+
 /// Says `text`: on standard output, or into the pipe while the line has one. Behind an interrupt nothing is said any
 /// more until the line ends.
 void cli_print(const char* text);

@@ -165,7 +165,7 @@ void flushPipe()
 
 void sayUnwritten()
 {
-    cli_printf("    Error: Can not write %s.\n", linePipe.path);
+    cli_printf(kCanNotWrite, linePipe.path);
 }
 
 /// Runs the tool with its output in the file, and shows the file through the rest of the line. False: it was not run.

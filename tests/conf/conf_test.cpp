@@ -55,7 +55,7 @@ namespace
 {
 
 constexpr char kFile[] = "/cfg/x.conf";
-constexpr char kCanNotWrite[] = "    Error: Can not write /cfg/x.conf.\n";
+constexpr char kRefused[] = "    Error: Can not write /cfg/x.conf.\n";
 
 constexpr char kReloading[] = "CAPWAP parameter changed, capwap daemon is reloading\n";
 constexpr char kChanged[] = "Configuration has been changed, please save or drop it.\n";
@@ -223,7 +223,7 @@ TEST_F(ConfTest, InAClosedFolderAFileIsWrittenInPlace)
     writeFile(kFile, "an old text");
     ASSERT_EQ(chmod(path("").c_str(), 0755) | chmod(path(kFile).c_str(), 0666) | chmod(path("/cfg").c_str(), 0555), 0);
     ASSERT_EQ(seteuid(someone), 0);
-    EXPECT_EQ(replaceOnAFullDisk(), kCanNotWrite);
+    EXPECT_EQ(replaceOnAFullDisk(), kRefused);
     EXPECT_EQ(readFile(kFile), "an old text");
     EXPECT_EQ(replace("new"), "ok");
     EXPECT_EQ(readFile(kFile), "new");

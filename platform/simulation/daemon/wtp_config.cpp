@@ -73,7 +73,7 @@ bool parseAddress(const std::string& text, uint32_t& address)
     return true;
 }
 
-void take(WtpConfig& config, const std::string& key, const std::string& value)
+void setItem(WtpConfig& config, const std::string& key, const std::string& value)
 {
     for (const NumberKey& row : kNumbers)
         if (key == row.key)
@@ -97,7 +97,8 @@ void take(WtpConfig& config, const std::string& key, const std::string& value)
 WtpConfig readWtpConfig()
 {
     WtpConfig config;
-    eachItem("/cfg/cw.conf", [&config](const std::string& key, const std::string& value) { take(config, key, value); });
+    eachItem("/cfg/cw.conf",
+             [&config](const std::string& key, const std::string& value) { setItem(config, key, value); });
     return config;
 }
 
