@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "bios/platform_info.h"
+#include "diag/wireless.h"
 #include "platform/message_channel.h"
 #include "platform/system_library.h"
 #include "platform/wireless_library.h"
@@ -175,7 +176,7 @@ TEST_F(RequestTest, KeepsToTheReplyWhateverLengthIsReported)
     EXPECT_TRUE(run("get wtp stations").ends_with("\nTotal: 65407\n"));
 }
 
-TEST_F(RequestTest, DriverOperationsMayBeMissing)
+TEST_F(RequestTest, TheDriverMayLackOperationsAndTerminators)
 {
     fakePlatform.interfaceUp = "wlan1";
     const std::string settings = "\tSSID        : NULL\n\tBroadSSID   : Disable\n\tTunnelMode  : TUNNEL\n"
@@ -184,6 +185,12 @@ TEST_F(RequestTest, DriverOperationsMayBeMissing)
                                  "\tCoexist     : Disable\n\tChannel     : -1\n\tCountryCode : Unknown\n";
     EXPECT_NE(run("get vap chipset-status").find("wlan1 enable\n" + settings + "wlan1-va0 disable\n"),
               std::string::npos);
+
+    // A text that fills the driver's buffer has no terminator.
+    wirelessApi.get_ssid = [](const char*, char* buffer, int size) {
+        return static_cast<const char*>(std::memset(buffer, 's', static_cast<std::size_t>(size)));
+    };
+    EXPECT_NE(run("get vap chipset-status").find(": " + std::string(256, 's') + "\n\tBroadSSID"), std::string::npos);
 }
 
 TEST_F(RequestTest, PowerIsSentAsTyped)
