@@ -160,9 +160,9 @@ TEST(VapList, ShowsAStandaloneVapAsFat)
 {
     const std::string standalone = changed(kPlainVap, "standalone=disabled", "standalone=enabled");
     const std::string fat = changed(standalone, "mac=local", "mac=fat");
-    const std::string portal = "           cpauth enabled with WebAuthSvr=portal.example.net\n";
+    const std::string portal = "           cpauth enabled with WebAuthSvr=" + std::string(64, 'p') + "\n";
     EXPECT_EQ(showVap(plainVap().u32(44, 0x20).u8(42, 1).u8(43, 7)), vapScreen(1, fat));
-    EXPECT_EQ(showVap(plainVap().u32(44, 0x120)), vapScreen(1, fat + portal));
+    EXPECT_EQ(showVap(plainVap().u32(44, 0x120).text(721, std::string(65, 'p'))), vapScreen(1, fat + portal));
 }
 
 TEST(StationList, ShowsEveryFieldInOrder)

@@ -218,6 +218,7 @@ TEST_F(RequestTest, CountryIsSentWithFullPower)
 {
     for (const char* tool : {"ifconfig", "iwpriv"})
         plantRecorder(tool);
+    EXPECT_TRUE(run("country XX").starts_with("Can NOT find any country named XX.\n"));
     EXPECT_EQ(run("country JAPAN"), "");
     EXPECT_EQ(fakePlatform.sent, (Texts{"1 0 7: 0 1 100 0", "1 0 7: 1 1 100 0", "1 0 6: 0 0 136 1 74 65 80 0"}));
     fakePlatform = {.region = 'E'};
