@@ -4,6 +4,7 @@
 #define TESTS_DIAG_RECORD_H
 
 #include <algorithm>
+#include <arpa/inet.h>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -62,9 +63,7 @@ private:
 /// A counted list of these records.
 inline std::vector<std::uint8_t> listOf(std::uint32_t count, const std::vector<Record>& records)
 {
-    std::vector<std::uint8_t> reply;
-    for (int shift = 24; shift >= 0; shift -= 8)
-        reply.push_back(static_cast<std::uint8_t>(count >> shift));
+    std::vector<std::uint8_t> reply = Record(4).u32(0, htonl(count)).bytes();
     for (const Record& record : records)
         reply.insert(reply.end(), record.bytes().begin(), record.bytes().end());
     return reply;
