@@ -1,23 +1,14 @@
 #include "diag/firewall_rule.h"
 
-#include <array>
+#include <arpa/inet.h>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
 namespace
 {
-
-using Groups = std::array<unsigned, 8>;
-
-void setAddress(std::uint8_t (&address)[16], const Groups& groups)
-{
-    for (std::size_t i = 0; i < groups.size(); ++i) {
-        address[2 * i] = static_cast<std::uint8_t>(groups[i] >> 8);
-        address[2 * i + 1] = static_cast<std::uint8_t>(groups[i]);
-    }
-}
 
 template <typename Rule>
 std::string lineOf(char* (*format)(const Rule*, int, char*, std::size_t), const Rule* rule, int kind = 0)
@@ -33,10 +24,7 @@ std::string lineOf(char* (*format)(const Rule*, int, char*, std::size_t), const 
 
 TEST(FirewallRule, FormatsRulesForIpv4)
 {
-    const struct {
-        FirewallRule4 rule;
-        const char* line;
-    } kCases[] = {
+    const std::pair<FirewallRule4, const char*> kCases[] = {
         {{7, kRuleAllow, 6, 0x0a000001, 0xff00ff01, 0xc0a80100, 0xffffff00, 443, 0, 12},
          "      7         12 allow  6    192.168.1.0/24:any ==> 10.0.0.1/17:443"},
         {{65535, kRuleMarked | kRuleSourceLocal | kRuleDestinationLocal, 254, 0xffffffff, 0xffffffff, 0, 0, 65535,
@@ -48,34 +36,25 @@ TEST(FirewallRule, FormatsRulesForIpv4)
         {{1, kRuleDestinationAny | kRuleDestinationLocal, 0, 1, 1, 1, 1, 0, 0, 0},
          "      1          0 deny   0    0.0.0.1/1:any ==> any:any"},
     };
-    for (const auto& test : kCases)
-        EXPECT_EQ(lineOf(firewallFormatRule4, &test.rule), test.line);
+    for (const auto& [rule, line] : kCases)
+        EXPECT_EQ(lineOf(firewallFormatRule4, &rule), line);
 }
 
 TEST(FirewallRule, FormatsRulesForIpv6)
 {
     FirewallRule6 rule{10, kRuleAllow | kRuleMarked | kRuleSourceLocal, 58, {}, {}, 0, 1024, 128, 64, {}, 123456};
-    setAddress(rule.source, {0xfe80, 0, 0, 0, 0x211, 0x22ff, 0xfe33, 0x4455});
-    setAddress(rule.destination, {0x2001, 0xdb8, 0, 0, 1, 0, 0, 1});
+    inet_pton(AF_INET6, "fe80::211:22ff:fe33:4455", rule.source);
+    inet_pton(AF_INET6, "2001:db8::1:0:0:1", rule.destination);
     EXPECT_EQ(lineOf(firewallFormatRule6, &rule),
               " D   10     123456 allow  58   (L)fe80::211:22ff:fe33:4455/64.1024 ==> 2001:db8:0:0:1::1/128.any");
 
+    rule = {1, kRuleSourceAny | kRuleDestinationLocal, kRuleAnyProtocol, {}, {}, 65535, 1024, 255, 64, {}, -1};
     // The last of the longest runs of zeros is left out.
-    const std::pair<Groups, std::string> addresses[] = {
-        {{0, 0, 0, 0, 0, 0, 0, 0}, "::"},
-        {{1, 0, 0, 0, 0, 0, 0, 0}, "1::"},
-        {{0, 0, 0, 0, 0, 0xffff, 0x102, 0x304}, "::ffff:102:304"},
-        {{0x1000, 0x200, 0x30, 0x4, 0, 0xab, 0xcd, 0xef}, "1000:200:30:4:0:ab:cd:ef"},
-        {{0, 0, 1, 0, 0, 1, 0, 0}, "0:0:1:0:0:1::"},
-        {{0, 0, 0, 1, 0, 0, 1, 1}, "::1:0:0:1:1"},
-        {{0, 0, 1, 0, 0, 0, 1, 0}, "0:0:1::1:0"},
-        {{0xffff, 0xffff, 0xffff, 0xffff, 0xffff, 0xffff, 0xffff, 0xffff}, "ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff"},
-    };
-    for (const auto& [groups, text] : addresses) {
-        rule = {1, kRuleSourceAny | kRuleDestinationLocal, kRuleAnyProtocol, {}, {}, 65535, 1024, 255, 64, {}, -1};
-        setAddress(rule.destination, groups);
+    for (const std::string address : {"::", "1::", "::ffff:102:304", "1000:200:30:4:0:ab:cd:ef", "0:0:1:0:0:1::",
+                                      "::1:0:0:1:1", "0:0:1::1:0", "ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff"}) {
+        ASSERT_EQ(inet_pton(AF_INET6, address.c_str(), rule.destination), 1) << address;
         EXPECT_EQ(lineOf(firewallFormatRule6, &rule),
-                  "      1         -1 deny   any  any.1024 ==> (L)" + text + "/255.65535");
+                  "      1         -1 deny   any  any.1024 ==> (L)" + address + "/255.65535");
     }
 }
 

@@ -4,6 +4,7 @@
 #define TESTS_DIAG_RECORD_H
 
 #include <algorithm>
+#include <arpa/inet.h>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -38,10 +39,10 @@ public:
             u8(offset + i, static_cast<unsigned>(address >> (40 - 8 * i)));
         return *this;
     }
-    /// Channel n in bit n mod 8 of byte n div 8.
-    Record& channels(std::size_t offset, const std::vector<unsigned>& numbers)
+    /// Marks `count` channels: n in bit n mod 8 of byte n div 8.
+    Record& channels(std::size_t offset, unsigned first, unsigned count, unsigned step = 1)
     {
-        for (const unsigned n : numbers)
+        for (unsigned n = first; count > 0; --count, n += step)
             bytes_.at(offset + n / 8) |= static_cast<std::uint8_t>(1U << n % 8);
         return *this;
     }
@@ -62,9 +63,7 @@ private:
 /// A counted list of these records.
 inline std::vector<std::uint8_t> listOf(std::uint32_t count, const std::vector<Record>& records)
 {
-    std::vector<std::uint8_t> reply;
-    for (int shift = 24; shift >= 0; shift -= 8)
-        reply.push_back(static_cast<std::uint8_t>(count >> shift));
+    std::vector<std::uint8_t> reply = Record(4).u32(0, htonl(count)).bytes();
     for (const Record& record : records)
         reply.insert(reply.end(), record.bytes().begin(), record.bytes().end());
     return reply;
@@ -101,15 +100,20 @@ struct Variant {
     std::string to;
 };
 
-/// Shows `plain` with each of the changes; `screen` is what it shows without any.
-inline void expectVariants(const std::function<std::string(const Record&)>& show, const Record& plain,
-                           const std::string& screen, const std::vector<Variant>& variants)
-{
-    for (const Variant& variant : variants) {
-        Record record = plain;
-        variant.set(record);
-        EXPECT_EQ(show(record), changed(screen, variant.from, variant.to));
+/// A record, and the screen that shows it.
+struct Display {
+    std::string (*show)(const Record&);
+    Record record;
+    std::string screen;
+
+    void expectVariants(const std::vector<Variant>& variants) const
+    {
+        for (const Variant& variant : variants) {
+            Record copy = record;
+            variant.set(copy);
+            EXPECT_EQ(show(copy), changed(screen, variant.from, variant.to));
+        }
     }
-}
+};
 
 #endif

@@ -1,52 +1,153 @@
 // What is asked of the daemon and of the driver, and what becomes of their answers.
 
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
-#include "tests/diag/fake_platform.h"
-#include "tests/diag/record.h"
+#include "bios/platform_info.h"
+#include "diag/wireless.h"
+#include "platform/message_channel.h"
+#include "platform/system_library.h"
+#include "platform/wireless_library.h"
+#include "shell/executor.h"
+#include "tests/support/device.h"
 
 namespace
 {
 
 constexpr char kBusy[] = "System is busy, please try again.\n";
 
-Message powerMessage(unsigned radio, unsigned percent, unsigned power)
-{
-    return {"1 0 7", Record(4).u8(0, radio).u8(1, percent).u16(2, power).bytes()};
-}
+using Bytes = std::vector<std::uint8_t>;
+using Texts = std::vector<std::string>;
 
-/// Both radios at full power, and the country.
-std::vector<Message> countryMessages(unsigned code, const std::string& name)
-{
-    return {powerMessage(0, 1, 100), powerMessage(1, 1, 100), {"1 0 6", Record(8).u16(2, code).text(4, name).bytes()}};
-}
+/// What was asked of the platform's libraries, and what they answer.
+struct FakePlatform {
+    Texts sent{}; ///< to the daemon: destination, flags, type and bytes; before a query also its capacity and time-out
+    int channelResult = 0;
+    Bytes answer{};
+    std::optional<int> answerLength{}; ///< as reported; the answer's own where not given
+    std::size_t buffersLeft = 1000;
+    std::vector<int> allocated{}; ///< sizes of the channel's buffers
+    std::size_t freed = 0;
 
-using RequestTest = FakePlatformTest;
+    char region = '\0';        ///< 0: cannot be read
+    std::string regionAsked{}; ///< the last text that the default country was asked for
+    std::string interfaceUp{};
+    Texts scans{};     ///< interface and buffer size of each background scan
+    int scanNeeds = 0; ///< bytes that a scan's result takes
+};
+
+FakePlatform fakePlatform;
+
+class RequestTest : public DeviceTest
+{
+protected:
+    RequestTest() { fakePlatform = {}; }
+
+    /// What a line prints; its command has to return `expectedResult` and the channel's buffers.
+    static std::string run(const std::string& line, int expectedResult = 0)
+    {
+        const testing::ScopedTrace trace(__FILE__, __LINE__, line);
+        std::string output = outputOf([&] { EXPECT_EQ(executeLine(line.c_str()), expectedResult); });
+        EXPECT_EQ(fakePlatform.freed, fakePlatform.allocated.size());
+        return output;
+    }
+};
 
 } // namespace
 
+void* ipcmsg_alloc(int size)
+{
+    if (fakePlatform.buffersLeft == 0)
+        return nullptr;
+    --fakePlatform.buffersLeft;
+    fakePlatform.allocated.push_back(size);
+    return std::memset(std::malloc(static_cast<std::size_t>(size)), 0xa5, static_cast<std::size_t>(size));
+}
+
+void ipcmsg_free(void* buffer)
+{
+    EXPECT_NE(buffer, nullptr);
+    ++fakePlatform.freed;
+    std::free(buffer);
+}
+
+int ipcmsg_send(int destination, int flags, int type, const void* message, int length)
+{
+    std::string text = std::to_string(destination) + " " + std::to_string(flags) + " " + std::to_string(type) + ":";
+    for (int i = 0; i < length; ++i)
+        text += " " + std::to_string(static_cast<const std::uint8_t*>(message)[i]);
+    fakePlatform.sent.push_back(text);
+    return fakePlatform.channelResult;
+}
+
+int ipcmsg_send_and_recv(int destination, int flags, int type, const void* request, int request_length, void* reply,
+                         int* reply_length, int timeout_ms)
+{
+    ipcmsg_send(destination, flags, type, request, request_length);
+    fakePlatform.sent.back().insert(0, std::to_string(*reply_length) + " " + std::to_string(timeout_ms) + " ");
+    auto* out = static_cast<std::uint8_t*>(reply);
+    EXPECT_EQ(std::count(out, out + *reply_length, 0), *reply_length);
+    std::copy(fakePlatform.answer.begin(), fakePlatform.answer.end(), out);
+    if (fakePlatform.channelResult == 0)
+        *reply_length = fakePlatform.answerLength.value_or(static_cast<int>(fakePlatform.answer.size()));
+    return fakePlatform.channelResult;
+}
+
+int biosGetRegCode(char& letter)
+{
+    letter = fakePlatform.region;
+    return fakePlatform.region != '\0' ? 0 : -1;
+}
+
+int sys_intf_status(const char* interface)
+{
+    return fakePlatform.interfaceUp == interface ? -3 : 0;
+}
+
+int rtl_wlan_get_bgscan(const char* interface, int flags, void* buffer, int size)
+{
+    fakePlatform.scans.push_back(std::string(interface) + " " + std::to_string(size));
+    std::memset(buffer, flags, static_cast<std::size_t>(size));
+    return size < fakePlatform.scanNeeds ? -1 : 0;
+}
+
+int kstr_regdmn_get_country_code(const char* country)
+{
+    return std::strcmp(country, "US") == 0 ? 840 : std::strcmp(country, "JAPAN") == 0 ? 392 : 0;
+}
+
+const char* kstr_regdmn_get_default_country(const char* region_code)
+{
+    fakePlatform.regionAsked = region_code;
+    return "US";
+}
+
 TEST_F(RequestTest, QueriesTellWhetherThereIsAnAnswer)
 {
-    const std::string nothing = "================================================== \n\nTotal: 0\n";
+    const std::string rule = "================================================== \n\nTotal: ";
     const struct {
         const char* line;
         int capacity;
-        const char* header;
+        const char* sent;  ///< the list of VAPs is asked for with a number, and with a byte that means nothing
         std::string empty; ///< begin of what an empty reply shows
         std::string noAnswer;
     } queries[] = {
-        {"get vap cfg-info", 22180, "1 0 1 22180 10000", "\nTotal: 0\n===", "System busy\n"},
-        {"get wtp info", 2992, "1 0 2 2992 10000", "WTP Configuration\n", kBusy},
-        {"get wtp stations", 65536, "1 0 3 65536 10000", nothing, nothing},
-        {"get radio info", 65536, "1 0 5 65536 10000", nothing, "System busy\n"},
+        {"get vap cfg-info", 22180, "22180 10000 1 0 1: 3 ", "\nTotal: 0\n===", "System busy\n"},
+        {"get wtp info", 2992, "2992 10000 1 0 2: 0 0", "WTP Configuration\n", kBusy},
+        {"get wtp stations", 65536, "65536 10000 1 0 3: 0 0", rule + "0\n", rule + "0\n"},
+        {"get radio info", 65536, "65536 10000 1 0 5: 0 0", rule + "0\n", "System busy\n"},
     };
     for (const auto& query : queries) {
+        fakePlatform = {};
         EXPECT_TRUE(run(query.line).starts_with(query.empty));
-        Bytes& request = fakePlatform.sent.back().body;
-        // The list of VAPs is asked for with a number, and with a byte that means nothing.
-        request.back() = 0;
-        EXPECT_EQ(fakePlatform.sent,
-                  (std::vector{Message{query.header, Bytes{request[0] == 3 ? request[0] : Bytes::value_type{0}, 0}}}));
+        EXPECT_EQ(fakePlatform.sent.size(), 1U);
+        EXPECT_TRUE(fakePlatform.sent.back().starts_with(query.sent)) << fakePlatform.sent.back();
         EXPECT_EQ(fakePlatform.allocated, (std::vector{2, query.capacity}));
         for (const int result : {-1, 1}) {
             fakePlatform = {.channelResult = result};
@@ -57,11 +158,10 @@ TEST_F(RequestTest, QueriesTellWhetherThereIsAnAnswer)
             EXPECT_EQ(run(query.line, -1), "");
             EXPECT_TRUE(fakePlatform.sent.empty());
         }
-        fakePlatform = {};
     }
     // The station list shows what the reply buffer holds, whatever the result.
-    fakePlatform = {.channelResult = -1, .answer = listOf(0x180, {})};
-    EXPECT_EQ(run("get wtp stations"), changed(nothing, "0\n", "384\n"));
+    fakePlatform = {.channelResult = -1, .answer = {0, 0, 1, 0x80}};
+    EXPECT_EQ(run("get wtp stations"), rule + "384\n");
 }
 
 TEST_F(RequestTest, KeepsToTheReplyWhateverLengthIsReported)
@@ -72,11 +172,11 @@ TEST_F(RequestTest, KeepsToTheReplyWhateverLengthIsReported)
         EXPECT_TRUE(run("get radio info").ends_with(total));
     }
     // The last station that begins in the buffer ends outside of it.
-    fakePlatform = {.answer = listOf(0x0000ff7f, {}), .answerLength = 65537};
+    fakePlatform = {.answer = {0, 0, 0xff, 0x7f}, .answerLength = 65537};
     EXPECT_TRUE(run("get wtp stations").ends_with("\nTotal: 65407\n"));
 }
 
-TEST_F(RequestTest, DriverOperationsMayBeMissing)
+TEST_F(RequestTest, TheDriverMayLackOperationsAndTerminators)
 {
     fakePlatform.interfaceUp = "wlan1";
     const std::string settings = "\tSSID        : NULL\n\tBroadSSID   : Disable\n\tTunnelMode  : TUNNEL\n"
@@ -85,14 +185,20 @@ TEST_F(RequestTest, DriverOperationsMayBeMissing)
                                  "\tCoexist     : Disable\n\tChannel     : -1\n\tCountryCode : Unknown\n";
     EXPECT_NE(run("get vap chipset-status").find("wlan1 enable\n" + settings + "wlan1-va0 disable\n"),
               std::string::npos);
+
+    // A text that fills the driver's buffer has no terminator.
+    wirelessApi.get_ssid = [](const char*, char* buffer, int size) {
+        return static_cast<const char*>(std::memset(buffer, 's', static_cast<std::size_t>(size)));
+    };
+    EXPECT_NE(run("get vap chipset-status").find(": " + std::string(256, 's') + "\n\tBroadSSID"), std::string::npos);
 }
 
 TEST_F(RequestTest, PowerIsSentAsTyped)
 {
-    const std::pair<const char*, Message> cases[] = {
-        {"txpower 0 50%", powerMessage(0, 1, 50)},     {"txpower 2 300", powerMessage(2, 0, 300)},
-        {"txpower 257 65537", powerMessage(1, 0, 1)},  {"txpower -1 -2", powerMessage(255, 0, 0xfffe)},
-        {"txpower 1x 20dBm%", powerMessage(1, 1, 20)}, {"txpower 0 99999999999999999999", powerMessage(0, 0, 0xffff)},
+    const std::pair<const char*, const char*> cases[] = {
+        {"txpower 0 50%", "1 0 7: 0 1 50 0"},     {"txpower 2 300", "1 0 7: 2 0 44 1"},
+        {"txpower 257 65537", "1 0 7: 1 0 1 0"},  {"txpower -1 -2", "1 0 7: 255 0 254 255"},
+        {"txpower 1x 20dBm%", "1 0 7: 1 1 20 0"}, {"txpower 0 99999999999999999999", "1 0 7: 0 0 255 255"},
     };
     for (const auto& [line, message] : cases) {
         EXPECT_EQ(run(line), "");
@@ -112,12 +218,13 @@ TEST_F(RequestTest, CountryIsSentWithFullPower)
 {
     for (const char* tool : {"ifconfig", "iwpriv"})
         plantRecorder(tool);
+    EXPECT_TRUE(run("country XX").starts_with("Can NOT find any country named XX.\n"));
     EXPECT_EQ(run("country JAPAN"), "");
-    EXPECT_EQ(fakePlatform.sent, countryMessages(392, "JAP"));
+    EXPECT_EQ(fakePlatform.sent, (Texts{"1 0 7: 0 1 100 0", "1 0 7: 1 1 100 0", "1 0 6: 0 0 136 1 74 65 80 0"}));
     fakePlatform = {.region = 'E'};
     EXPECT_EQ(run("country"), "");
     EXPECT_EQ(fakePlatform.regionAsked, "E");
-    EXPECT_EQ(fakePlatform.sent, countryMessages(840, "US"));
+    EXPECT_EQ(fakePlatform.sent, (Texts{"1 0 7: 0 1 100 0", "1 0 7: 1 1 100 0", "1 0 6: 0 0 72 3 85 83 0 0"}));
     fakePlatform = {.channelResult = -1};
     EXPECT_EQ(run("country US"), std::string(kBusy) + kBusy + kBusy);
     fakePlatform = {.buffersLeft = 2};
@@ -129,7 +236,7 @@ TEST_F(RequestTest, TheScanBufferGrowsTwice)
     const struct {
         const char* line;
         int needs;
-        std::vector<std::string> scans;
+        Texts scans;
     } cases[] = {
         {"getscan 0", 16384, {"wlan0 16384"}},
         {"getscan -1", 16385, {"wlan0 16384", "wlan0 32768"}},
