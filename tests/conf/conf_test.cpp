@@ -20,6 +20,7 @@
 #include "conf/cw_conf.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
+#include "conf/cw_show.h"
 #include "conf/sys_conf.h"
 #include "shell/executor.h"
 #include "tests/support/device.h"
@@ -294,6 +295,36 @@ TEST_F(ConfTest, ASystemFileThatCannotBeReadCountsForNothing)
     readableBytes = -1;
     EXPECT_EQ(type("config system admin-timeout 9"), "");
     EXPECT_EQ(readFile("/cfg/sys.conf"), fileOf("factorysn=F1\nhostname=ap2\nbaudrate=115200\nadmin-timeout=9\n"));
+}
+
+// The items that are neither in the file nor in the tree show their defaults nowhere else.
+TEST_F(ConfTest, TheDisplayOfAllItems)
+{
+    startSaved();
+    std::istringstream words(outputOf([] { cwConfShowItem(nullptr, cwConfig); }));
+    std::string shown;
+    for (std::string word; words >> word;)
+        shown += word + " ";
+    EXPECT_EQ(shown,
+              "data-channel-sec : clear,dtls,ipsec dhcp-code : 138 plain-ctl : 0 ac-ctl-port : 5246 wtp-ctl-port : "
+              "5246 static-ip-addr : 192.168.1.2 static-ip-netmask : 255.255.255.0 static-ip-gw : 192.168.1.1 "
+              "multicast-addr : 224.0.1.140 static-ip-dns : 9.9.9.9 addr-mode : dhcp ap-mgmt-vlanid : 0 ac-ip-discover "
+              ": 3 change-state-pending-timer : 25 data-channel-keepalive : 30 data-channel-dead-interval : 90 "
+              "data-check-timer : 30 discovery-interval : 3 dtls-session-delete : 5 echo-interval : 30 "
+              "image-data-start-timer : 30 max-discovery-interval : 5 max-failed-dtls-sess-retry : 3 "
+              "retransmit-interval : 3 silent-interval : 30 statistics-timer : 120 wait-dtls : 31 wait-join : 21 "
+              "discovery-count : 0 discovery-type : 0 failed-dtls-auth-fail-count : 0 failed-dtls-session-count : 0 "
+              "idle-timeout : 300 max-discoveries : 3 max-retransmit : 3 report-interval : 30 StaCapRptInterval : 30 "
+              "StaStatsRptInterval : 1 VapStatsRptInterval : 15 WidsRptInterval : 30 wtp-fallback : 1 config capwap "
+              "wtp ac-ip-addr : add Add AC static IP address (A.B.C.D). del Delete AC static IP address (A.B.C.D). "
+              "config capwap wtp ac-hostname : add Add AC hostname (1 - 255 string). del Delete AC hostname (1 - 255 "
+              "string). admin-reboot-count : 0 frame-encap-type : 2 last-reboot-reason : 255 MacType : 0 preferred-ac "
+              ": 0 reboot-count : 0 static-acl-table : 0 allow-dflt-https : 0 allow-dflt-ssh : 0 dflt_login_passwd : "
+              "numStaMax : 512 numWtpMax : 16 security : 2 radio_mac : 0 dtlsPolicy : 135 vendorId_hw : 12356 hwVer : "
+              "QWX40R vendorId_sw : 12356 swVer : 4.00 ssid : ");
+    cwConfig.saved = 0;
+    const std::string unsaved = outputOf([] { cwConfShowItem(nullptr, cwConfig); });
+    EXPECT_TRUE(unsaved.ends_with(std::string("\n\n####  ").append(kChanged)));
 }
 
 TEST_F(ConfTest, CheckedNumbers)
