@@ -38,7 +38,8 @@ void sysConfRefresh(SysConfig& config);
 void sysConfLoad(SysConfig& config);
 
 /// Applies one item to the process's record and writes the file. What other shells wrote meanwhile is kept. 0, or -1
-/// when the file cannot be written, or is there and cannot be read; it then stays.
+/// when the file cannot be written, or is there and cannot be read; it then stays. What could not be written is in the
+/// record nevertheless.
 int sysConfChange(const char* key, const char* value);
 
 /// Writes the file anew from the process's record, with what other shells wrote meanwhile. 0 or -1 likewise.
