@@ -12,7 +12,6 @@
 #include "conf/config_tree.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
-#include "conf/messages.h"
 #include "conf/sys_conf.h"
 #include "platform/device_file.h"
 #include "shell/node.h"
@@ -112,10 +111,8 @@ void cfgSetAcAddress(CfgVariable& variable, char* value)
 {
     std::uint32_t address;
     cwConfRefresh(cwConfig);
-    if (!parseIpv4(value, &address)) {
-        cli_printf(kInvalidAcAddress, value);
+    if (!parseAcAddress(value, &address))
         return;
-    }
     if (cwConfig.acAddressCount >= variable.entry)
         cwConfig.acAddresses[variable.entry - 1] = {address, 1, 0};
     while (cwConfig.acAddressCount < variable.entry)

@@ -1,8 +1,8 @@
 #include "conf/config_tree.h"
 
-#include <cstdio>
 #include <cstring>
 
+#include "base/text.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"
 #include "conf/cw_lists.h"
@@ -15,19 +15,16 @@
 namespace
 {
 
-/// The words from `first` on, joined by single blanks.
-struct JoinedWords {
-    JoinedWords(int argc, char** argv, int first)
-    {
-        std::size_t length = 0;
-        text[0] = '\0';
-        for (int i = first; i < argc && length < sizeof text; ++i)
-            length += static_cast<std::size_t>(
-                std::snprintf(text + length, sizeof text - length, "%s%s", i > first ? " " : "", argv[i]));
-    }
-
-    char text[kMessageSize];
-};
+/// The value of an item: the words from the fifth on, joined by single blanks.
+void setItem(int argc, char** argv)
+{
+    char words[kMessageSize];
+    std::size_t length = 0;
+    for (int i = 4; i < argc; ++i)
+        length = appendWord(words, length, argv[i]);
+    cwConfRefresh(cwConfig);
+    cwConfSetItem(argv[3], words + 1, cwConfig);
+}
 
 /// A CAPWAP item, named by the fourth word: shown, set to the fifth, or changed by the commands of a list. The security
 /// options are the one value of several words.
@@ -41,8 +38,7 @@ int capwapItemCommand(int argc, char** argv)
     } else if (argc == 5 && isCwList(*item)) {
         cwConfShowList(*item, cwConfig);
     } else if (argc == 5 || item->kind == &kSecurity) {
-        cwConfRefresh(cwConfig);
-        cwConfSetItem(argv[3], argc == 5 ? argv[4] : JoinedWords(argc, argv, 4).text, cwConfig);
+        setItem(argc, argv);
     } else if (std::strcmp(argv[4], "add") == 0) {
         cwConfListAdd(*item, argv[5], cwConfig);
     } else if (std::strcmp(argv[4], "del") == 0) {
@@ -51,11 +47,11 @@ int capwapItemCommand(int argc, char** argv)
     return 0;
 }
 
-/// A row whose help names another range than the item has does not compile.
+/// A row whose help names another range or default than the item has does not compile.
 consteval cli_node setting(const char* name, const char* help, CliHandler handler = capwapItemCommand)
 {
-    if (!namesRange(help, name))
-        refuseToCompile("the help text names another range");
+    if (!agreesWithRange(help, name))
+        refuseToCompile("the help text names another range or default");
     return command(name, help, handler);
 }
 

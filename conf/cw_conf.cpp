@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "base/text.h"
+#include "conf/ranges.h"
 
 static_assert(std::is_trivially_copyable_v<CwConfig> && std::is_standard_layout_v<CwConfig>);
 
@@ -20,8 +21,8 @@ constexpr char kHwVer[] = "QWX40R";
 constexpr char kSwVer[] = "4.00";
 constexpr char kSwVerSecond[] = "4.06";
 
-constexpr std::uint16_t kIdleTimeout = 300;
-constexpr std::uint16_t kEchoInterval = 30;
+constexpr std::uint16_t kIdleTimeout = rangeOf("idle-timeout").initial;
+constexpr std::uint16_t kEchoInterval = rangeOf("echo-interval").initial;
 
 consteval std::uint32_t address(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d)
 {
@@ -39,37 +40,37 @@ constexpr CwConfig kDefaults = {
     .reservedGateway = 0,
     .defaultAcAddress = address(192, 168, 0, 1),
     .reservedPorts = {6246, 8887},
-    .acCtlPort = 5246,
+    .acCtlPort = rangeOf("ac-ctl-port").initial,
     .dataPort = 5247,
-    .wtpCtlPort = 5246,
+    .wtpCtlPort = rangeOf("wtp-ctl-port").initial,
     .location = "N/A",
     .name = "",
-    .maxDiscoveries = 3,
-    .maxRetransmit = 3,
-    .maxFailedDtlsSessRetry = 3,
+    .maxDiscoveries = rangeOf("max-discoveries").initial,
+    .maxRetransmit = rangeOf("max-retransmit").initial,
+    .maxFailedDtlsSessRetry = rangeOf("max-failed-dtls-sess-retry").initial,
     .discoveryType = 0,
     .multicastAddr = address(224, 0, 1, 140),
-    .multicastTtl = 1,
-    .dhcpCode = 138,
+    .multicastTtl = rangeOf("multicast-ttl").initial,
+    .dhcpCode = rangeOf("dhcp-code").initial,
     .numStaMax = 512,
     .reservedMax = 128,
     .numWtpMax = 16,
     .wtpFallback = 1,
-    .plainCtl = 0,
+    .plainCtl = rangeOf("plain-ctl").initial,
     .sniffPktCtl = 0,
     .echoInterval = kEchoInterval,
-    .maxDiscoveryInterval = 5,
-    .reportInterval = 30,
+    .maxDiscoveryInterval = rangeOf("max-discovery-interval").initial,
+    .reportInterval = rangeOf("report-interval").initial,
     .staCapRptInterval = 30,
     .staStatsRptInterval = 1,
     .vapStatsRptInterval = 15,
     .reservedReport = 0,
     .widsRptInterval = 30,
     .idleTimeout = kIdleTimeout,
-    .statisticsTimer = 120,
+    .statisticsTimer = rangeOf("statistics-timer").initial,
     .acIpDiscover = 3,
     .changeStatePendingTimer = 25,
-    .dataChannelKeepalive = 30,
+    .dataChannelKeepalive = rangeOf("data-channel-keepalive").initial,
     .dataChannelDeadInterval = 90,
     .dataCheckTimer = 30,
     .discoveryInterval = 3,
@@ -123,10 +124,10 @@ constexpr CwConfig kDefaults = {
     .wtpLinkFailureCount = 0,
     .allowDfltTelnet = 0,
     .allowDfltHttp = 0,
-    .allowDfltHttps = 0,
-    .allowDfltSsh = 0,
+    .allowDfltHttps = rangeOf("allow-dflt-https").initial,
+    .allowDfltSsh = rangeOf("allow-dflt-ssh").initial,
     .dfltLoginPasswd = "",
-    .apMgmtVlanid = 0,
+    .apMgmtVlanid = rangeOf("ap-mgmt-vlanid").initial,
     .dataChannelSec = kSecClear | kSecDtls | kSecIpsec,
     .security = 2,
     .radioMac = 0,

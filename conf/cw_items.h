@@ -38,14 +38,14 @@ int cwConfSetItem(const char* key, const char* value, CwConfig& config);
 /// Whether the item holds several values.
 inline bool isCwList(const CwItem& item)
 {
-    return item.kind->count != nullptr;
+    return item.kind->list != nullptr;
 }
 
 /// Calls `line(key, value)` for every value of an item.
 template <typename Line>
 void forEachValue(const CwItem& item, const CwConfig& config, Line line)
 {
-    const int count = isCwList(item) ? item.kind->count(config) : 1;
+    const int count = isCwList(item) ? item.kind->list->count(config) : 1;
     for (int i = 0; i < count; ++i) {
         char value[kCwValueSize];
         item.kind->render(item, config, i, std::span(value));

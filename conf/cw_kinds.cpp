@@ -6,17 +6,11 @@
 
 #include "base/address.h"
 #include "base/text.h"
-#include "conf/messages.h"
 #include "conf/sys_conf.h"
 #include "shell/output.h"
 
 namespace
 {
-
-void renderText(std::span<char> text, const char* value)
-{
-    std::snprintf(text.data(), text.size(), "%s", value);
-}
 
 int numberOf(const CwField& field, const CwConfig& config)
 {
@@ -121,18 +115,21 @@ bool setAddrMode(const CwItem&, const char* value, CwConfig& config)
 
 void renderAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> text)
 {
-    renderText(text, config.addrMode != 0 ? "dhcp" : "static");
+    copyText(text, config.addrMode != 0 ? "dhcp" : "static");
 }
 
-bool storeAddress(const CwItem& item, const char* value, CwConfig& config)
+/// A bad address is named by what it should be.
+bool storeAddress(const CwItem& item, const char* value, CwConfig& config, const char* what = "IP")
 {
-    return parseIpv4(value, &(config.*item.field.doubleWord));
+    if (parseIpv4(value, &(config.*item.field.doubleWord)))
+        return true;
+    cli_printf("    Error: Invalid %s address '%s'\n", what, value);
+    return false;
 }
 
 bool setAddress(const CwItem& item, const char* value, CwConfig& config)
 {
-    if (!storeAddress(item, value, config))
-        cli_printf("    Error: Invalid IP address '%s'\n", value);
+    storeAddress(item, value, config);
     return true;
 }
 
@@ -140,21 +137,18 @@ bool setOwnAddress(const CwItem& item, const char* value, CwConfig& config)
 {
     if (storeAddress(item, value, config))
         copyText(sysConfig.staticAddr, ipv4Text(config.staticIpAddr).text);
-    else
-        cli_printf("    Error: Invalid IP address '%s'\n", value);
     return true;
 }
 
 bool setMulticast(const CwItem& item, const char* value, CwConfig& config)
 {
-    if (!storeAddress(item, value, config))
-        cli_printf("    Error: Invalid Multicast address '%s'\n", value);
+    storeAddress(item, value, config, "Multicast");
     return true;
 }
 
 void renderAddress(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
-    renderText(text, ipv4Text(config.*item.field.doubleWord).text);
+    copyText(text, ipv4Text(config.*item.field.doubleWord).text);
 }
 
 struct SecurityOption {
@@ -213,7 +207,7 @@ bool setText(const CwItem& item, const char* value, CwConfig& config)
 
 void renderTextItem(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
-    renderText(text, item.field.text(const_cast<CwConfig&>(config)).data());
+    copyText(text, item.field.text(const_cast<CwConfig&>(config)).data());
 }
 
 bool setVersion(const CwItem& item, const char* value, CwConfig& config)
@@ -223,71 +217,22 @@ bool setVersion(const CwItem& item, const char* value, CwConfig& config)
 
 void renderVersion(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
-    renderText(text, config.*item.field.version);
-}
-
-void sayTooMany(const CwItem& item, const char* value)
-{
-    cli_printf("    Error: Too many %s entries, '%s' ignored.\n", item.key.data(), value);
-}
-
-bool setAcAddress(const CwItem& item, const char* value, CwConfig& config)
-{
-    std::uint32_t address;
-    if (!parseIpv4(value, &address)) {
-        cli_printf(kInvalidAcAddress, value);
-        return false;
-    }
-    if (!cwConfAppendAddress(config, address))
-        sayTooMany(item, value);
-    return true;
-}
-
-void renderAcAddress(const CwItem&, const CwConfig& config, int index, std::span<char> text)
-{
-    const AcAddress& entry = config.acAddresses[index];
-    std::snprintf(text.data(), text.size(), "%s %d", ipv4Text(entry.address).text, entry.inUse);
-}
-
-int countAcAddresses(const CwConfig& config)
-{
-    return config.acAddressCount;
-}
-
-bool setAcHostname(const CwItem& item, const char* value, CwConfig& config)
-{
-    if (!cwConfAppendHostname(config, value))
-        sayTooMany(item, value);
-    return true;
-}
-
-void renderAcHostname(const CwItem&, const CwConfig& config, int index, std::span<char> text)
-{
-    renderText(text, config.acHostnames[index]);
-}
-
-int countAcHostnames(const CwConfig& config)
-{
-    return config.acHostnameCount;
+    copyText(text, config.*item.field.version);
 }
 
 } // namespace
 
-const CwKind kStored = {setStored, renderNumber, nullptr, nullptr, nullptr, nullptr};
-const CwKind kChecked = {setChecked, renderNumber, nullptr, nullptr, nullptr, nullptr};
-const CwKind kIgnored = {setIgnored, renderNumber, nullptr, nullptr, nullptr, nullptr};
-const CwKind kVlan = {setVlan, renderNumber, nullptr, nullptr, nullptr, nullptr};
-const CwKind kDiscoveryType = {setDiscoveryType, renderNumber, nullptr, nullptr, nullptr, nullptr};
-const CwKind kAddrMode = {setAddrMode, renderAddrMode, nullptr, nullptr, nullptr, nullptr};
-const CwKind kAddress = {setAddress, renderAddress, nullptr, nullptr, nullptr, nullptr};
-const CwKind kOwnAddress = {setOwnAddress, renderAddress, nullptr, nullptr, nullptr, nullptr};
-const CwKind kMulticast = {setMulticast, renderAddress, nullptr, nullptr, nullptr, nullptr};
-const CwKind kSecurity = {setSecurity, renderSecurity, nullptr, nullptr, nullptr, nullptr};
-const CwKind kText = {setText, renderTextItem, nullptr, nullptr, nullptr, nullptr};
-const CwKind kPassword = {nullptr, renderTextItem, nullptr, nullptr, nullptr, nullptr};
-const CwKind kVersion = {setVersion, renderVersion, nullptr, nullptr, nullptr, nullptr};
-const CwKind kScanTimers = {setScanTimers, nullptr, nullptr, nullptr, nullptr, nullptr};
-const CwKind kAcAddresses = {setAcAddress,      renderAcAddress,     countAcAddresses, "acStaticIpAddrListCnt",
-                             kAddAcAddressHelp, kDeleteAcAddressHelp};
-const CwKind kAcHostnames = {setAcHostname,   renderAcHostname,   countAcHostnames,
-                             "acHostNameCnt", kAddAcHostnameHelp, kDeleteAcHostnameHelp};
+const CwKind kStored = {setStored, renderNumber, nullptr};
+const CwKind kChecked = {setChecked, renderNumber, nullptr};
+const CwKind kIgnored = {setIgnored, renderNumber, nullptr};
+const CwKind kVlan = {setVlan, renderNumber, nullptr};
+const CwKind kDiscoveryType = {setDiscoveryType, renderNumber, nullptr};
+const CwKind kAddrMode = {setAddrMode, renderAddrMode, nullptr};
+const CwKind kAddress = {setAddress, renderAddress, nullptr};
+const CwKind kOwnAddress = {setOwnAddress, renderAddress, nullptr};
+const CwKind kMulticast = {setMulticast, renderAddress, nullptr};
+const CwKind kSecurity = {setSecurity, renderSecurity, nullptr};
+const CwKind kText = {setText, renderTextItem, nullptr};
+const CwKind kPassword = {nullptr, renderTextItem, nullptr};
+const CwKind kVersion = {setVersion, renderVersion, nullptr};
+const CwKind kScanTimers = {setScanTimers, nullptr, nullptr};

@@ -42,17 +42,23 @@ struct CwItem {
     int keyWidth; ///< of the key in the single-item display, which leaves the item out when this is 0
 };
 
+/// What an item of several values has besides.
+struct CwList {
+    int (*count)(const CwConfig& config);
+    const char* countName; ///< how the display names the number of values
+    const char* addHelp;
+    const char* deleteHelp;
+    /// The commands `add` and `del`. False, and the record is as it was, when they said why not.
+    bool (*add)(const char* value, CwConfig& config);
+    bool (*remove)(const char* value, CwConfig& config);
+};
+
 struct CwKind {
     /// Applies a value; false when it is refused, with the record as it was. Null: no value can be set.
     bool (*set)(const CwItem& item, const char* value, CwConfig& config);
     /// Renders a value; `index` counts the entries of a list. Null: the item is never rendered.
     void (*render)(const CwItem& item, const CwConfig& config, int index, std::span<char> text);
-    /// Number of values. Null: one.
-    int (*count)(const CwConfig& config);
-    /// Of a list, null for everything else: how its display names the number of values, and the help of its commands.
-    const char* countName;
-    const char* addHelp;
-    const char* deleteHelp;
+    const CwList* list; ///< null: one value
 };
 
 extern const CwKind kStored;        ///< a number, cut to the field
@@ -71,6 +77,12 @@ extern const CwKind kVersion;       ///< a text of any length
 extern const CwKind kScanTimers;    ///< one number for all three scan report timers
 extern const CwKind kAcAddresses;   ///< each value is one more entry of the list
 extern const CwKind kAcHostnames;   ///< likewise
+
+/// Parses an address of an access controller; one that is none is answered by a message and false.
+bool parseAcAddress(const char* value, std::uint32_t* address);
+
+/// Says that a list does not hold the value.
+void sayNotInList(const char* value);
 
 inline constexpr char kAddAcAddressHelp[] = "Add AC static IP address (A.B.C.D).";
 inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B.C.D).";

@@ -21,7 +21,8 @@ void showValue(const char* key, const char* value)
 void showListCommands(const CwItem& item)
 {
     cli_printf("config capwap wtp %s :\n", item.key.data());
-    cli_printf("        %-32s %s\n        %-32s %s\n\n", "add", item.kind->addHelp, "del", item.kind->deleteHelp);
+    const CwList& list = *item.kind->list;
+    cli_printf("        %-32s %s\n        %-32s %s\n\n", "add", list.addHelp, "del", list.deleteHelp);
 }
 
 void showRow(const CwItem& item, const CwConfig& config)
@@ -64,6 +65,6 @@ void cwConfShowItem(const char* key, CwConfig& config)
 void cwConfShowList(const CwItem& item, CwConfig& config)
 {
     cwConfRefresh(config);
-    cli_printf("    %-29s: %d\n", item.kind->countName, item.kind->count(config));
+    cli_printf("    %-29s: %d\n", item.kind->list->countName, item.kind->list->count(config));
     forEachValue(item, config, [](const char* key, const char* value) { cli_printf("    %-29s: %s\n", key, value); });
 }

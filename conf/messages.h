@@ -4,6 +4,5 @@
 #define CONF_MESSAGES_H
 
 inline constexpr char kInvalidParameter[] = "    Error: Invalid parameter '%s'.\n";
-inline constexpr char kInvalidAcAddress[] = "    Error: Invalid AC IP address '%s'\n";
 
 #endif

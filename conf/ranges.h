@@ -1,5 +1,5 @@
-// The closed ranges of the numbers that are checked, each in one place. A help text that names a range is compared with
-// it when it is compiled.
+// The closed ranges and the defaults of the numbers that are checked, each in one place. A help text that names them is
+// compared with them when it is compiled.
 
 #ifndef CONF_RANGES_H
 #define CONF_RANGES_H
@@ -12,15 +12,16 @@ struct Range {
     std::string_view key; ///< of the item
     int low;
     int high;
+    int initial; ///< of a new record
 };
 
 inline constexpr Range kRanges[] = {
-    {"ac-ctl-port", 1024, 49150}, {"admin-timeout", 1, 480},          {"allow-dflt-https", 0, 2},
-    {"allow-dflt-ssh", 0, 2},     {"ap-mgmt-vlanid", 0, 4094},        {"data-channel-keepalive", 10, 30},
-    {"dhcp-code", 128, 254},      {"echo-interval", 10, 60},          {"idle-timeout", 20, 3600},
-    {"max-discoveries", 3, 10},   {"max-discovery-interval", 5, 180}, {"max-failed-dtls-sess-retry", 1, 3},
-    {"max-retransmit", 3, 5},     {"multicast-ttl", 1, 255},          {"plain-ctl", 0, 1},
-    {"report-interval", 30, 120}, {"statistics-timer", 60, 120},      {"wtp-ctl-port", 1024, 49150},
+    {"ac-ctl-port", 1024, 49150, 5246}, {"admin-timeout", 1, 480, 5},          {"allow-dflt-https", 0, 2, 0},
+    {"allow-dflt-ssh", 0, 2, 0},        {"ap-mgmt-vlanid", 0, 4094, 0},        {"data-channel-keepalive", 10, 30, 30},
+    {"dhcp-code", 128, 254, 138},       {"echo-interval", 10, 60, 30},         {"idle-timeout", 20, 3600, 300},
+    {"max-discoveries", 3, 10, 3},      {"max-discovery-interval", 5, 180, 5}, {"max-failed-dtls-sess-retry", 1, 3, 3},
+    {"max-retransmit", 3, 5, 3},        {"multicast-ttl", 1, 255, 1},          {"plain-ctl", 0, 1, 0},
+    {"report-interval", 30, 120, 30},   {"statistics-timer", 60, 120, 120},    {"wtp-ctl-port", 1024, 49150, 5246},
 };
 
 /// The place of an item's range in the table, which ends where there is none.
@@ -38,29 +39,32 @@ consteval Range rangeOf(std::string_view key)
     return kRanges[findRange(key)];
 }
 
-/// Whether a help text names no other range ("5 - 180") than the item has. An item without a range may name any.
-constexpr bool namesRange(std::string_view help, std::string_view key)
+/// Reads the number that `text` begins with.
+constexpr int leadingNumber(std::string_view text)
+{
+    int number = 0;
+    for (; !text.empty() && text.front() >= '0' && text.front() <= '9'; text.remove_prefix(1))
+        number = number * 10 + (text.front() - '0');
+    return number;
+}
+
+/// Whether a help text names no other range ("5 - 180") and no other default ("default = 5") than the item has. An item
+/// without a range may name any.
+constexpr bool agreesWithRange(std::string_view help, std::string_view key)
 {
     constexpr std::string_view kDash = " - ";
-    constexpr auto isDigit = [](char c) {
-        return c >= '0' && c <= '9';
-    };
-    const std::size_t range = findRange(key);
-    for (std::size_t dash = 1; range < std::size(kRanges) && dash + kDash.size() < help.size(); ++dash) {
-        if (help.substr(dash, kDash.size()) != kDash)
-            continue;
-        std::size_t low = dash;
-        while (low > 0 && isDigit(help[low - 1]))
-            --low;
-        std::size_t high = dash + kDash.size();
-        int numbers[2]{};
-        for (; low < dash; ++low)
-            numbers[0] = numbers[0] * 10 + (help[low] - '0');
-        for (; high < help.size() && isDigit(help[high]); ++high)
-            numbers[1] = numbers[1] * 10 + (help[high] - '0');
-        return numbers[0] == kRanges[range].low && numbers[1] == kRanges[range].high;
-    }
-    return true;
+    constexpr std::string_view kDefault = "default = ";
+    const std::size_t place = findRange(key);
+    if (place == std::size(kRanges))
+        return true;
+    const Range& range = kRanges[place];
+    const std::size_t initial = help.find(kDefault);
+    if (initial != help.npos && leadingNumber(help.substr(initial + kDefault.size())) != range.initial)
+        return false;
+    const std::size_t dash = help.find(kDash);
+    const std::size_t low = help.find_last_not_of("0123456789", dash - 1) + 1;
+    return dash == help.npos || (leadingNumber(help.substr(low)) == range.low &&
+                                 leadingNumber(help.substr(dash + kDash.size())) == range.high);
 }
 
 #endif

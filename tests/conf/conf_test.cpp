@@ -132,7 +132,7 @@ protected:
         const CwItem& item = *cwConfItem(key);
         forEachValue(item, cwConfig, [&](const char*, const char* value) {
             text += value;
-            text += item.kind->count != nullptr ? " " : "";
+            text += isCwList(item) ? " " : "";
         });
         return text;
     }
