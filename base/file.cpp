@@ -1,6 +1,5 @@
 #include "base/file.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,34 +8,14 @@
 
 ssize_t readAll(int fd, void* bytes, std::size_t size)
 {
-    auto* const first = static_cast<char*>(bytes);
-    std::size_t done = 0;
-    while (done < size) {
-        const ssize_t count = read(fd, first + done, size - done);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return -1;
-        if (count == 0)
-            break;
-        done += static_cast<std::size_t>(count);
-    }
-    return static_cast<ssize_t>(done);
+    return transferAll(size, [&](std::size_t done) { return read(fd, static_cast<char*>(bytes) + done, size - done); });
 }
 
 bool writeAll(int fd, const void* bytes, std::size_t size)
 {
-    const auto* next = static_cast<const char*>(bytes);
-    while (size > 0) {
-        const ssize_t count = write(fd, next, size);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        next += count;
-        size -= static_cast<std::size_t>(count);
-    }
-    return true;
+    const ssize_t written = transferAll(
+        size, [&](std::size_t done) { return write(fd, static_cast<const char*>(bytes) + done, size - done); });
+    return written == static_cast<ssize_t>(size);
 }
 
 // Opening must not wait for the other end of a pipe, hence O_NONBLOCK.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 
 namespace
@@ -71,6 +72,13 @@ bool scanNumber(const char* text, int& number)
     return true;
 }
 
+std::size_t appendWord(std::span<char> buffer, std::size_t length, const char* word)
+{
+    const int wanted = std::snprintf(&buffer[length], buffer.size() - length, " %s", word);
+    const std::size_t room = buffer.size() - length - 1;
+    return length + std::min(static_cast<std::size_t>(wanted), room);
+}
+
 int hexValue(char c)
 {
     if (isDigit(c))
@@ -80,12 +88,4 @@ int hexValue(char c)
     if (c >= 'a' && c <= 'f')
         return c - 'a' + 10;
     return -1;
-}
-
-char* putHex(char* out, std::uint8_t byte)
-{
-    constexpr char kDigits[] = "0123456789abcdef";
-    *out++ = kDigits[byte >> 4];
-    *out++ = kDigits[byte & 0xf];
-    return out;
 }

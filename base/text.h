@@ -26,6 +26,15 @@ bool scanNumber(const char* text, int& number);
 int hexValue(char c);
 
 /// Writes two lower-case hexadecimal digits and returns the place behind them.
-char* putHex(char* out, std::uint8_t byte);
+constexpr char* putHex(char* out, std::uint8_t byte)
+{
+    constexpr char kDigits[] = "0123456789abcdef";
+    *out++ = kDigits[byte >> 4];
+    *out++ = kDigits[byte & 0xf];
+    return out;
+}
+
+/// Adds " %s" to a text of `length` characters, cut to the buffer. Returns the new length.
+std::size_t appendWord(std::span<char> buffer, std::size_t length, const char* word);
 
 #endif

@@ -10,6 +10,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include "base/file.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
 #include "shell/signals.h"
@@ -34,20 +35,6 @@ bool opens(const char* path)
         return false;
     close(fd);
     return true;
-}
-
-/// Makes calls until `size` bytes are through or no more go. `call` is told how many are.
-template <typename Call>
-void transfer(std::size_t size, Call call)
-{
-    for (std::size_t done = 0; done < size;) {
-        const ssize_t count = call(done);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return;
-        done += static_cast<std::size_t>(count);
-    }
 }
 
 } // namespace
@@ -93,14 +80,14 @@ FlashDevice::~FlashDevice()
 
 void FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) const
 {
-    transfer(size, [&](std::size_t done) {
+    transferAll(size, [&](std::size_t done) {
         return pread(fd_, static_cast<char*>(bytes) + done, size - done, static_cast<off_t>(offset + done));
     });
 }
 
 void FlashDevice::write(std::size_t offset, const void* bytes, std::size_t size) const
 {
-    transfer(size, [&](std::size_t done) {
+    transferAll(size, [&](std::size_t done) {
         return pwrite(fd_, static_cast<const char*>(bytes) + done, size - done, static_cast<off_t>(offset + done));
     });
 }

@@ -35,10 +35,11 @@ constexpr std::size_t kDumpByteWidth = 3;
 
 /// " 00" to " ff".
 constexpr auto kDumpTexts = [] {
-    constexpr char kDigits[] = "0123456789abcdef";
     std::array<std::array<char, kDumpByteWidth>, 256> texts{};
-    for (std::size_t value = 0; value < texts.size(); ++value)
-        texts[value] = {' ', kDigits[value >> 4], kDigits[value & 0xF]};
+    for (std::size_t value = 0; value < texts.size(); ++value) {
+        texts[value][0] = ' ';
+        putHex(&texts[value][1], static_cast<std::uint8_t>(value));
+    }
     return texts;
 }();
 

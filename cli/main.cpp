@@ -15,6 +15,9 @@
 namespace
 {
 
+/// The shell's among the platform's applications.
+constexpr int kInstanceClass = 3;
+
 /// A file that is opened later must not become the standard output.
 void openStandardDescriptors()
 {
@@ -48,5 +51,7 @@ int main(int argc, char** argv)
     prepareTree(cliRoot);
     if (argc >= 2 && std::strcmp(argv[1], "run") == 0)
         return confReplay();
+    prepareSession();
+    qln_app_init_with_instd(kInstanceClass, getpid());
     runSession({.prompt = nextPrompt, .endIdle = endIdleSession});
 }

@@ -33,13 +33,3 @@ int cli_printf(const char* format, ...)
     constexpr int kLongest = static_cast<int>(kMessageSize) - 1;
     return length < kLongest ? length : kLongest;
 }
-
-int echoWords(int argc, char** argv)
-{
-    for (int i = 0; i < argc; ++i) {
-        cli_print(argv[i]);
-        cli_print(" ");
-    }
-    cli_print("\n");
-    return 0;
-}

@@ -18,7 +18,4 @@ void cli_print(const char* text);
 /// Formats into the shared message buffer and says the result. Returns the number of characters said.
 [[gnu::format(printf, 1, 2)]] int cli_printf(const char* format, ...);
 
-/// Prints each word followed by a blank, then a line feed.
-int echoWords(int argc, char** argv);
-
 #endif

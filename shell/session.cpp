@@ -4,11 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdio_ext.h>
-#include <unistd.h>
 
 #include <readline/history.h>
 
-#include "platform/system_library.h"
 #include "shell/completion.h"
 #include "shell/executor.h"
 #include "shell/idle_timeout.h"
@@ -19,8 +17,6 @@
 
 namespace
 {
-
-constexpr int kInstanceClass = 3;
 
 /// Not a command of the tree: it is no first word of a longer line, and nothing follows it.
 constexpr char kListHistory[] = "list";
@@ -56,11 +52,14 @@ void runLine(const char* line)
 
 } // namespace
 
-void runSession(const SessionHost& host)
+void prepareSession()
 {
     prepareLineReader();
     installCompletion();
-    qln_app_init_with_instd(kInstanceClass, getpid());
+}
+
+void runSession(const SessionHost& host)
+{
     const LineSource source{.prompt = host.prompt, .idleTimeout = readIdleTimeout(), .endIdle = host.endIdle};
     for (;;) {
         char* line = readLine(source);

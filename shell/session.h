@@ -11,6 +11,9 @@ struct SessionHost {
     void (*endIdle)();
 };
 
+/// Gets the terminal's line editor ready: keys, history and completion.
+void prepareSession();
+
 /// Reads and runs lines until the session ends; every ending ends the process.
 [[noreturn]] void runSession(const SessionHost& host);
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 
+#include "base/text.h"
 #include "shell/output.h"
 
 constinit TokenStore tokenStore{};
@@ -171,14 +172,6 @@ const char* gluedWord(int index)
     const auto segment = static_cast<std::size_t>(symbol - tokenStore.segments[0]) / TokenStore::kSegmentSize + 1;
     const char* word = tokenStore.segments[segment];
     return *word == '\0' || tokenStore.tokens[index + 1] == word ? nullptr : word;
-}
-
-/// Adds " %s" to a text of `length` characters, cut to the buffer. Returns the new length.
-std::size_t appendWord(std::span<char> buffer, std::size_t length, const char* word)
-{
-    const int wanted = std::snprintf(&buffer[length], buffer.size() - length, " %s", word);
-    const std::size_t room = buffer.size() - length - 1;
-    return length + (static_cast<std::size_t>(wanted) < room ? static_cast<std::size_t>(wanted) : room);
 }
 
 } // namespace
