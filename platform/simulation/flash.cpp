@@ -2,6 +2,7 @@
 // last four bytes are a CRC-32 of all the bytes before them, least significant byte first. "/dev/mtd0", the character
 // device, is an empty file, which only takes requests.
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdarg>
@@ -10,19 +11,21 @@
 #include <cstring>
 #include <fcntl.h>
 #include <mtd/mtd-user.h>
+#include <span>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/device_file.h"
-#include "platform/flash_layout.h"
+#include "platform/simulation/identity.h"
 #include "platform/system_library.h"
 
 namespace
 {
 
 constexpr char kBlockDevice[] = "/dev/mtdblock0";
+constexpr char kFactoryRom[] = "/etc/rom/QPK310V_default.rom";
 
 constexpr std::size_t kCrcSize = 4;
 constexpr std::size_t kCrcOffset = sizeof(FlashImage) - kCrcSize;
@@ -80,6 +83,34 @@ void readMac(std::uint8_t (&mac)[kMacSize], const char (&slot)[kFlashSlotSize])
         std::sscanf(digits, "%2hhx%2hhx%2hhx%2hhx%2hhx%2hhx", &mac[0], &mac[1], &mac[2], &mac[3], &mac[4], &mac[5]);
     else
         std::memcpy(mac, slot, kMacSize);
+}
+
+bool readRecord(const char* devicePath, PlatformInfo& info)
+{
+    const int fd = open(DeviceFile(devicePath).path(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    flock(fd, LOCK_EX); // A writer of whole images is let finish.
+    FlashImage image;
+    const bool complete = readImage(fd, image, offsetof(FlashImage, mac));
+    close(fd);
+    if (!complete)
+        return false;
+    readMac(info.mac, image.mac);
+    readSlot(info.platformName, image.platformName);
+    readSlot(info.regionCode, image.regionCode);
+    readSlot(info.biosVersion, image.biosVersion);
+    readSlot(info.qlnSn, image.qlnSn);
+    readSlot(info.oemSn, image.oemSn);
+    return true;
+}
+
+/// Erased flash is 0xFF, a record that was never filled 0.
+template <typename Byte, std::size_t Size>
+bool isBlank(const Byte (&field)[Size])
+{
+    return std::ranges::all_of(std::span(field).first(kMacSize),
+                               [](Byte byte) { return byte == 0 || static_cast<std::uint8_t>(byte) == 0xFF; });
 }
 
 /// The block that may be erased: flash is locked until the kernel is asked to unlock it.
@@ -142,23 +173,20 @@ int osbios_SetCrc(int fd, const void* image)
 
 int get_qln_platform_info(void* platform_info)
 {
-    const int fd = open(DeviceFile(kBlockDevice).path(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
-        return -1;
-    flock(fd, LOCK_EX); // A writer of whole images is let finish.
-    FlashImage image;
-    const bool complete = readImage(fd, image, offsetof(FlashImage, mac));
-    close(fd);
-    if (!complete)
-        return -1;
-    auto& info = *static_cast<PlatformInfo*>(platform_info);
-    readMac(info.mac, image.mac);
-    readSlot(info.platformName, image.platformName);
-    readSlot(info.regionCode, image.regionCode);
-    readSlot(info.biosVersion, image.biosVersion);
-    readSlot(info.qlnSn, image.qlnSn);
-    readSlot(info.oemSn, image.oemSn);
-    return 0;
+    return readRecord(kBlockDevice, *static_cast<PlatformInfo*>(platform_info)) ? 0 : -1;
+}
+
+PlatformInfo simIdentity()
+{
+    PlatformInfo info{};
+    PlatformInfo factory{};
+    readRecord(kBlockDevice, info);
+    readRecord(kFactoryRom, factory);
+    if (isBlank(info.mac))
+        std::ranges::copy(factory.mac, info.mac);
+    if (isBlank(info.qlnSn))
+        std::ranges::copy(factory.qlnSn, info.qlnSn);
+    return info;
 }
 
 extern "C" {

@@ -2,7 +2,8 @@
 // lay_out makes.
 //
 // Settings: up, ssid, broadcast_ssid, channel, beacon_interval, dtim_period, rts_threshold, frag_threshold, coexist,
-// radio_mode, auth_type, local_bridging, country, mib/use40M (channel width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz).
+// radio_mode, auth_type, local_bridging, country, mac_offset (from the factory record's hardware address), mib/use40M
+// (channel width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz).
 
 #ifndef PLATFORM_SIMULATION_INTERFACE_STATE_H
 #define PLATFORM_SIMULATION_INTERFACE_STATE_H

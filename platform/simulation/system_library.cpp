@@ -14,15 +14,14 @@
 #include <unistd.h>
 
 #include "platform/device_file.h"
-#include "platform/flash_layout.h"
 #include "platform/simulation/fault_signals.h"
+#include "platform/simulation/identity.h"
 #include "platform/simulation/state.h"
 
 namespace
 {
 
 constexpr std::size_t kHostnameLimit = 36;
-constexpr char kDefaultSerialNumber[] = "QPK315V4U1600001";
 
 // Long enough for a rate that means something, short enough not to be felt.
 constexpr timespec kLoadSample = {0, 100'000'000};
@@ -161,10 +160,7 @@ int sys_factory_reset(int)
 
 int read_sn(char* buffer, int size, int)
 {
-    PlatformInfo info = {};
-    get_qln_platform_info(&info);
-    simReadText("serial_number", buffer, static_cast<std::size_t>(size),
-                info.qlnSn[0] != '\0' ? info.qlnSn : kDefaultSerialNumber);
+    simReadText("serial_number", buffer, static_cast<std::size_t>(size), simIdentity().qlnSn);
     return 0;
 }
 

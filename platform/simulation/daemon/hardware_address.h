@@ -5,13 +5,14 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 using HardwareAddress = std::array<uint8_t, 6>;
 
 /// The factory record's.
 HardwareAddress baseAddress();
 
-/// Each radio has sixteen: its own, then its VAPs'.
-HardwareAddress vapAddress(unsigned radio, unsigned vap);
+/// The base, its last byte moved on by what the interface's state says.
+HardwareAddress interfaceAddress(const std::string& interface);
 
 #endif

@@ -148,7 +148,7 @@ VapRecord vapRecord(const Vap& vap, const WtpConfig& config, const ControllerLin
     record.probeSuppression = vap.probeSuppression;
     record.probeThreshold = static_cast<int8_t>(vap.probeSuppression != 0 ? -80 : 0);
     fillText(record.interface, interfaceOf(vap));
-    std::ranges::copy(vapAddress(vap.radio, vap.number), record.bssid);
+    std::ranges::copy(interfaceAddress(interfaceOf(vap)), record.bssid);
     fillText(record.name, ssidOf(vap));
     fillText(record.authentication, vap.authentication);
     describeSecurity(record, vap.security);
@@ -167,7 +167,7 @@ StationRecord stationRecord(unsigned index, const Vap& vap, unsigned association
     record.aid = static_cast<uint16_t>(associationId);
     record.vap = vap.number;
     record.vlan = vap.vlan;
-    std::ranges::copy(vapAddress(vap.radio, vap.number), record.bssid);
+    std::ranges::copy(interfaceAddress(interfaceOf(vap)), record.bssid);
     std::ranges::copy(mac, record.mac);
     fillText(record.ssid, ssidOf(vap));
     return record;

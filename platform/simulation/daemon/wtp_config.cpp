@@ -1,10 +1,10 @@
 #include "platform/simulation/daemon/wtp_config.h"
 
-#include <arpa/inet.h>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
 
+#include "base/address.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
 
@@ -64,15 +64,6 @@ void eachItem(const char* devicePath, const std::function<void(const std::string
     }
 }
 
-bool parseAddress(const std::string& text, uint32_t& address)
-{
-    in_addr parsed;
-    if (inet_aton(text.c_str(), &parsed) == 0)
-        return false;
-    address = ntohl(parsed.s_addr);
-    return true;
-}
-
 void setItem(WtpConfig& config, const std::string& key, const std::string& value)
 {
     for (const NumberKey& row : kNumbers)
@@ -83,12 +74,12 @@ void setItem(WtpConfig& config, const std::string& key, const std::string& value
             config.*row.field = value;
     for (const AddressKey& row : kAddresses)
         if (key == row.key)
-            parseAddress(value, config.*row.field);
+            parseIpv4(value.c_str(), &(config.*row.field));
     if (key == "addr-mode")
         config.usesDhcp = value == "dhcp";
     else if (key == "ac-hostname")
         config.controllerNames.push_back(value);
-    else if (uint32_t address = 0; key == "ac-ip-addr" && parseAddress(value, address))
+    else if (uint32_t address = 0; key == "ac-ip-addr" && parseIpv4(value.c_str(), &address))
         config.controllers.push_back(address);
 }
 
@@ -97,8 +88,8 @@ void setItem(WtpConfig& config, const std::string& key, const std::string& value
 WtpConfig readWtpConfig()
 {
     WtpConfig config;
-    eachItem("/cfg/cw.conf",
-             [&config](const std::string& key, const std::string& value) { setItem(config, key, value); });
+    for (const char* file : {"/etc/cw.conf", "/cfg/cw.conf"})
+        eachItem(file, [&config](const std::string& key, const std::string& value) { setItem(config, key, value); });
     return config;
 }
 

@@ -18,32 +18,32 @@ enum class Discovery : uint16_t {
     cloud = 7
 };
 
-/// Addresses are words in host byte order, intervals seconds.
+/// Addresses are words in host byte order, intervals seconds. What no file holds has its default here.
 struct WtpConfig {
     std::string name; ///< empty: the host name is the name
     std::string location = "N/A";
-    bool usesDhcp = true;
-    uint32_t staticAddress = 0xc0a80102;
-    uint32_t staticNetmask = 0xffffff00;
+    bool usesDhcp{};
+    uint32_t staticAddress{};
+    uint32_t staticNetmask{};
     std::vector<uint32_t> controllers;
     std::vector<std::string> controllerNames;
-    uint16_t discoveryType = 0;
-    uint16_t maxDiscoveries = 3;
-    uint16_t discoveryInterval = 3;
-    uint16_t silentInterval = 30;
-    uint16_t controllerPort = 5246;
-    uint16_t echoInterval = 30;
-    uint16_t reportInterval = 30;
-    uint16_t idleTimeout = 300;
-    uint16_t statisticsTimer = 120;
+    uint16_t discoveryType{};
+    uint16_t maxDiscoveries{};
+    uint16_t discoveryInterval{};
+    uint16_t silentInterval{};
+    uint16_t controllerPort{};
+    uint16_t echoInterval{};
+    uint16_t reportInterval{};
+    uint16_t idleTimeout{};
+    uint16_t statisticsTimer{};
     uint16_t stationStatisticsInterval = 1;
     uint16_t vapStatisticsInterval = 15;
     uint16_t stationCapabilityInterval = 30;
-    uint16_t managementVlan = 0;
-    std::string dataChannelSecurity = "clear,dtls,ipsec";
+    uint16_t managementVlan{};
+    std::string dataChannelSecurity;
 };
 
-/// Reads "/cfg/cw.conf"; what it does not name keeps its default.
+/// Reads the factory's "/etc/cw.conf", then "/cfg/cw.conf".
 WtpConfig readWtpConfig();
 
 /// The host name of "/cfg/sys.conf", the serial number where there is none.

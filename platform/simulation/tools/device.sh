@@ -15,9 +15,10 @@ PATH=$CLI_SIM_ROOT/bin:$PATH
 LC_ALL=C
 export PATH LC_ALL
 
-interfaces="br0 eth0 lo"
-for radio in wlan0 wlan1; do
-    interfaces="$interfaces $radio $radio-va0 $radio-va1 $radio-va2 $radio-va3"
+interfaces=
+for folder in "$CLI_SIM_ROOT"/sim/interfaces/*/; do
+    folder=${folder%/}
+    interfaces="${interfaces:+$interfaces }${folder##*/}"
 done
 
 # value NAME [FALLBACK]: prints a state value.
@@ -91,33 +92,26 @@ is_address() {
     done
 }
 
-# Prints the factory record's MAC address as twelve digits, whichever of its two forms the flash holds.
+# Prints the factory record's MAC address as twelve digits, whichever of its two forms the flash holds; the ROM file's
+# where it holds none.
 factory_mac() {
-    for flash in "$CLI_SIM_ROOT"/dev/mtdblock/[0-9]* "$CLI_SIM_ROOT"/dev/mtdblock[0-9]*; do
+    for flash in "$CLI_SIM_ROOT"/dev/mtdblock/[0-9]* "$CLI_SIM_ROOT"/dev/mtdblock[0-9]* "$CLI_SIM_ROOT"/etc/rom/*; do
         [ -f "$flash" ] || continue
         digits=$(dd if="$flash" bs=16 skip=16376 count=1 2>/dev/null | tr -cd '0-9A-Fa-f')
         [ ${#digits} -eq 12 ] || digits=$(od -An -v -tx1 -j 262016 -N 6 "$flash" | tr -d ' \n')
         case $digits in
-        '' | 000000000000) ;;
+        '' | 000000000000 | ffffffffffff) ;;
         *)
             echo "$digits"
             return
             ;;
         esac
     done
-    echo 021a2b000100
 }
 
-# mac INTERFACE: prints its hardware address; each radio has sixteen, the first for itself.
+# mac INTERFACE: prints its hardware address.
 mac() {
-    case $1 in
-    wlan[01]) offset=$((16 * (${1#wlan} + 1))) ;;
-    wlan[01]-va[0-3])
-        radio=${1%-va?}
-        offset=$((16 * (${radio#wlan} + 1) + ${1#wlan?-va} + 1))
-        ;;
-    *) offset=0 ;;
-    esac
+    offset=$(value "interfaces/$1/mac_offset" 0)
     digits=$(factory_mac)
     last=${digits#??????????}
     printf '%s%02x\n' "${digits%??}" $(((0x$last + offset) & 255)) |
