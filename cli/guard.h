@@ -5,7 +5,7 @@
 
 #include "shell/node.h"
 
-/// Children of `oem`.
+/// Children of `oem`: `start` runs the factory mode's script, `reboot` the tool; more words do nothing. Always 0.
 extern cli_node oemTable[2];
 
 /// `quit` and `exit`: says so and ends the process with 0, whatever the words.
