@@ -5,17 +5,20 @@
 namespace
 {
 
-constexpr std::size_t kCapacity = ApInfo::kReplyLength;
+using std::ranges::fill;
 
-Record plainRecord()
+ApInfo plainInfo()
 {
-    Record record(kCapacity);
-    record.u8(4, 2).u16(6, 30).u16(8, 5).u16(10, 31).u16(12, 300).u16(14, 120).u16(16, 11).u16(18, 15).u16(20, 16);
-    record.u16(22, 65535).u16(24, 4094).text(26, "AP-Lobby").text(62, "Hall 3, west").text(180, "RUN");
-    record.u32(100, 100).u32(104, 4000).u32(108, 0xffffffff).u32(112, 0xffffffff).text(116, "echo timeout");
-    record.u32(216, 0xc0a80163).u32(220, 0x0a0000fe).u16(288, 5246).u16(290, 5247).u32(292, 0x80000000).u8(296, 2);
-    record.u8(297, 1).text(298, "AES256-SHA").mac(334, 0x4211aabbccff).u8(764, 1).u16(768, 1400).u16(770, 1500);
-    return record;
+    ApInfo r{};
+    set(r.name, "AP-Lobby"), set(r.location, "Hall 3, west"), r.radioCount = 2, r.apMode = 1, r.managementVlan = 4094;
+    r.echoInterval = 30, r.discoveryInterval = 5, r.reportInterval = 31, r.idleTimeout = 300;
+    r.statisticsInterval = 120, r.stationStatisticsInterval = 11, r.vapStatisticsInterval = 15;
+    r.radioStatisticsInterval = 16, r.stationCapabilityInterval = 65535, set(r.state, "RUN"), r.retryCount = -1;
+    r.imageReceived = 0xfffffffe, r.imageTotal = 0xffffffff, r.apAddress = 0xc0a80163, r.acAddress = 0x0a0000fe;
+    r.acPorts[0] = 5246, r.acPorts[1] = 5247, set(r.retryReason, "echo timeout"), r.connectTime = 0xffffffff;
+    setMac(r.baseMac, 0x4211aabbccff), r.bulkSequence = INT32_MIN, r.uplinkMtu = 1400, r.downlinkMtu = 1500;
+    r.dataSecurity = 2, set(r.dtlsCipher, "AES256-SHA");
+    return r;
 }
 
 const std::string kPlainScreen = "WTP Configuration\n"
@@ -46,59 +49,61 @@ const std::string kPlainScreen = "WTP Configuration\n"
                                  "    ip-frag-prevent      : disabled\n"
                                  "    LAN port cnt         : 0\n";
 
-std::string showAp(const Record& record)
+std::string showAp(const ApInfo& info)
 {
-    return screenOf(printApInfo, record.bytes());
+    return screenOf(printApInfo, bytesOf(std::vector{info}));
 }
 
 } // namespace
 
 TEST(ApInfo, ShowsEveryFieldInOrder)
 {
-    EXPECT_EQ(showAp(plainRecord()), kPlainScreen);
+    EXPECT_EQ(showAp(plainInfo()), kPlainScreen);
 
-    const Record loading = plainRecord().u8(98, 255).u32(100, 0xfffffffe).u32(104, 0xffffffff);
+    const ApInfo loading = with(plainInfo(), [](auto& r) { r.downloading = 255; });
     const std::string progress = ": RUN + Image Downloading 4294967294/4294967295";
-    Display{showAp, loading, changed(kPlainScreen, ": RUN", progress)}.expectVariants({
-        {[](Record& r) { r.text(62, std::string(36, 'l')); }, "Hall 3, west", std::string(36, 'l')},
-        {[](Record& r) { r.text(180, std::string(36, 's')); }, "RUN", std::string(36, 's')},
+    Display<ApInfo>{showAp, loading, changed(kPlainScreen, ": RUN", progress)}.expectVariants({
+        {[](auto& r) { fill(r.location, 'l'); }, "Hall 3, west", std::string(36, 'l')},
+        {[](auto& r) { fill(r.state, 's'); }, "RUN", std::string(36, 's')},
     });
 
     const std::string dtls = "dtls-enabled\n    dtls-in-kernel       : ";
     const std::string cipher = "\n    cipher               : ";
     const std::string mtu = " (ul_mtu=1400 dl_mtu=1500)\n";
-    Display{showAp, plainRecord(), kPlainScreen}.expectVariants({
-        {[](Record& r) { r.u8(764, 0); }, "fat AP", "thin AP"},
-        {[](Record& r) { r.u8(764, 2); }, "fat AP", "site survey"},
-        {[](Record& r) { r.u8(764, 3); }, "fat AP", "thin AP"},
-        {[](Record& r) { r.u32(112, 0); }, "Sun Feb  7 06:28:15 2106\n", "Thu Jan  1 00:00:00 1970\n"},
-        {[](Record& r) { r.u8(296, 1); }, "clear-text", "dtls-enabled"},
-        {[](Record& r) { r.u8(296, 4).u8(297, 0); }, "clear-text", dtls + "disabled" + cipher + "AES256-SHA"},
-        {[](Record& r) { r.u8(766, 1); }, "disabled\n    LAN", "TCP_MSS " + mtu + "    LAN"},
-        {[](Record& r) { r.u8(766, 2); }, "disabled\n    LAN", " TUN_MTU" + mtu + "    LAN"},
-        {[](Record& r) { r.u8(766, 3); }, "disabled\n    LAN", "TCP_MSS TUN_MTU" + mtu + "    LAN"},
-        {[](Record& r) { r.u8(766, 4); }, "disabled\n    LAN", " " + mtu + "    LAN"},
+    Display<ApInfo>{showAp, plainInfo(), kPlainScreen}.expectVariants({
+        {[](auto& r) { r.apMode = 0; }, "fat AP", "thin AP"},
+        {[](auto& r) { r.apMode = 2; }, "fat AP", "site survey"},
+        {[](auto& r) { r.apMode = 3; }, "fat AP", "thin AP"},
+        {[](auto& r) { r.connectTime = 0; }, "Sun Feb  7 06:28:15 2106\n", "Thu Jan  1 00:00:00 1970\n"},
+        {[](auto& r) { r.dataSecurity = 1; }, "clear-text", "dtls-enabled"},
+        {[](auto& r) { r.dataSecurity = 4; }, "clear-text", dtls + "disabled" + cipher + "AES256-SHA"},
+        {[](auto& r) { r.fragmentPrevention = 1; }, "disabled\n    LAN", "TCP_MSS " + mtu + "    LAN"},
+        {[](auto& r) { r.fragmentPrevention = 2; }, "disabled\n    LAN", " TUN_MTU" + mtu + "    LAN"},
+        {[](auto& r) { r.fragmentPrevention = 3; }, "disabled\n    LAN", "TCP_MSS TUN_MTU" + mtu + "    LAN"},
+        {[](auto& r) { r.fragmentPrevention = 4; }, "disabled\n    LAN", " " + mtu + "    LAN"},
         // A text without a terminator ends with its field.
-        {[](Record& r) { r.text(26, std::string(36, 'n')); }, "AP-Lobby", std::string(36, 'n')},
-        {[](Record& r) { r.text(116, std::string(64, 'r')); }, "echo timeout", std::string(64, 'r')},
-        {[](Record& r) { r.text(180, std::string(36, 's')); }, "RUN", std::string(36, 's')},
-        {[](Record& r) { r.u8(296, 6).text(298, std::string(36, 'c')); }, "clear-text",
+        {[](auto& r) { fill(r.name, 'n'); }, "AP-Lobby", std::string(36, 'n')},
+        {[](auto& r) { fill(r.retryReason, 'r'); }, "echo timeout", std::string(64, 'r')},
+        {[](auto& r) { fill(r.state, 's'); }, "RUN", std::string(36, 's')},
+        {[](auto& r) { r.dataSecurity = 6, r.dtlsInKernel = 1, fill(r.dtlsCipher, 'c'); }, "clear-text",
          dtls + "enabled" + cipher + std::string(36, 'c')},
     });
 }
 
 TEST(ApInfo, ShowsLanPortsByMode)
 {
-    // A port takes 52 bytes.
-    Record record = plainRecord().u32(344, 7).u8(348, 0).u8(400, 1).u8(402, 0x40).u8(452, 2).u8(504, 4);
-    record.u8(556, 3).u8(557, 200).u8(558, 0x33).u16(560, 0xbc).text(562, "guest").mac(595, 0x02fe00000a07);
-    record.u32(604, 0x01020304);
-    record.u8(608, 3).u8(610, 0x8c).u8(611, 0xff).u16(612, 0xffff).text(614, std::string(33, 'S'));
-    record.mac(647, 0xffffffffffff);
+    ApInfo info = plainInfo();
+    auto& port = info.lanPorts;
+    info.lanPortCount = 7, port[1].mode = 1, port[1].flags = 0x40, port[2].mode = 2, port[3].mode = 4;
+    port[4].mode = 3, port[4].secondNumber = 200, port[4].flags = 0x33, port[4].vlanTag = 0xbc;
+    set(port[4].ssid, "guest"), setMac(port[4].addresses.mac, 0x02fe00000a07), port[4].splitTunnelSecond = 0x01020304;
+    port[5].mode = 3, port[5].flags = 0x8c, port[5].reserved3 = 0xff, port[5].vlanTag = 0xffff;
+    fill(port[5].ssid, 'S'), fill(port[5].addresses.mac, 0xff), port[6].mode = 3, port[6].flags = 0xff;
     // The first address begins with the last byte of the MAC address.
-    record.u8(660, 3).u8(662, 0xff).mac(699, 0xa1a2a3a4a500).u32(704, 0x0a0b0cfd).u32(708, 0xffffff00);
+    setMac(port[6].addresses.mac, 0xa1a2a3a4a500), port[6].addresses.splitTunnel.first = 0x0a0b0cfd;
+    port[6].splitTunnelSecond = 0xffffff00;
 
-    EXPECT_EQ(showAp(record),
+    EXPECT_EQ(showAp(info),
               changed(kPlainScreen, "LAN port cnt         : 0\n",
                       "LAN port cnt         : 7\n"
                       "            port1-cfg    : offline   (0) \n"
@@ -116,24 +121,26 @@ TEST(ApInfo, ShowsLanPortsByMode)
 
 TEST(ApInfo, EndsLanPortsAtTheCountOrWithTheReply)
 {
+    constexpr std::size_t kPorts = ApInfo::kLanPortOffset;
+    constexpr std::size_t kWhole = ApInfo::kReplyLength;
     const struct {
-        std::uint32_t count;
+        std::int32_t count;
         std::size_t length;
         int shown;
-    } kCases[] = {
-        {2, kCapacity, 2}, {0xffffffff, kCapacity, 0}, {0x7fffffff, kCapacity, 51}, {1000, 348, 0}, {1000, 349, 1},
-        {1000, 400, 1},
-    };
+    } kCases[] = {{2, kWhole, 2},    {-1, kWhole, 0},       {INT32_MAX, kWhole, 51},
+                  {1000, kPorts, 0}, {1000, kPorts + 1, 1}, {1000, kPorts + sizeof(LanPort), 1}};
     for (const auto& test : kCases) {
-        std::string expected = "    LAN port cnt         : " + std::to_string(static_cast<int>(test.count)) + "\n";
+        std::string expected = "    LAN port cnt         : " + std::to_string(test.count) + "\n";
         for (int i = 1; i <= test.shown; ++i)
             expected += "            port" + std::to_string(i) + "-cfg    : offline   (0) \n";
-        const Record record = Record(kCapacity).u32(344, test.count);
-        EXPECT_TRUE(screenOf(printApInfo, std::span(record.bytes()).first(test.length)).ends_with(expected));
+        auto reply = bytesOf(std::vector{with(ApInfo{}, [&](auto& r) { r.lanPortCount = test.count; })});
+        reply.resize(test.length);
+        EXPECT_TRUE(screenOf(printApInfo, reply).ends_with(expected));
     }
     // What was not received is zero.
-    const std::string cut = showAp(Record(28).text(26, "AP"));
-    EXPECT_EQ(cut, showAp(Record(kCapacity).text(26, "AP")));
+    const auto named = bytesOf(std::vector{with(ApInfo{}, [](auto& r) { set(r.name, "AP"); })});
+    const std::string cut = screenOf(printApInfo, std::span(named).first(offsetof(ApInfo, name) + 2));
+    EXPECT_EQ(cut, screenOf(printApInfo, named));
     EXPECT_TRUE(cut.starts_with("WTP Configuration\n    name                 : AP\n    loc                  : \n"
                                 "    ap mode              : thin AP\n    radio cnt            : 0\n"));
     EXPECT_EQ(screenOf(printApInfo, {}), changed(cut, ": AP\n", ": \n"));

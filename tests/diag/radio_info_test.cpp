@@ -5,22 +5,22 @@
 namespace
 {
 
-constexpr std::size_t kSize = sizeof(RadioRecord);
-constexpr std::size_t kRanges = offsetof(RadioRecord, acRanges);
-constexpr std::size_t kAcChannels = offsetof(RadioRecord, acChannels);
-constexpr std::size_t kAllowedChannels = offsetof(RadioRecord, allowedChannels);
-constexpr std::size_t kHardwareChannels = offsetof(RadioRecord, hardwareChannels);
-constexpr std::size_t kNonOccupancy = offsetof(RadioRecord, nonOccupancyChannels);
+using std::ranges::fill;
 
-Record plainRadio()
+constexpr std::size_t kSize = sizeof(RadioRecord);
+
+RadioRecord plainRadio()
 {
-    Record radio(kSize);
-    radio.u8(0, 1).u8(2, 1).u32(88, 3).u32(92, 0xfffffffe).u16(232, 1000).u16(236, 0x5008).u8(238, 1);
-    radio.text(239, "US").text(243, "DE0").u8(252, 4).u8(253, 5).u8(254, 1).u8(255, 100).u16(258, 65535).u8(260, 15);
-    radio.u8(261, 1).u8(262, 0).u8(263, 64).u8(264, 24).u8(265, 36);
-    radio.u16(kRanges + 2, 36).u16(kRanges + 4, 4).u16(kRanges + 10, 1).u16(kRanges + 12, 3);
-    radio.channels(kAcChannels, 36, 2, 4).channels(kAllowedChannels, 7, 2).channels(kHardwareChannels, 0, 2, 1022);
-    return radio.channels(kNonOccupancy, 100, 2, 4);
+    RadioRecord r{};
+    set(r.configuredCountry, "US"), set(r.operatingCountry, "DE0"), r.id = 1, r.mode = 1, r.type = 0x5008, r.is5GHz = 1;
+    r.powerSaveOptimisation = 4, r.protectionMode = 5, r.coexistence = 1, r.beaconInterval = 65535, r.txPower = 100;
+    r.mcs = 15, r.shortGuardInterval = 1, r.width = 0, r.ackTimeout = 64, r.maxDistance = 1000;
+    r.acChannelNumber = 3, r.acChannelAge = -2, r.channelCount = 24, r.channel = 36;
+    r.acRanges[0].first = 36, r.acRanges[0].count = 4, r.acRanges[1].first = 1, r.acRanges[1].count = 3;
+    mark(r.acChannels, 36, 2, 4), mark(r.allowedChannels, 7, 2), mark(r.hardwareChannels, 0, 2, 1022);
+    // The last bit of a map is no channel.
+    mark(r.nonOccupancyChannels, 100, 2, 4), mark(r.nonOccupancyChannels, 1023, 1);
+    return r;
 }
 
 const std::string kPlainRadio = "\tCountry       : cfg=US, oper=DE\n"
@@ -51,9 +51,9 @@ std::string radioScreen(std::size_t total, const std::string& radios)
 
 const std::string kPlainScreen = radioScreen(1, kPlainRadio);
 
-std::string showRadio(const Record& radio)
+std::string showRadio(const RadioRecord& radio)
 {
-    return screenOf(printRadioInfo, radio.bytes());
+    return screenOf(printRadioInfo, bytesOf(std::vector{radio}));
 }
 
 /// "100, 101, " from `first` on.
@@ -73,9 +73,8 @@ TEST(RadioInfo, ShowsWholeRecordsAndTheirNumber)
 {
     EXPECT_EQ(showRadio(plainRadio()), kPlainScreen);
 
-    std::vector<std::uint8_t> reply = plainRadio().bytes();
-    const std::vector<std::uint8_t> second = plainRadio().u8(0, 200).u8(2, 2).text(239, "1Qqx").bytes();
-    reply.insert(reply.end(), second.begin(), second.end());
+    const auto second = with(plainRadio(), [](auto& r) { r.id = 200, r.mode = 2, set(r.configuredCountry, "1Qqx"); });
+    std::vector<std::uint8_t> reply = bytesOf(std::vector{plainRadio(), second});
     reply.resize(4200);
     const std::string disabled = "\tCountry       : cfg=, oper=DE\n\tRadio 200       : Disabled\r\n\r\n";
     EXPECT_EQ(screenOf(printRadioInfo, reply), radioScreen(2, kPlainRadio + disabled));
@@ -87,7 +86,7 @@ TEST(RadioInfo, ShowsWholeRecordsAndTheirNumber)
 TEST(RadioInfo, NamesTheTypeByTheFirstRuleThatMatches)
 {
     const struct {
-        unsigned bits;
+        std::uint16_t bits;
         const char* name;
         const char* parameters; ///< null: none
     } kTypes[] = {
@@ -103,28 +102,30 @@ TEST(RadioInfo, NamesTheTypeByTheFirstRuleThatMatches)
             expected = changed(expected, line, "");
         else if (type.parameters == std::string("VHT"))
             expected = changed(expected, "HT param      :", "VHT param     :");
-        EXPECT_EQ(showRadio(plainRadio().u16(236, type.bits)), expected) << type.bits;
+        EXPECT_EQ(showRadio(with(plainRadio(), [&](auto& r) { r.type = type.bits; })), expected) << type.bits;
     }
 }
 
 TEST(RadioInfo, ComputesAcknowledgementTimeouts)
 {
-    const std::pair<unsigned, const char*> kCases[] = {
+    const std::pair<std::uint16_t, const char*> kCases[] = {
         {0, "0 ackt_2G=64 ackt_5G=25"},     {99, "99 ackt_2G=64 ackt_5G=25"},
         {100, "100 ackt_2G=65 ackt_5G=26"}, {151, "151 ackt_2G=65 ackt_5G=26"},
         {152, "152 ackt_2G=66 ackt_5G=27"}, {65535, "65535 ackt_2G=497 ackt_5G=458"},
     };
-    for (const auto& [metres, shown] : kCases)
-        EXPECT_EQ(showRadio(plainRadio().u16(232, metres)), changed(kPlainScreen, "1000 ackt_2G=71 ackt_5G=32", shown));
+    for (const auto& test : kCases)
+        EXPECT_EQ(showRadio(with(plainRadio(), [&](auto& r) { r.maxDistance = test.first; })),
+                  changed(kPlainScreen, "1000 ackt_2G=71 ackt_5G=32", test.second));
 }
 
 TEST(RadioInfo, ShowsTheSecondaryChannelAt40MHz)
 {
     // What a radio shows on every channel that has a secondary channel.
-    const auto pairs = [](unsigned band) {
+    const auto pairs = [](std::uint8_t band) {
         std::string all;
-        for (unsigned channel = 1; channel < 256; ++channel) {
-            const std::string screen = showRadio(plainRadio().u8(262, 1).u8(265, channel).u8(238, band));
+        for (std::uint8_t n = 1; n != 0; ++n) {
+            const auto screen =
+                showRadio(with(plainRadio(), [&](auto& r) { r.width = 1, r.channel = n, r.is5GHz = band; }));
             const std::size_t at = screen.find("\tOper_channel  : ") + 17;
             const std::string pair = screen.substr(at, screen.find('\n', at) - at + 1);
             all += pair.find('?') == std::string::npos ? pair : "";
@@ -132,7 +133,7 @@ TEST(RadioInfo, ShowsTheSecondaryChannelAt40MHz)
         return all;
     };
     EXPECT_EQ(pairs(0), "1+5\n2+6\n3+7\n4+8\n5+9\n6+10\n7+11\n8-4\n9-5\n10-6\n11-7\n12-8\n13-9\n14-10\n");
-    for (const unsigned band : {1U, 255U})
+    for (const auto band : std::initializer_list<std::uint8_t>{1, 255})
         EXPECT_EQ(pairs(band), "36+40\n40-36\n44+48\n48-44\n52+56\n56-52\n60+64\n64-60\n100+104\n104-100\n108+112\n"
                                "112-108\n116+120\n120-116\n124+128\n128-124\n132+136\n136-132\n149+153\n153-149\n"
                                "157+161\n161-157\n");
@@ -141,48 +142,46 @@ TEST(RadioInfo, ShowsTheSecondaryChannelAt40MHz)
 TEST(RadioInfo, ShowsWhatDependsOnAField)
 {
     const std::string ranges = "36, 40, 44, 48, 1, 2, 3, ";
-    const Display wide{showRadio, plainRadio().u8(262, 1), changed(kPlainScreen, "20MHz", "40MHz")};
-    wide.expectVariants({
-        {[](Record& r) { r.u8(265, 140); }, "Oper channel  : 36", "Oper_channel  : 140?140"},
-        {[](Record& r) { r.u8(265, 0); }, "Oper channel  : 36", "Oper channel  : 0"},
+    const RadioRecord wide = with(plainRadio(), [](auto& r) { r.width = 1; });
+    Display<RadioRecord>{showRadio, wide, changed(kPlainScreen, "20MHz", "40MHz")}.expectVariants({
+        {[](auto& r) { r.channel = 140; }, "Oper channel  : 36", "Oper_channel  : 140?140"},
+        {[](auto& r) { r.channel = 0; }, "Oper channel  : 36", "Oper channel  : 0"},
     });
-    Display{showRadio, plainRadio(), kPlainScreen}.expectVariants({
-        {[](Record& r) { r.u8(262, 255); }, "20MHz", "80MHz"},
-        {[](Record& r) { r.u8(2, 3).u8(261, 2); }, "gi=enabled", "gi=disabled"},
-        {[](Record& r) { r.text(239, "azAZ").text(243, "ZZZZ"); }, "cfg=US, oper=DE", "cfg=azAZ, oper=ZZZZ"},
-        {[](Record& r) { r.text(239, "[@`{").text(243, "D\xc4  "); }, "cfg=US, oper=DE", "cfg=, oper=D"},
+    Display<RadioRecord>{showRadio, plainRadio(), kPlainScreen}.expectVariants({
+        {[](auto& r) { r.width = 255; }, "20MHz", "80MHz"},
+        {[](auto& r) { r.mode = 3, r.shortGuardInterval = 2; }, "gi=enabled", "gi=disabled"},
+        {[](auto& r) { set(r.configuredCountry, "azAZ"), set(r.operatingCountry, "ZZZZ"); }, "cfg=US, oper=DE",
+         "cfg=azAZ, oper=ZZZZ"},
+        {[](auto& r) { set(r.configuredCountry, "[@`{"), set(r.operatingCountry, "D\xc4  "); }, "cfg=US, oper=DE",
+         "cfg=, oper=D"},
         // The first range without a first channel is the last.
-        {[](Record& r) { r.u16(kRanges + 2, 0); }, ranges, ""},
-        {[](Record& r) { r.u16(kRanges + 4, 0); }, ranges, "1, 2, 3, "},
-        {[](Record& r) {
-             r.u16(kRanges + 2, 14).u16(kRanges + 4, 2).u16(kRanges + 10, 15).u16(kRanges + 12, 2);
-             for (std::size_t k = 2; k < 8; ++k)
-                 r.u16(kRanges + k * 8 + 2, 65535).u16(kRanges + k * 8 + 4, k == 7 ? 2 : 0);
+        {[](auto& r) { r.acRanges[0].first = 0; }, ranges, ""},
+        {[](auto& r) { r.acRanges[0].count = 0; }, ranges, "1, 2, 3, "},
+        {[](auto& r) {
+             r.acRanges[0].first = 14, r.acRanges[0].count = 2, r.acRanges[1].first = 15, r.acRanges[1].count = 2;
+             for (int k = 2; k < 8; ++k)
+                 r.acRanges[k].first = 65535, r.acRanges[k].count = k == 7 ? 2 : 0;
          },
          ranges, "14, 15, 15, 19, 65535, 65539, "},
-        // The last bit of a map is no channel.
-        {[](Record& r) { r.channels(kNonOccupancy, 0, 2, 1022).channels(kNonOccupancy, 1023, 1); }, "100, 104, ",
-         "0, 100, 104, 1022, "},
+        {[](auto& r) { mark(r.nonOccupancyChannels, 0, 2, 1022); }, "100, 104, ", "0, 100, 104, 1022, "},
     });
 }
 
 TEST(RadioInfo, WrapsListsBetweenItems)
 {
-    const std::string twoLines = channelItems(101, 15) + kWrap + channelItems(116, 15);
-    Display{showRadio, plainRadio(), kPlainScreen}.expectVariants({
+    const std::string lines = channelItems(101, 15) + kWrap + channelItems(116, 15);
+    Display<RadioRecord>{showRadio, plainRadio(), kPlainScreen}.expectVariants({
         // From column 24 an item of 5 ends at 94 fourteen times and at 99 fifteen times; a wrapped line begins at 25.
-        {[](Record& r) { r.u16(kAcChannels + 4, 0).channels(kAcChannels, 101, 30); }, "list  : 36, 40, ",
-         "list  : " + twoLines},
-        {[](Record& r) { r.u16(kAcChannels + 4, 0).channels(kAcChannels, 101, 31); }, "list  : 36, 40, ",
-         "list  : " + twoLines + kWrap + "131, "},
+        {[](auto& r) { fill(r.acChannels, 0), mark(r.acChannels, 101, 30); }, "36, 40, \n", lines + "\n"},
+        {[](auto& r) { fill(r.acChannels, 0), mark(r.acChannels, 101, 31); }, "36, 40, \n", lines + kWrap + "131, \n"},
         // Items of 4 end at exactly 96 after eighteen. Four of 4 and eleven of 5 end there in a wrapped line, though
         // they would end at 95 in the first.
-        {[](Record& r) { r.u16(kAllowedChannels, 0).channels(kAllowedChannels, 78, 34); }, "7, 8, \n",
+        {[](auto& r) { fill(r.allowedChannels, 0), mark(r.allowedChannels, 78, 34); }, "7, 8, \n",
          channelItems(78, 18) + kWrap + channelItems(96, 15) + kWrap + "111, \n"},
         // The column runs on across the controller's ranges: 24, four items of 4, then items of 5.
-        {[](Record& r) { r.u16(kRanges + 10, 100).u16(kRanges + 12, 13); }, "36, 40, 44, 48, 1, 2, 3, ",
+        {[](auto& r) { r.acRanges[1].first = 100, r.acRanges[1].count = 13; }, "36, 40, 44, 48, 1, 2, 3, ",
          "36, 40, 44, 48, " + channelItems(100, 12, 4) + kWrap + "148, "},
         // The list of radar-hit channels never wraps.
-        {[](Record& r) { r.channels(kNonOccupancy, 100, 200); }, "100, 104, ", channelItems(100, 200)},
+        {[](auto& r) { mark(r.nonOccupancyChannels, 100, 200); }, "100, 104, ", channelItems(100, 200)},
     });
 }

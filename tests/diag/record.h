@@ -1,4 +1,4 @@
-// Hand-built replies of the daemon, byte by byte.
+// Hand-built replies of the daemon. Records are packed: only fields of single bytes may be passed by reference.
 
 #ifndef TESTS_DIAG_RECORD_H
 #define TESTS_DIAG_RECORD_H
@@ -7,7 +7,6 @@
 #include <arpa/inet.h>
 #include <cstdint>
 #include <cstring>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -19,54 +18,48 @@
 #include "platform/daemon_records.h"
 #include "tests/support/device.h"
 
-/// Bytes of a reply, at the offsets that the daemon uses. What is not set is zero.
-class Record
+/// Sets a text; what follows it in its field stays as it is.
+template <typename Byte, std::size_t N>
+void set(Byte (&field)[N], std::string_view text)
 {
-public:
-    explicit Record(std::size_t size) : bytes_(size) {}
+    std::memcpy(field, text.data(), std::min(text.size(), N));
+}
 
-    Record& u8(std::size_t offset, unsigned value) { return put(offset, static_cast<std::uint8_t>(value)); }
-    Record& u16(std::size_t offset, unsigned value) { return put(offset, static_cast<std::uint16_t>(value)); }
-    Record& u32(std::size_t offset, std::uint32_t value) { return put(offset, value); }
-    Record& text(std::size_t offset, std::string_view value)
-    {
-        std::memcpy(&bytes_.at(offset + value.size() - 1) + 1 - value.size(), value.data(), value.size());
-        return *this;
-    }
-    Record& mac(std::size_t offset, std::uint64_t address)
-    {
-        for (std::size_t i = 0; i < 6; ++i)
-            u8(offset + i, static_cast<unsigned>(address >> (40 - 8 * i)));
-        return *this;
-    }
-    /// Marks `count` channels: n in bit n mod 8 of byte n div 8.
-    Record& channels(std::size_t offset, unsigned first, unsigned count, unsigned step = 1)
-    {
-        for (unsigned n = first; count > 0; --count, n += step)
-            bytes_.at(offset + n / 8) |= static_cast<std::uint8_t>(1U << n % 8);
-        return *this;
-    }
+inline void setMac(std::uint8_t (&field)[6], std::uint64_t address)
+{
+    for (int i = 0; i < 6; ++i)
+        field[i] = static_cast<std::uint8_t>(address >> (40 - 8 * i));
+}
 
-    [[nodiscard]] const std::vector<std::uint8_t>& bytes() const { return bytes_; }
+/// Marks `count` channels: n in bit n mod 8 of byte n div 8.
+inline void mark(ChannelMap& map, unsigned first, unsigned count, unsigned step = 1)
+{
+    for (unsigned n = first; count > 0; --count, n += step)
+        map[n / 8] |= static_cast<std::uint8_t>(1U << n % 8);
+}
 
-private:
-    template <typename Value>
-    Record& put(std::size_t offset, Value value)
-    {
-        std::memcpy(&bytes_.at(offset + sizeof value - 1) + 1 - sizeof value, &value, sizeof value);
-        return *this;
-    }
+/// A record after a change.
+template <typename Record, typename Change>
+Record with(Record record, Change change)
+{
+    change(record);
+    return record;
+}
 
-    std::vector<std::uint8_t> bytes_;
-};
+/// The records back to back, behind what is already there.
+template <typename Record>
+std::vector<std::uint8_t> bytesOf(const std::vector<Record>& records, std::vector<std::uint8_t> bytes = {})
+{
+    const auto* begin = reinterpret_cast<const std::uint8_t*>(records.data());
+    bytes.insert(bytes.end(), begin, begin + records.size() * sizeof(Record));
+    return bytes;
+}
 
 /// A counted list of these records.
-inline std::vector<std::uint8_t> listOf(std::uint32_t count, const std::vector<Record>& records)
+template <typename Record>
+std::vector<std::uint8_t> listOf(std::uint32_t count, const std::vector<Record>& records)
 {
-    std::vector<std::uint8_t> reply = Record(4).u32(0, htonl(count)).bytes();
-    for (const Record& record : records)
-        reply.insert(reply.end(), record.bytes().begin(), record.bytes().end());
-    return reply;
+    return bytesOf(records, bytesOf(std::vector{htonl(count)}));
 }
 
 using ShowReply = void (*)(std::span<const std::uint8_t> reply);
@@ -94,25 +87,24 @@ inline std::string changed(std::string screen, const std::string& from, const st
 }
 
 /// One change to a record, and what it changes on the screen.
+template <typename Record>
 struct Variant {
-    std::function<void(Record&)> set;
+    void (*change)(Record&);
     std::string from;
     std::string to;
 };
 
 /// A record, and the screen that shows it.
+template <typename Record>
 struct Display {
     std::string (*show)(const Record&);
     Record record;
     std::string screen;
 
-    void expectVariants(const std::vector<Variant>& variants) const
+    void expectVariants(const std::vector<Variant<Record>>& variants) const
     {
-        for (const Variant& variant : variants) {
-            Record copy = record;
-            variant.set(copy);
-            EXPECT_EQ(show(copy), changed(screen, variant.from, variant.to));
-        }
+        for (const Variant<Record>& variant : variants)
+            EXPECT_EQ(show(with(record, variant.change)), changed(screen, variant.from, variant.to));
     }
 };
 
