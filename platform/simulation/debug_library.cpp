@@ -1,6 +1,6 @@
 // Switches and output mode live in a small file that shell and daemon map; the logs and the crash records are text
-// files with a line for each entry. All are in the device's folder "sim". Nobody watches the simulated device's
-// console, so the log takes what the output mode sends there too; each line says where it belongs.
+// files with a line for each entry. All are in the device's folder "sim". The console is every terminal with a shell of
+// the device.
 
 #include "platform/debug_library.h"
 
@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "platform/device_file.h"
+#include "platform/simulation/consoles.h"
 #include "platform/simulation/debug_state.h"
 #include "platform/simulation/debug_tables.h"
 #include "platform/simulation/state.h"
@@ -159,16 +160,15 @@ int removeFile(const char* devicePath)
     return unlink(DeviceFile(devicePath).path()) == 0 || errno == ENOENT ? 0 : -1;
 }
 
-/// "2026-01-31 23:59:59"
+/// "2026-01-31 23:59:59 UTC"
 struct TimeText {
-    char text[20];
+    char text[24];
 
     TimeText()
     {
         const std::time_t now = std::time(nullptr);
-        std::tm local{};
-        localtime_r(&now, &local);
-        std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local);
+        std::tm utc{};
+        std::strftime(text, sizeof text, "%F %T UTC", gmtime_r(&now, &utc));
     }
 };
 
@@ -185,18 +185,24 @@ int lengthOfLine(const char* text)
     return static_cast<int>(std::strcspn(text, "\n"));
 }
 
-/// Logs the first line of `text` when the submodule's switch is on.
-void addToLog(const char* devicePath, const char* source, const dbg_module& module, uint64_t mask, int submodule,
-              const char* text)
+void addToLog(const char* devicePath, const char* line)
 {
-    if (submodule < 0 || submodule >= module.count || !isOn(mask, submodule))
-        return;
     const int fd = openLog(devicePath);
     if (fd < 0)
         return;
-    dprintf(fd, "%s %s/%s: %.*s\n", TimeText().text, source, module.submodules[submodule].name, lengthOfLine(text),
-            text);
+    dprintf(fd, "%s\n", line);
     close(fd);
+}
+
+/// Makes a line of the first of `text` when the submodule's switch is on.
+bool makeLine(char (&line)[256], const char* source, const dbg_module& module, uint64_t mask, int submodule,
+              const char* text)
+{
+    if (submodule < 0 || submodule >= module.count || !isOn(mask, submodule))
+        return false;
+    std::snprintf(line, sizeof line, "%s %s/%s: %.*s", TimeText().text, source, module.submodules[submodule].name,
+                  lengthOfLine(text), text);
+    return true;
 }
 
 } // namespace
@@ -345,10 +351,13 @@ void simDebugLog(int app, int submodule, const char* text)
     if (module == nullptr)
         return;
     attach();
-    char source[64];
-    std::snprintf(source, sizeof source, "%s %s", state->header.output_mode == 0 ? "console" : "buffer",
-                  kSimAppNames[app]);
-    addToLog(kLogFile, source, *module, state->apps[app], submodule, text);
+    char line[256];
+    if (!makeLine(line, kSimAppNames[app], *module, state->apps[app], submodule, text))
+        return;
+    if (state->header.output_mode == 0)
+        writeToConsoles(line);
+    else
+        addToLog(kLogFile, line);
 }
 
 void simKernelDebugLog(int kernelModule, int submodule, const char* text)
@@ -357,16 +366,15 @@ void simKernelDebugLog(int kernelModule, int submodule, const char* text)
     if (module == nullptr)
         return;
     attach();
-    addToLog(kKernelLogFile, kSimKernelModuleNames[kernelModule], *module, state->kernelModules[kernelModule],
-             submodule, text);
+    char line[256];
+    if (makeLine(line, kSimKernelModuleNames[kernelModule], *module, state->kernelModules[kernelModule], submodule,
+                 text))
+        addToLog(kKernelLogFile, line);
 }
 
 void simRecordCrash(const char* text)
 {
-    const int fd = openLog(kCrashFile);
-    if (fd < 0)
-        return;
-    const int length = lengthOfLine(text);
-    dprintf(fd, "%.*s\n", length < kCrashLength ? length : kCrashLength, text);
-    close(fd);
+    char line[kCrashLength + 1];
+    std::snprintf(line, sizeof line, "%s %.*s", TimeText().text, lengthOfLine(text), text);
+    addToLog(kCrashFile, line);
 }

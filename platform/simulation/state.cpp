@@ -52,17 +52,18 @@ int simReadNumber(const char* name, int fallback)
 
 bool simWriteText(const char* name, const char* text)
 {
-    // Renamed into place, so that a reader in another process never meets half a value.
+    // Renamed into place, so that a reader in another process never meets half a value, nor a writer another's draft.
     char path[kNameSize];
-    char fresh[kNameSize + sizeof ".new"];
+    char draftPath[kNameSize];
     devicePathOf(name, path);
-    std::snprintf(fresh, sizeof fresh, "%s.new", path);
+    std::snprintf(draftPath, sizeof draftPath, "/tmp/.state.%d", static_cast<int>(getpid()));
     makeFoldersOf(path);
-    FILE* file = std::fopen(DeviceFile(fresh).path(), "we");
+    const DeviceFile draft(draftPath);
+    FILE* file = std::fopen(draft.path(), "we");
     if (file == nullptr)
         return false;
     const bool written = std::fprintf(file, "%s\n", text) > 0;
-    return std::fclose(file) == 0 && written && std::rename(DeviceFile(fresh).path(), DeviceFile(path).path()) == 0;
+    return std::fclose(file) == 0 && written && std::rename(draft.path(), DeviceFile(path).path()) == 0;
 }
 
 bool simWriteNumber(const char* name, int value)

@@ -1,9 +1,9 @@
 // The simulated access point's system library. What a PC has not (identity, interfaces, lines, LEDs) is state below the
-// device's root; load, memory, uptime and the terminal are the running system's.
+// device's root; load, memory and the terminal are the running system's.
 
 #include "platform/system_library.h"
 
-#include <climits>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -14,6 +14,8 @@
 #include <unistd.h>
 
 #include "platform/device_file.h"
+#include "platform/simulation/consoles.h"
+#include "platform/simulation/enter_device.h"
 #include "platform/simulation/fault_signals.h"
 #include "platform/simulation/identity.h"
 #include "platform/simulation/state.h"
@@ -64,27 +66,6 @@ void catchFaults(const char* app)
     }
 }
 
-/// Puts the stand-in tools before the PC's own. A process without them could act on the PC itself, so it ends.
-void enterDevice(const char* app)
-{
-    const char* named = std::getenv("CLI_SIM_ROOT");
-    char root[PATH_MAX];
-    if (named == nullptr || realpath(named, root) == nullptr || std::strcmp(root, "/") == 0) {
-        std::fprintf(stderr, "%s: CLI_SIM_ROOT must name the folder of a simulated access point.\n", app);
-        std::exit(1);
-    }
-    setenv("CLI_SIM_ROOT", root, 1);
-
-    const char* rest = std::getenv("PATH");
-    char path[4 * PATH_MAX];
-    const int length = std::snprintf(path, sizeof path, "%s/bin:%s", root, rest != nullptr ? rest : "/usr/bin:/bin");
-    if (access(DeviceFile("/bin").path(), X_OK) != 0 || static_cast<std::size_t>(length) >= sizeof path) {
-        std::fprintf(stderr, "%s: %s/bin holds no stand-in tools, see platform/simulation/lay_out.\n", app, root);
-        std::exit(1);
-    }
-    setenv("PATH", path, 1);
-}
-
 struct ProcessorTime {
     long long busy;
     long long total;
@@ -124,6 +105,7 @@ int percent(long long part, long long whole)
 void install_signal_handler(const char* app_name, int)
 {
     enterDevice(app_name);
+    openConsole();
     catchFaults(app_name);
 }
 
@@ -155,7 +137,8 @@ int act_confirm(const char* message)
 int sys_factory_reset(int)
 {
     std::fflush(stdout);
-    return std::system(R"(cp "$CLI_SIM_ROOT"/etc/*.conf "$CLI_SIM_ROOT"/cfg/ && reboot)") == 0 ? 0 : -1;
+    return std::system(R"(cd "$CLI_SIM_ROOT" && cp etc/*.conf cfg && rm -f etc/admin-timeout.tmp && reboot)") == 0 ? 0
+                                                                                                                   : -1;
 }
 
 int read_sn(char* buffer, int size, int)
@@ -214,19 +197,13 @@ int get_memory_usage_rate()
 
 int uptime_main(char* buffer, int size)
 {
-    double seconds = 0;
-    if (FILE* file = std::fopen("/proc/uptime", "re"); file != nullptr) {
-        if (std::fscanf(file, "%lf", &seconds) != 1)
-            seconds = 0;
-        std::fclose(file);
-    }
     double load[3] = {};
     getloadavg(load, 3);
     const std::time_t now = std::time(nullptr);
     tm clock = {};
-    localtime_r(&now, &clock);
+    gmtime_r(&now, &clock);
 
-    const int minutes = static_cast<int>(seconds / 60);
+    const int minutes = std::max(0, static_cast<int>(now) - simReadNumber("booted", static_cast<int>(now))) / 60;
     const int days = minutes / (24 * 60);
     std::snprintf(buffer, static_cast<std::size_t>(size),
                   "%02d:%02d:%02d up %d day%s, %02d:%02d, load average: %.2f, %.2f, %.2f", clock.tm_hour, clock.tm_min,

@@ -9,10 +9,11 @@ ShellTest::ShellTest()
     writeFile("/cfg/sys.conf", "hostname=ap\n");
     writeFile("/cfg/cw.conf", "");
     std::istringstream tools("brctl cw_debug cw_diag diag_debug_crashlog flash hostname ifconfig ip iwconfig iwpriv "
-                             "killall lldpctl passwd ping pkill ps qln-get-status qln-set-hostname reboot restore "
+                             "kill killall lldpctl passwd ping pkill ps qln-get-status qln-set-hostname reboot restore "
                              "route sptest tftp top udhcpc");
     for (std::string tool; tools >> tool;)
         plantRecorder(tool);
+    EXPECT_EQ(std::system(("\"" LINK_TOOLS "\" " + path("")).c_str()), 0);
 }
 
 Program ShellTest::shell(const std::vector<std::string>& variables)

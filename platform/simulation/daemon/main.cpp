@@ -1,11 +1,9 @@
 // cwWtpd, the CAPWAP daemon of the simulated access point: a supervisor and its worker, one pair for each device root.
 
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -31,6 +29,5 @@ int main()
         std::fprintf(stderr, "cwWtpd: already running for %s.\n", root);
         return EXIT_FAILURE;
     }
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
-    return getppid() == parent ? superviseWorkers(lock) : EXIT_SUCCESS;
+    return superviseWorkers(lock, parent);
 }

@@ -5,7 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <fcntl.h>
 #include <string>
+#include <sys/file.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -21,6 +23,8 @@ namespace
 {
 
 constexpr char kPidFile[] = "/tmp/cwWtpd.pid";
+
+constexpr char kTerminalsLock[] = "/tmp/terminals";
 
 constexpr int kEnders[] = {SIGTERM, SIGINT, SIGHUP};
 
@@ -42,19 +46,15 @@ bool writePidFile()
 
 void recordCrash(pid_t worker, int fault)
 {
-    char when[32];
-    const std::time_t now = std::time(nullptr);
-    std::tm utc{};
-    std::strftime(when, sizeof when, "%F %T", gmtime_r(&now, &utc));
-    char text[96];
-    std::snprintf(text, sizeof text, "%s cwWtpd[%d]: %s", when, worker, sigdescr_np(fault));
+    char text[64];
+    std::snprintf(text, sizeof text, "cwWtpd[%d]: %s", worker, sigdescr_np(fault));
     simRecordCrash(text);
 }
 
 class Supervisor
 {
 public:
-    explicit Supervisor(int lock) : lock_(lock) {}
+    Supervisor(int lock, pid_t parent) : lock_(lock), parent_(parent) {}
 
     int run();
 
@@ -65,8 +65,12 @@ private:
     /// A worker ended, perhaps. Returns whether this one goes on.
     bool replaceWorker();
     void endWorker() const;
+    [[nodiscard]] bool isOrphan() const;
+    [[nodiscard]] int awaitSignal() const;
+    [[nodiscard]] bool isForsaken() const;
 
     int lock_;
+    pid_t parent_;
     pid_t worker_ = -1;
     sigset_t enders_{};
     sigset_t awaited_{};
@@ -79,8 +83,10 @@ int Supervisor::run()
     bool goesOn = startWorker();
     int status = goesOn ? EXIT_SUCCESS : EXIT_FAILURE;
     while (goesOn) {
-        const int signal = sigwaitinfo(&awaited_, nullptr);
-        if (signal == SIGCHLD && !replaceWorker()) {
+        const int signal = awaitSignal();
+        if (isForsaken()) {
+            goesOn = false;
+        } else if (signal == SIGCHLD && !replaceWorker()) {
             goesOn = false;
             status = EXIT_FAILURE;
         } else if (sigismember(&enders_, signal) == 1) {
@@ -91,6 +97,32 @@ int Supervisor::run()
     unlink(DeviceFile(kPidFile).path());
     unlink(DeviceFile(kChannelSocket).path());
     return status;
+}
+
+/// One that the parent left before this program began has the first process for its parent.
+bool Supervisor::isOrphan() const
+{
+    return getppid() != parent_ || parent_ == 1;
+}
+
+/// The end of the parent arrives as SIGCHLD; from then on the terminals are looked at every second.
+int Supervisor::awaitSignal() const
+{
+    constexpr timespec kSecond = {1, 0};
+    return isOrphan() ? sigtimedwait(&awaited_, nullptr, &kSecond) : sigwaitinfo(&awaited_, nullptr);
+}
+
+/// Whether the parent has ended and no terminal of the device is open: each holds its lock shared. The lock is kept
+/// then, so that one that opens waits for the end.
+bool Supervisor::isForsaken() const
+{
+    if (!isOrphan())
+        return false;
+    const int terminals = open(DeviceFile(kTerminalsLock).path(), O_RDONLY | O_CLOEXEC);
+    if (terminals < 0 || flock(terminals, LOCK_EX | LOCK_NB) == 0)
+        return true;
+    close(terminals);
+    return false;
 }
 
 void Supervisor::holdSignals()
@@ -122,6 +154,7 @@ bool Supervisor::startWorker()
 void Supervisor::becomeWorker(pid_t supervisor) const
 {
     close(lock_);
+    prctl(PR_SET_NAME, "cwWtpd");
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     for (const int fault : kFaultSignals)
         std::signal(fault, SIG_DFL);
@@ -161,7 +194,9 @@ void Supervisor::endWorker() const
 
 } // namespace
 
-int superviseWorkers(int lock)
+int superviseWorkers(int lock, pid_t parent)
 {
-    return Supervisor(lock).run();
+    prctl(PR_SET_NAME, "cwMonitor");
+    prctl(PR_SET_PDEATHSIG, SIGCHLD);
+    return Supervisor(lock, parent).run();
 }

@@ -31,13 +31,12 @@ value() {
     fi
 }
 
-# set_value NAME TEXT
+# set_value NAME TEXT...: a reader finds the old lines or the new ones.
 set_value() {
-    [ -d "$CLI_SIM_ROOT/sim/${1%/*}" ] || case $1 in
-    */*) mkdir -p "$CLI_SIM_ROOT/sim/${1%/*}" ;;
-    *) mkdir -p "$CLI_SIM_ROOT/sim" ;;
-    esac
-    printf '%s\n' "$2" >"$CLI_SIM_ROOT/sim/$1"
+    state_file=$CLI_SIM_ROOT/sim/$1
+    shift
+    [ -d "${state_file%/*}" ] || mkdir -p "${state_file%/*}"
+    printf '%s\n' "$@" >"$CLI_SIM_ROOT/tmp/.state.$$" && mv "$CLI_SIM_ROOT/tmp/.state.$$" "$state_file"
 }
 
 # config_value FILE KEY: prints the value of a line KEY=VALUE of the device's file.
@@ -118,22 +117,45 @@ mac() {
         sed 's/../&:/g; s/:$//' | tr a-f A-F
 }
 
-# Prints the process id of this device's simulated CAPWAP daemon. False when none is running.
-daemon_pid() {
-    pid=
-    IFS= read -r pid 2>/dev/null <"$CLI_SIM_ROOT/tmp/cwWtpd.pid" || [ -n "$pid" ] || return 1
-    is_number "$pid" || return 1
-    program=$(tr '\0' '\n' 2>/dev/null <"/proc/$pid/cmdline" | head -n 1)
-    [ "${program##*/}" = cwWtpd ] || return 1
-    root=$(tr '\0' '\n' 2>/dev/null <"/proc/$pid/environ" | sed -n 's/^CLI_SIM_ROOT=//p')
-    same_file "$root" "$CLI_SIM_ROOT" && echo "$pid"
+# words FILE: the lines of a file with zeros behind them.
+words() {
+    tr '\0' '\n' 2>/dev/null <"$1"
 }
 
-# signal_daemon [-SIGNAL | -s SIGNAL] NAME: what killall and pkill do, here to no process but the simulated CAPWAP
-# daemon. False when NAME is another or none is running.
-signal_daemon() {
+# Prints the device's processes, "PID NAME" a line: shells, the daemon and its supervisor, the stand-in tools that run,
+# and the system shell of a console. Everything else on the PC is out of reach.
+processes() {
+    grep -lsz '^CLI_SIM_ROOT=' /proc/[0-9]*/environ | while IFS=/ read -r _ _ pid _; do
+        same_file "$(words "/proc/$pid/environ" | sed -n 's/^CLI_SIM_ROOT=//p')" "$CLI_SIM_ROOT" || continue
+        IFS= read -r name 2>/dev/null <"/proc/$pid/comm" || continue
+        parent=$(sed -n 's/^PPid:[^0-9]*//p' "/proc/$pid/status" 2>/dev/null)
+        case $name in
+        cli)
+            [ "$(words "/proc/$parent/cmdline" | head -n 1)" != /bin/sh ] || echo "$parent sh"
+            ;;
+        cwWtpd | cwMonitor) ;;
+        *)
+            case $(words "/proc/$pid/cmdline" | sed -n 2p) in
+            "$CLI_SIM_ROOT"/bin/*) ;;
+            *) continue ;;
+            esac
+            # A tool's subshell is no process of its own.
+            ! words "/proc/$parent/cmdline" | grep -qxF "$CLI_SIM_ROOT/bin/$name" || continue
+            ;;
+        esac
+        echo "$pid $name"
+    done | sort -un
+}
+
+# pids NAME: prints the process ids of the device's programs of that name.
+pids() {
+    processes | sed -n "s/ $1\$//p"
+}
+
+# Reads the options that kill and its kin have: $signal and $operands.
+read_signal() {
     signal=TERM
-    name=
+    operands=
     while [ $# -gt 0 ]; do
         case $1 in
         -s | --signal)
@@ -142,9 +164,24 @@ signal_daemon() {
             ;;
         -[A-Z0-9]*) signal=${1#-} ;;
         -*) ;;
-        *) name=$1 ;;
+        *) operands="$operands $1" ;;
         esac
         shift
     done
-    [ "$name" = cwWtpd ] && pid=$(daemon_pid) && kill -s "${signal#SIG}" "$pid"
+    signal=${signal#SIG}
+}
+
+# signal_named [-SIGNAL | -s SIGNAL] NAME...: what killall and pkill do. False when there is no such process.
+signal_named() {
+    read_signal "$@"
+    found=
+    for name in $operands; do
+        case $name in
+        *[!A-Za-z0-9_-]*) continue ;;
+        esac
+        for pid in $(pids "$name"); do
+            kill -s "$signal" "$pid" && found=1
+        done
+    done
+    [ -n "$found" ]
 }
