@@ -5,6 +5,9 @@
 # shellcheck disable=SC2034 # for those who source this
 test_packages=(atftpd busybox cmake g++ libgtest-dev libncurses-dev libreadline-dev libvterm-dev ninja-build procps python3)
 
+# Where what apt-get and cmake say goes.
+output=2
+
 say() {
     printf '%s: %s\n' "${0##*/}" "$*" >&2
 }
@@ -18,7 +21,7 @@ die() {
 apt_get() {
     local -a become=()
     [ "$(id -u)" -eq 0 ] || become=(sudo)
-    "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q "$@" </dev/null >&2
+    "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q "$@" </dev/null >&"$output" 2>&1
 }
 
 # install_missing PACKAGE...: installs those of the packages that are not there.
@@ -51,10 +54,10 @@ build_preset() {
     shift
     if [ ! -f "$folder/build.ninja" ]; then
         say "configuring $folder"
-        cmake --preset "$preset" "$@" </dev/null >&2
+        cmake --preset "$preset" "$@" </dev/null >&"$output" 2>&1
     fi
     # Nothing to say when nothing is to be done.
     ninja -C "$folder" -n </dev/null | grep -q 'no work to do' && return
     say "building $folder"
-    cmake --build "$folder" </dev/null >&2
+    cmake --build "$folder" </dev/null >&"$output" 2>&1
 }
