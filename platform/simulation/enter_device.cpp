@@ -2,13 +2,14 @@
 
 #include "platform/simulation/enter_device.h"
 
-#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <sys/prctl.h>
 #include <unistd.h>
+
+#include "platform/device_file.h"
 
 namespace
 {
@@ -17,50 +18,10 @@ namespace
 constexpr const char* kTools[] = {"cat",  "env",     "grep",  "hostname", "ifconfig", "ip",
                                   "kill", "killall", "pkill", "ps",       "reboot",   "top"};
 
-/// The folders that programs are looked for in.
-class ProgramPath
+bool isExecutable(const char* devicePath)
 {
-public:
-    /// Adds ROOT/FOLDER.
-    void add(const char* root, const char* folder)
-    {
-        const int length =
-            std::snprintf(text_ + length_, sizeof text_ - length_, "%s%s%s", length_ > 0 ? ":" : "", root, folder);
-        length_ = std::min(length_ + static_cast<std::size_t>(length), sizeof text_ - 1);
-    }
-
-    /// Adds those folders of a list that are below the root.
-    void addBelow(const char* root, const char* list)
-    {
-        char copy[PATH_MAX];
-        std::snprintf(copy, sizeof copy, "%s", list);
-        char real[PATH_MAX];
-        const std::size_t rootLength = std::strlen(root);
-        char* rest = copy;
-        while (const char* folder = strsep(&rest, ":"))
-            if (realpath(folder, real) != nullptr && std::strncmp(real, root, rootLength) == 0 &&
-                real[rootLength] == '/')
-                add(real, "");
-    }
-
-    [[nodiscard]] bool holds(const char* program) const
-    {
-        char copy[sizeof text_];
-        std::memcpy(copy, text_, sizeof copy);
-        char file[PATH_MAX];
-        char* rest = copy;
-        while (const char* folder = strsep(&rest, ":"))
-            if (std::snprintf(file, sizeof file, "%s/%s", folder, program) > 0 && access(file, X_OK) == 0)
-                return true;
-        return false;
-    }
-
-    [[nodiscard]] const char* text() const { return text_; }
-
-private:
-    std::size_t length_ = 0;
-    char text_[2 * PATH_MAX]{};
-};
+    return access(DeviceFile(devicePath).path(), X_OK) == 0;
+}
 
 } // namespace
 
@@ -72,19 +33,20 @@ void enterDevice(const char* app)
         std::fprintf(stderr, "%s: CLI_SIM_ROOT must name the folder of a simulated access point.\n", app);
         std::exit(EXIT_FAILURE);
     }
-    ProgramPath path;
-    path.add(root, "/bin");
-    if (const char* found = std::getenv("PATH"); found != nullptr)
-        path.addBelow(root, found);
-    path.add(root, "/usr/bin");
+    setenv("CLI_SIM_ROOT", root, 1);
     for (const char* tool : kTools) {
-        if (path.holds(tool))
+        char path[32];
+        std::snprintf(path, sizeof path, "/bin/%s", tool);
+        char link[32];
+        std::snprintf(link, sizeof link, "/usr/bin/%s", tool);
+        if (isExecutable(path) || isExecutable(link))
             continue;
         std::fprintf(stderr, "%s: %s has no tool \"%s\", see platform/simulation/lay_out.\n", app, root, tool);
         std::exit(EXIT_FAILURE);
     }
-    setenv("CLI_SIM_ROOT", root, 1);
-    setenv("PATH", path.text(), 1);
+    char path[2 * PATH_MAX + sizeof "/bin:/usr/bin"];
+    std::snprintf(path, sizeof path, "%s/bin:%s/usr/bin", root, root);
+    setenv("PATH", path, 1);
     // An emulator of another processor would have its own name.
     prctl(PR_SET_NAME, app);
 }

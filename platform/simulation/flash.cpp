@@ -1,6 +1,6 @@
 // The simulated flash: a file behind "/dev/mtdblock0" that holds the partition image, as make_flash lays it out. The
 // last four bytes are a CRC-32 of all the bytes before them, least significant byte first. "/dev/mtd0", the character
-// device, is an empty file, which only takes requests.
+// device, is an empty file, which only takes requests. The numbers are those of the partition in "/proc/mtd".
 
 #include <algorithm>
 #include <array>
@@ -24,7 +24,6 @@
 namespace
 {
 
-constexpr char kBlockDevice[] = "/dev/mtdblock0";
 constexpr char kFactoryRom[] = "/etc/rom/QPK310V_default.rom";
 
 constexpr std::size_t kCrcSize = 4;
@@ -85,9 +84,38 @@ void readMac(std::uint8_t (&mac)[kMacSize], const char (&slot)[kFlashSlotSize])
         std::memcpy(mac, slot, kMacSize);
 }
 
-bool readRecord(const char* devicePath, PlatformInfo& info)
+/// The device file of this name behind which the partition's number stands.
+class PartitionFile
 {
-    const int fd = open(DeviceFile(devicePath).path(), O_RDONLY | O_CLOEXEC);
+public:
+    explicit PartitionFile(const char* name)
+    {
+        FILE* partitions = std::fopen(DeviceFile("/proc/mtd").path(), "re");
+        if (partitions == nullptr)
+            return;
+        char line[128];
+        int number = 0;
+        while (path_[0] == '\0' && std::fgets(line, sizeof line, partitions) != nullptr)
+            if (std::sscanf(line, "mtd%d:", &number) == 1 && std::strstr(line, "bios") != nullptr)
+                std::snprintf(path_, sizeof path_, "%s%d", name, number);
+        std::fclose(partitions);
+    }
+
+    [[nodiscard]] DeviceFile file() const { return DeviceFile(path_); }
+
+private:
+    char path_[32]{};
+};
+
+int openPartition(int flags)
+{
+    const int fd = open(PartitionFile("/dev/mtdblock/").file().path(), flags | O_CLOEXEC);
+    return fd >= 0 ? fd : open(PartitionFile("/dev/mtdblock").file().path(), flags | O_CLOEXEC);
+}
+
+/// Reads the record of an image and closes it; false when there is none.
+bool readRecord(int fd, PlatformInfo& info)
+{
     if (fd < 0)
         return false;
     flock(fd, LOCK_EX); // A writer of whole images is let finish.
@@ -126,7 +154,7 @@ bool isCharacterDevice(int fd)
 {
     struct stat opened;
     struct stat node;
-    return fstat(fd, &opened) == 0 && stat(DeviceFile("/dev/mtd0").path(), &node) == 0 &&
+    return fstat(fd, &opened) == 0 && stat(PartitionFile("/dev/mtd").file().path(), &node) == 0 &&
            opened.st_dev == node.st_dev && opened.st_ino == node.st_ino;
 }
 
@@ -138,7 +166,7 @@ int eraseBlock(const erase_info_user& block)
     std::memset(erased, 0xFF, sizeof erased);
     if (block.length % sizeof erased != 0 || block.start + block.length > sizeof(FlashImage))
         return refuse(EINVAL);
-    const int fd = open(DeviceFile(kBlockDevice).path(), O_WRONLY | O_CLOEXEC);
+    const int fd = openPartition(O_WRONLY);
     std::uint32_t done = 0;
     while (done < block.length &&
            pwrite(fd, erased, sizeof erased, block.start + done) == static_cast<ssize_t>(sizeof erased))
@@ -173,15 +201,15 @@ int osbios_SetCrc(int fd, const void* image)
 
 int get_qln_platform_info(void* platform_info)
 {
-    return readRecord(kBlockDevice, *static_cast<PlatformInfo*>(platform_info)) ? 0 : -1;
+    return readRecord(openPartition(O_RDONLY), *static_cast<PlatformInfo*>(platform_info)) ? 0 : -1;
 }
 
 PlatformInfo simIdentity()
 {
     PlatformInfo info{};
     PlatformInfo factory{};
-    readRecord(kBlockDevice, info);
-    readRecord(kFactoryRom, factory);
+    readRecord(openPartition(O_RDONLY), info);
+    readRecord(open(DeviceFile(kFactoryRom).path(), O_RDONLY | O_CLOEXEC), factory);
     if (isBlank(info.mac))
         std::ranges::copy(factory.mac, info.mac);
     if (isBlank(info.qlnSn))

@@ -94,7 +94,8 @@ is_address() {
 # Prints the factory record's MAC address as twelve digits, whichever of its two forms the flash holds; the ROM file's
 # where it holds none.
 factory_mac() {
-    for flash in "$CLI_SIM_ROOT"/dev/mtdblock/[0-9]* "$CLI_SIM_ROOT"/dev/mtdblock[0-9]* "$CLI_SIM_ROOT"/etc/rom/*; do
+    number=$(sed -n '/bios/s/^mtd\([0-9]*\):.*/\1/p' "$CLI_SIM_ROOT/proc/mtd" | head -n 1)
+    for flash in "$CLI_SIM_ROOT/dev/mtdblock/$number" "$CLI_SIM_ROOT/dev/mtdblock$number" "$CLI_SIM_ROOT"/etc/rom/*; do
         [ -f "$flash" ] || continue
         digits=$(dd if="$flash" bs=16 skip=16376 count=1 2>/dev/null | tr -cd '0-9A-Fa-f')
         [ ${#digits} -eq 12 ] || digits=$(od -An -v -tx1 -j 262016 -N 6 "$flash" | tr -d ' \n')
