@@ -3,7 +3,6 @@
 #ifndef TESTS_CONF_CONF_H
 #define TESTS_CONF_CONF_H
 
-#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
@@ -32,20 +31,10 @@ class ConfTest : public DeviceTest
 protected:
     ConfTest()
     {
-        std::memset(&cwConfig, 0, sizeof cwConfig);
-        std::memset(&cwConfigSnapshot, 0, sizeof cwConfigSnapshot);
-        std::memset(&sysConfig, 0, sizeof sysConfig);
         std::filesystem::create_directories(path("/sim"));
         writeFile("/sim/serial_number", "SN42\n");
         for (const char* tool : {"pkill", "ip", "hostname", "qln-set-hostname"})
             plantRecorder(tool);
-    }
-
-    ~ConfTest() override
-    {
-        cwConfCopy(cwConfigSnapshot, cwConfig);
-        cwConfDefault(cwConfig, kShellInstance);
-        cwConfCopy(cwConfigSnapshot, cwConfig);
     }
 
     /// Runs a command line; its result is kept.

@@ -91,7 +91,6 @@ TEST_F(ConfFileTest, LinesArePiecesOf255Characters)
     const std::string most(254, 'a');
     EXPECT_EQ(linesOf(""), Lines{});
     EXPECT_EQ(linesOf("\n\na=1"), (Lines{"", "", "a=1"}));
-    EXPECT_EQ(linesOf(" a = 1\r\n"), Lines{" a = 1\r"});
     EXPECT_EQ(linesOf(most + "\nb\n"), (Lines{most, "b"}));
     EXPECT_EQ(linesOf(most + "bc\n"), (Lines{most + "b", "c"}));
     EXPECT_EQ(linesOf(std::string(600, 'c') + "\nd"),
@@ -141,8 +140,7 @@ TEST_F(ConfFileTest, InAClosedFolderAFileIsWrittenInPlace)
 // A reader tells two files apart by their times, also where a clock stands still or is a little late.
 TEST_F(ConfFileTest, AReplacementIsNewer)
 {
-    ConfFileTime before;
-    ConfFileTime now;
+    ConfFileTime before, now;
     writeAt(999'999'000, kFile, "old", time(nullptr));
     confFileTime(kFile, &before);
     ASSERT_EQ(replace("new"), "ok");
