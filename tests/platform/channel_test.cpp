@@ -100,8 +100,9 @@ TEST_F(ChannelTest, ReplyReachesTheCallerCutAtTheCapacity)
     setenv("CLI_SIM_ROOT", root.c_str(), 1);
     for (const auto& [type, reply] :
          {std::pair{2, std::string("yes")}, {2, "yesyesyesyes"}, {2, ""}, {3, "of another query"}}) {
+        const std::string right = packet(type, reply), wrong = packet(type, "no");
         const Peer peer([&](int connection, const std::string& asked) {
-            answer(connection, packet(type, asked == packet(2, "ab") ? reply : "no"));
+            answer(connection, asked == packet(2, "ab") ? right : wrong);
         });
         EXPECT_NE(ipcmsg_send(2, 0, 7, "abcd", 4), 0) << "only the daemon's address is served";
         EXPECT_EQ(query(5000) == 0, type == 2);

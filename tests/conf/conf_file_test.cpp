@@ -1,0 +1,233 @@
+#include "conf/conf_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <sys/resource.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "tests/conf/conf.h"
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+/// Reading a configuration file fails behind this many bytes, before which every other read is interrupted. Negative:
+/// it is left alone.
+ssize_t readableBytes = -1;
+
+} // namespace
+
+extern "C" ssize_t __real_read(int fd, void* bytes, size_t size);
+
+// The linker puts this in the place of every read() of the shell.
+extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
+{
+    static bool isInterrupted = false;
+    const std::string link = "/proc/self/fd/" + std::to_string(fd);
+    std::error_code none;
+    if (readableBytes < 0 || fs::read_symlink(link, none).string().find("/cfg/") == std::string::npos)
+        return __real_read(fd, bytes, size);
+    isInterrupted = !isInterrupted;
+    const ssize_t left = readableBytes - lseek(fd, 0, SEEK_CUR);
+    errno = isInterrupted ? EINTR : EIO;
+    return isInterrupted || left <= 0 ? -1 : __real_read(fd, bytes, std::min(size, static_cast<size_t>(left)));
+}
+
+namespace
+{
+
+constexpr char kFile[] = "/cfg/x.conf";
+constexpr char kReloading[] = "CAPWAP parameter changed, capwap daemon is reloading\n";
+constexpr char kUnreadable[] = "cwConfRead: Could not open conf file /cfg/cw.conf.\n";
+
+class ConfFileTest : public ConfTest
+{
+protected:
+    ~ConfFileTest() override { readableBytes = -1; }
+
+    std::vector<std::string> linesOf(const std::string& text) const
+    {
+        writeFile(kFile, text);
+        ConfLines lines(kFile);
+        std::vector<std::string> taken;
+        for (const char* line = lines.next(); line != nullptr; line = lines.next())
+            taken.emplace_back(line);
+        EXPECT_EQ(lines.count(), static_cast<int>(taken.size()));
+        return taken;
+    }
+
+    /// "ok", what was said, or "silent".
+    static std::string replace(const std::string& text)
+    {
+        ConfText content;
+        content.append("%s", text.c_str());
+        int result = 0;
+        const std::string said = outputOf([&] { result = replaceConfFile(kFile, content); });
+        return result == 0 ? "ok" + said : said.empty() ? "silent" : said;
+    }
+
+    /// As if the disk had room for a part of the text.
+    static std::string replaceOnAFullDisk()
+    {
+        signal(SIGXFSZ, SIG_IGN);
+        rlimit before;
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit full = {100, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+        std::string outcome = replace(std::string(200, 'x'));
+        setrlimit(RLIMIT_FSIZE, &before);
+        return outcome;
+    }
+};
+
+TEST_F(ConfFileTest, LinesArePiecesOf255Characters)
+{
+    using Lines = std::vector<std::string>;
+    const std::string most(254, 'a');
+    EXPECT_EQ(linesOf(""), Lines{});
+    EXPECT_EQ(linesOf("\n\na=1"), (Lines{"", "", "a=1"}));
+    EXPECT_EQ(linesOf(most + "\nb\n"), (Lines{most, "b"}));
+    EXPECT_EQ(linesOf(most + "bc\n"), (Lines{most + "b", "c"}));
+    EXPECT_EQ(linesOf(std::string(600, 'c') + "\nd"),
+              (Lines{std::string(255, 'c'), std::string(255, 'c'), std::string(90, 'c'), "d"}));
+    EXPECT_EQ(linesOf(std::string("a\0b\n\0\nc\n", 8)), (Lines{"a", "", "c"}));
+    EXPECT_EQ(linesOf(std::string(kConfFileLimit, '\n') + "late\n").size(), kConfFileLimit);
+}
+
+TEST_F(ConfFileTest, AFileEndsWhereReadingFails)
+{
+    const std::string text = "a=1\n" + std::string(4096, '#') + "\nb=2\n";
+    readableBytes = 4096;
+    EXPECT_EQ(linesOf(text).size(), 17U) << "no cut line";
+    writeFile(kFile, text);
+    ConfItems items("reader", kFile);
+    EXPECT_EQ(outputOf([&] {
+                  EXPECT_TRUE(items.next());
+                  while (items.next())
+                      ;
+              }),
+              "reader: Could not open conf file /cfg/x.conf.\n");
+    EXPECT_TRUE(items.isOpen() && items.failed());
+    readableBytes = 5000;
+    EXPECT_EQ(linesOf(text).back(), "b=2") << "interrupted reads go on";
+}
+
+TEST_F(ConfFileTest, InAClosedFolderAFileIsWrittenInPlace)
+{
+    const uid_t user = geteuid();
+    const uid_t someone = user != 0 ? user : 65534;
+    writeFile(kFile, "an old text");
+    ASSERT_EQ(chmod(path("").c_str(), 0755) | chmod(path(kFile).c_str(), 0666) | chmod(path("/cfg").c_str(), 0555), 0);
+    ASSERT_EQ(seteuid(someone), 0);
+    EXPECT_EQ(replaceOnAFullDisk(), "    Error: Can not write /cfg/x.conf.\n");
+    EXPECT_EQ(readFile(kFile), "an old text");
+    EXPECT_EQ(replace("new"), "ok");
+    EXPECT_EQ(readFile(kFile), "new");
+    ASSERT_EQ(seteuid(user) | chmod(path(kFile).c_str(), 0444) | seteuid(someone), 0);
+    EXPECT_EQ(replace("newer"), "silent");
+    ASSERT_EQ(seteuid(user) | chmod(path("/cfg").c_str(), 0755) | unlink(path(kFile).c_str()) |
+                  chmod(path("/cfg").c_str(), 0555) | seteuid(someone),
+              0);
+    EXPECT_EQ(replace("newest"), "silent") << "no file, and no place for one";
+    ASSERT_EQ(seteuid(user) | chmod(path("/cfg").c_str(), 0755), 0);
+}
+
+// A reader tells two files apart by their times, also where a clock stands still or is a little late.
+TEST_F(ConfFileTest, AReplacementIsNewer)
+{
+    ConfFileTime before, now;
+    writeAt(999'999'000, kFile, "old", time(nullptr));
+    confFileTime(kFile, &before);
+    ASSERT_EQ(replace("new"), "ok");
+    EXPECT_EQ(confFileTime(kFile, &now), ConfFileStatus::Known);
+    EXPECT_LT(std::pair(before.seconds, before.nanoseconds), std::pair(now.seconds, now.nanoseconds));
+    EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::Missing);
+}
+
+TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
+{
+    const std::string unreadable = "sysConfRead: Could not open conf file /cfg/sys.conf.\n";
+    const std::string text = fileOf("hostname=ap2\n");
+    startSaved();
+    fs::remove(path("/cfg/cw.conf"));
+    writeAt(1, "/cfg/sys.conf", text);
+    readableBytes = 100;
+    EXPECT_EQ(outputOf([] { sysConfRefresh(sysConfig); }), unreadable);
+    EXPECT_EQ(outputOf([] { sysConfRefresh(sysConfig); }), "") << "not before every prompt";
+    for (const char* line : {"config system admin-timeout 9", "config system hostname ap3"}) {
+        EXPECT_EQ(type(line), unreadable);
+        EXPECT_EQ(result_, -1);
+    }
+    EXPECT_STREQ(sysConfig.hostname, "ap1");
+    EXPECT_EQ(prepare(), unreadable);
+    sysConfig.hostname[0] = '\0';
+    EXPECT_EQ(prepare(), unreadable);
+    EXPECT_STREQ(sysConfig.hostname, "SN42") << "the prompt needs a name";
+    EXPECT_TRUE(type("cfg -c").starts_with(unreadable));
+    EXPECT_EQ(readFile("/cfg/sys.conf"), text);
+    readableBytes = -1;
+    EXPECT_EQ(type("config system admin-timeout 9"), "");
+    EXPECT_EQ(readFile("/cfg/sys.conf"), fileOf("factorysn=F1\nhostname=ap2\nbaudrate=115200\nadmin-timeout=9\n"));
+}
+
+// Nobody has seen what is in the file, so the record stays and nothing is written over it.
+TEST_F(ConfFileTest, AFileThatCannotBeReadCountsForNothing)
+{
+    const std::string text = "hwVer=B\nhwVer=C\nac-ip-addr=10.0.0.1\nstatic-ip-addr=10.0.0.2\n" + std::string(90, '#');
+    startSaved();
+    type("config capwap wtp ac-hostname add a");
+    writeAt(1, "/cfg/cw.conf", text);
+    readableBytes = 80;
+    EXPECT_EQ(type("config capwap wtp dhcp-code 200"), kUnreadable);
+    const std::string shown = type("show cw_conf");
+    EXPECT_TRUE(shown.starts_with(kUnreadable) && shown.ends_with(kChanged)) << shown;
+    EXPECT_NE(shown.find("\tdhcp-code=200\n"), std::string::npos);
+    EXPECT_NE(shown.find("\tac-hostname=a\n"), std::string::npos);
+    EXPECT_STREQ(sysConfig.staticAddr, "192.168.1.2");
+    EXPECT_STREQ(cwConfigSnapshot.hwVer, "QWX40R");
+    EXPECT_EQ(type("drop cw_conf"), kUnreadable);
+    EXPECT_EQ(type("save cw_conf"), kUnreadable);
+    EXPECT_EQ(result_, -1);
+    EXPECT_EQ(readFile("/cfg/cw.conf"), text);
+    readableBytes = -1;
+    EXPECT_EQ(type("config capwap wtp ac-ip-addr list"), "    acStaticIpAddrListCnt        : 1\n"
+                                                         "    ac-ip-addr                   : 10.0.0.1 1\n");
+    EXPECT_FALSE(type("show cw_conf").ends_with(kChanged));
+
+    readableBytes = 80;
+    type("drop cw_conf");
+    readableBytes = -1;
+    const std::string inTurn = "flock . sh -c 'sleep 0.1; rm cw.conf' & while flock -n . true; do :; done";
+    ASSERT_EQ(std::system(("cd " + path("/cfg") + "; " + inTurn).c_str()), 0);
+    EXPECT_EQ(type("save cw_conf"), kReloading) << "what is gone when the turn comes can be written";
+    EXPECT_EQ(calls(), "pkill cwWtpd\n");
+}
+
+// The snapshot stays behind until a later second, so nothing may be concluded from it.
+TEST_F(ConfFileTest, ASaveInTheSecondOfTheReadIsRepeated)
+{
+    const auto awaitNextSecond = [] {
+        for (const time_t now = time(nullptr); time(nullptr) == now;)
+            usleep(1000);
+        usleep(20'000); // the clock of files is a little late
+    };
+    awaitNextSecond();
+    writeFile("/cfg/cw.conf", "dhcp-code=138\n");
+    prepare();
+    for (const char* code : {"200", "138", "138"}) {
+        set("dhcp-code", code);
+        EXPECT_EQ(type("save cw_conf"), kReloading);
+        EXPECT_FALSE(type("show cw_conf").ends_with(kChanged));
+        EXPECT_NE(readFile("/cfg/cw.conf").find("\ndhcp-code=" + std::string(code) + "\n"), std::string::npos);
+    }
+    awaitNextSecond();
+    EXPECT_EQ(type("save cw_conf"), kReloading);
+    EXPECT_EQ(type("save cw_conf"), "");
+}
+
+} // namespace
