@@ -78,6 +78,7 @@ TEST_F(Ending, IdleSessionEndsAsItsParentAsks)
         {"/bin/shell-of-another-kind", "", "ap  #", -SIGKILL},
     };
     writeFile("/etc/admin-timeout.tmp", "1\n");
+    plantTool("kill", "kill \"$@\"");
     for (const auto& example : sessions) {
         SCOPED_TRACE(example.parent);
         Session session(shellBelow(example.parent));

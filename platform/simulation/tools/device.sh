@@ -132,7 +132,9 @@ processes() {
         parent=$(sed -n 's/^PPid:[^0-9]*//p' "/proc/$pid/status" 2>/dev/null)
         case $name in
         cli)
-            [ "$(words "/proc/$parent/cmdline" | head -n 1)" != /bin/sh ] || echo "$parent sh"
+            case $(words "/proc/$parent/cmdline" | head -n 1) in
+            */bin/sh*) echo "$parent sh" ;;
+            esac
             ;;
         cwWtpd | cwMonitor) ;;
         *)
