@@ -1,7 +1,8 @@
 # shellcheck shell=sh
-# Sourced after device.sh by the tools of the radios: what a radio's settings come to by the states "bands" and
+# Sourced by the tools of the radios in place of device.sh: what a radio's settings come to by the states "bands" and
 # "channels/<country>". What is set here is for them.
 # shellcheck disable=SC2034
+. "${0%/*}/device.sh"
 
 # read_band BAND: sets $mode, $ghz and $full_power. False when it is none.
 read_band() {
