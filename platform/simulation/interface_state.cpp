@@ -22,11 +22,6 @@ void settingName(const char* interface, const char* setting, char (&name)[kSetti
 
 } // namespace
 
-std::span<const char* const> simInterfaces()
-{
-    return kInterfaces;
-}
-
 bool simIsInterface(const char* name)
 {
     return std::ranges::any_of(kInterfaces,

@@ -1,18 +1,15 @@
 // The wireless interfaces of the simulated device: the state files "sim/interfaces/<interface>/<setting>", which
 // lay_out makes.
 //
-// Settings: up, ssid, broadcast_ssid, channel, beacon_interval, dtim_period, rts_threshold, frag_threshold, coexist,
-// radio_mode, auth_type, local_bridging, country, mac_offset (from the factory record's hardware address), mib/use40M
-// (channel width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz).
+// Settings: up, ssid, broadcast_ssid, dtim_period, rts_threshold, frag_threshold, auth_type, local_bridging, mac_offset
+// (from the factory record's hardware address). Only radios have channel, coexist, beacon_interval, country, power (per
+// cent), radar (channels where it was seen), mib/band and mib/use40M (width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz);
+// radio_state.h tells what they come to.
 
 #ifndef PLATFORM_SIMULATION_INTERFACE_STATE_H
 #define PLATFORM_SIMULATION_INTERFACE_STATE_H
 
 #include <cstddef>
-#include <span>
-
-/// All of them, a radio's own before its VAPs'.
-std::span<const char* const> simInterfaces();
 
 bool simIsInterface(const char* name);
 

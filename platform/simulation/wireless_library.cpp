@@ -1,9 +1,9 @@
 #include "platform/wireless_library.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include "platform/simulation/interface_state.h"
+#include "platform/simulation/radio_state.h"
 #include "platform/simulation/regulatory_table.h"
 #include "platform/simulation/state.h"
 
@@ -22,9 +22,6 @@ int getNumber(const char* interface)
     return simInterfaceNumber(interface, Setting);
 }
 
-constexpr char kCoexist[] = "coexist";
-constexpr char kChannel[] = "channel";
-constexpr char kBeaconInterval[] = "beacon_interval";
 constexpr char kDtimPeriod[] = "dtim_period";
 constexpr char kRtsThreshold[] = "rts_threshold";
 constexpr char kFragThreshold[] = "frag_threshold";
@@ -32,10 +29,21 @@ constexpr char kBroadcastSsid[] = "broadcast_ssid";
 constexpr char kLocalBridging[] = "local_bridging";
 constexpr char kAuthType[] = "auth_type";
 
+/// 0 where there is a text.
+int copyText(char* buffer, std::size_t size, const char* text)
+{
+    std::snprintf(buffer, size, "%s", text);
+    return text[0] != '\0' ? 0 : -1;
+}
+
+int getChannel(const char* interface)
+{
+    return simRadio(interface).record.channel;
+}
+
 int getRadioMode(const char* interface, char* buffer)
 {
-    simInterfaceText(interface, "radio_mode", buffer, kRadioModeSize);
-    return buffer[0] != '\0' ? 0 : -1;
+    return copyText(buffer, kRadioModeSize, simRadio(interface).mode);
 }
 
 const char* getSsid(const char* interface, char* buffer, int size)
@@ -48,24 +56,14 @@ const char* getSsid(const char* interface, char* buffer, int size)
 
 int getCountry(const char* interface, char* buffer, int size)
 {
-    if (size <= 0)
-        return -1;
-    simInterfaceText(interface, "country", buffer, static_cast<std::size_t>(size));
-    return buffer[0] != '\0' ? 0 : -1;
+    return size > 0 ? copyText(buffer, static_cast<std::size_t>(size), simRadio(interface).record.operatingCountry)
+                    : -1;
 }
 
-/// A radio has one country: its VAPs follow.
 int setCountry(const char* interface, int code)
 {
     const RegulatoryCountry* country = simCountryByNumber(code);
-    if (country == nullptr || !simIsInterface(interface))
-        return -1;
-    const std::size_t length = std::strlen(interface);
-    bool done = true;
-    for (const char* name : simInterfaces())
-        if (std::strncmp(name, interface, length) == 0)
-            done = simSetInterfaceText(name, "country", country->code) && done;
-    return done ? 0 : -1;
+    return country != nullptr && simSetCountry(interface, *country) ? 0 : -1;
 }
 
 } // namespace
@@ -73,10 +71,14 @@ int setCountry(const char* interface, int code)
 int init_wlan_api(wlan_api* table)
 {
     *table = {};
-    table->get_coexist = getNumber<kCoexist>;
+    table->get_coexist = [](const char* interface) -> int {
+        return simRadio(interface).record.coexistence;
+    };
     table->get_radio_mode = getRadioMode;
-    table->get_channel = getNumber<kChannel>;
-    table->get_beacon_interval = getNumber<kBeaconInterval>;
+    table->get_channel = getChannel;
+    table->get_beacon_interval = [](const char* interface) -> int {
+        return simRadio(interface).record.beaconInterval;
+    };
     table->get_dtim_period = getNumber<kDtimPeriod>;
     table->get_rts_threshold = getNumber<kRtsThreshold>;
     table->get_frag_threshold = getNumber<kFragThreshold>;
@@ -93,7 +95,7 @@ int rtl_wlan_get_bgscan(const char* interface, int, void* buffer, int size)
 {
     if (!simIsInterface(interface) || size < simReadNumber("scan_size", kScanSize))
         return -1;
-    const int channel = simInterfaceNumber(interface, kChannel);
+    const int channel = getChannel(interface);
     char* text = static_cast<char*>(buffer);
     auto room = static_cast<std::size_t>(size);
     int found = 0;

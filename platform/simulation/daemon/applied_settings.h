@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
 
 /// Message 6: a country for both radios. False: the message is not eight bytes, or names no country by both its number
 /// and its letters.
@@ -14,11 +13,5 @@ bool applyCountry(std::span<const uint8_t> message);
 /// Message 7: a radio's transmit power, in per cent of its calibrated maximum or in dBm, cut to what the radio can do.
 /// False: the message is not four bytes, or names no radio.
 bool applyPower(std::span<const uint8_t> message);
-
-/// Two letters.
-std::string configuredCountry();
-
-/// In per cent of the calibrated maximum.
-int transmitPower(unsigned radio);
 
 #endif

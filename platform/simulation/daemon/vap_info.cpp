@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <arpa/inet.h>
 #include <cstring>
+#include <span>
 #include <string>
 
 #include "platform/simulation/daemon/hardware_address.h"
