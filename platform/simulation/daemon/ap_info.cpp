@@ -1,12 +1,10 @@
 // The access point's own record: identity, intervals, state of the link, LAN ports.
 
 #include <algorithm>
-#include <cstring>
 
-#include "base/address.h"
 #include "platform/simulation/daemon/hardware_address.h"
 #include "platform/simulation/daemon/replies.h"
-#include "platform/simulation/interface_state.h"
+#include "platform/simulation/daemon/uplink.h"
 
 namespace
 {
@@ -50,17 +48,6 @@ LanPort withHardwareAddress(LanPort port)
     return port;
 }
 
-/// The address that the network gave to an access point without a static one.
-uint32_t leasedAddress()
-{
-    char text[32];
-    simInterfaceText("eth0", "address", text, sizeof text);
-    text[std::strcspn(text, "/")] = '\0';
-    uint32_t address = 0;
-    parseIpv4(text, &address);
-    return address;
-}
-
 uint8_t securityCode(const WtpConfig& config)
 {
     return config.dataChannelSecurity.find("clear") != std::string::npos ? ApInfo::kClearText : ApInfo::kDtlsDetails;
@@ -84,7 +71,7 @@ Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& li
     info.managementVlan = config.managementVlan;
     info.retryCount = link.retries;
     info.connectTime = static_cast<uint32_t>(link.connectTime);
-    info.apAddress = config.usesDhcp ? leasedAddress() : config.staticAddress;
+    info.apAddress = ownAddress();
     info.acAddress = link.controller;
     info.acPorts[0] = config.controllerPort;
     info.acPorts[1] = static_cast<uint16_t>(config.controllerPort + 1);

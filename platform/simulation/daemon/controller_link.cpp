@@ -9,7 +9,7 @@ namespace
 {
 
 /// The controller that every discovery but a static one finds.
-constexpr uint32_t kDefaultController = 0xc0a80001;
+constexpr uint32_t kDefaultController = 0xc0a8010a;
 
 struct Phase {
     const char* state;

@@ -8,7 +8,7 @@
 #include "platform/simulation/daemon/wtp_config.h"
 
 /// As many VAPs as the state file "daemon/vaps" says.
-Bytes vapReply(const WtpConfig& config, const ControllerLink::Status& link);
+Bytes vapReply(const ControllerLink::Status& link);
 
 Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& link);
 

@@ -53,8 +53,8 @@ constexpr Vap kVaps[] = {
 
 constexpr char kStaticKey[] = "scan-5-digits";
 constexpr uint8_t kWpaKeyLength = 32;
-constexpr const char* kAuthenticationServers[] = {"192.168.0.10", "192.168.0.11"};
-constexpr const char* kAccountingServers[] = {"192.168.0.10", "", "192.168.0.12"};
+constexpr const char* kAuthenticationServers[] = {"192.168.1.20", "192.168.1.21"};
+constexpr const char* kAccountingServers[] = {"192.168.1.20", "", "192.168.1.22"};
 
 std::string radioInterface(const Vap& vap)
 {
@@ -124,16 +124,13 @@ void describeSecurity(VapRecord& record, Security security)
     }
 }
 
-VapRecord vapRecord(const Vap& vap, const WtpConfig& config, const ControllerLink::Status& link)
+VapRecord vapRecord(const Vap& vap, const ControllerLink::Status& link)
 {
-    const bool isLocal = vap.tunnel == kNoTunnel;
     const bool isAdminUp = isUp(interfaceOf(vap));
     const uint16_t privacy = vap.security != Security::open ? VapRecord::kPrivacy : 0;
     VapRecord record{};
     record.handle = 0x80a4c000 + 0x1000U * vap.radio + 0x100U * vap.number;
     record.radio = vap.radio;
-    record.address = isLocal ? config.staticAddress : 0;
-    record.netmask = isLocal ? config.staticNetmask : 0;
     record.wlan = static_cast<uint8_t>(vap.number + 1);
     record.macMode = vap.mac;
     record.tunnel = vap.tunnel;
@@ -153,7 +150,7 @@ VapRecord vapRecord(const Vap& vap, const WtpConfig& config, const ControllerLin
     fillText(record.authentication, vap.authentication);
     describeSecurity(record, vap.security);
     if ((vap.flags & VapRecord::kCaptivePortal) != 0)
-        fillText(record.portalServer, "192.168.0.20:8443");
+        fillText(record.portalServer, "192.168.1.30:8443");
     return record;
 }
 
@@ -175,12 +172,12 @@ StationRecord stationRecord(unsigned index, const Vap& vap, unsigned association
 
 } // namespace
 
-Bytes vapReply(const WtpConfig& config, const ControllerLink::Status& link)
+Bytes vapReply(const ControllerLink::Status& link)
 {
     Bytes reply;
     append(reply, htonl(static_cast<uint32_t>(vaps().size())));
     for (const Vap& vap : vaps())
-        append(reply, vapRecord(vap, config, link));
+        append(reply, vapRecord(vap, link));
     return reply;
 }
 

@@ -16,6 +16,7 @@
 #include "platform/simulation/daemon/applied_settings.h"
 #include "platform/simulation/daemon/debug_line.h"
 #include "platform/simulation/daemon/replies.h"
+#include "platform/simulation/daemon/uplink.h"
 #include "platform/simulation/state.h"
 
 namespace
@@ -84,7 +85,7 @@ std::optional<Clock::time_point> dueTime(const Behaviour& behaviour)
 class Worker
 {
 public:
-    explicit Worker(int listener) : listener_(listener) {}
+    explicit Worker(int listener, const WtpConfig& config) : listener_(listener), config_(config), link_(config) {}
 
     [[noreturn]] void run();
 
@@ -108,8 +109,8 @@ private:
     void dropFinished();
 
     int listener_;
-    WtpConfig config_ = readWtpConfig();
-    ControllerLink link_{config_};
+    WtpConfig config_;
+    ControllerLink link_;
     std::string linkState_;
     std::vector<Client> clients_;
 };
@@ -212,7 +213,7 @@ std::optional<Bytes> Worker::answer(int32_t type) const
 {
     switch (type) {
     case kQueryVaps:
-        return vapReply(config_, link_.status());
+        return vapReply(link_.status());
     case kQueryAccessPoint:
         return accessPointReply(config_, link_.status());
     case kQueryStations:
@@ -246,10 +247,12 @@ void Worker::dropFinished()
 
 void runWorker()
 {
+    const WtpConfig config = readWtpConfig();
+    takeAddress(config);
     unlink(DeviceFile(kChannelSocket).path());
     const int listener = openChannelSocket(bind);
     if (listener < 0 || listen(listener, SOMAXCONN) != 0)
         return;
     debugLine("main", "worker %d started", getpid());
-    Worker(listener).run();
+    Worker(listener, config).run();
 }
