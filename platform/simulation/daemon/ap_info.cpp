@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/simulation/daemon/hardware_address.h"
+#include "platform/simulation/daemon/network.h"
 #include "platform/simulation/daemon/replies.h"
 #include "platform/simulation/daemon/uplink.h"
 
@@ -11,46 +12,63 @@ namespace
 
 constexpr uint16_t kRadioStatisticsInterval = 30;
 
-LanPort lanPort(uint8_t mode) noexcept
-{
-    LanPort port{};
-    port.mode = mode;
-    return port;
-}
-
-/// A port bridged to an SSID. The last octet of the first split-tunnel address is also that of its hardware address.
-LanPort bridgedPort(uint8_t secondNumber, uint8_t flags, uint16_t vlan, std::string_view ssid, uint32_t first,
-                    uint32_t second) noexcept
-{
-    LanPort port = lanPort(LanPort::kBridgedToSsid);
-    port.secondNumber = secondNumber;
-    port.flags = flags;
-    port.vlanTag = vlan;
-    fillText(port.ssid, ssid);
-    port.addresses.splitTunnel.first = first;
-    port.splitTunnelSecond = second;
-    return port;
-}
-
-const LanPort kLanPorts[] = {
-    lanPort(LanPort::kNatToWan),
-    lanPort(LanPort::kBridgedToWan),
-    bridgedPort(2, LanPort::kSt | LanPort::kLocalSwitching | LanPort::kLocalBridging | LanPort::kMesh, 0x0014, "guest",
-                0x00000043, 0),
-    bridgedPort(3, LanPort::kSplitTunnel, 0x001e, "branch", 0x0a141e44, 0xac101f01),
-    lanPort(LanPort::kOffline),
+struct PortUse {
+    uint8_t mode;
+    std::string_view network{}; ///< the interface of the one that the port is bridged to
 };
 
-LanPort withHardwareAddress(LanPort port)
+constexpr PortUse kPortUses[] = {
+    {LanPort::kNatToWan},
+    {LanPort::kBridgedToWan},
+    {LanPort::kBridgedToSsid, "wlan0-va1"},
+    {LanPort::kBridgedToSsid, "wlan1-va2"},
+    {LanPort::kOffline},
+};
+
+/// The flags that a port has in common with its network.
+constexpr uint8_t kCommonFlags =
+    LanPort::kLocalSwitching | LanPort::kLocalBridging | LanPort::kSt | LanPort::kSplitTunnel;
+static_assert((VapRecord::kLocalSwitching | VapRecord::kLocalBridging | VapRecord::kStandalone |
+               VapRecord::kSplitTunnel) == kCommonFlags);
+
+constexpr uint32_t kSplitTunnels[] = {0x0a141e00, 0xac101f01};
+
+LanPort bridgedPort(const Network& network)
 {
-    const HardwareAddress base = baseAddress();
-    std::copy_n(base.begin(), sizeof port.addresses.splitTunnel.macHead, port.addresses.splitTunnel.macHead);
+    const HardwareAddress mac = interfaceAddress(network.interface());
+    LanPort port{};
+    port.mode = LanPort::kBridgedToSsid;
+    port.secondNumber = static_cast<uint8_t>(network.number + 1);
+    port.flags = static_cast<uint8_t>((network.flags() & kCommonFlags) | network.meshBackhaul * LanPort::kMesh);
+    port.vlanTag = network.vlan;
+    fillText(port.ssid, network.ssid());
+    // The last octet of the first address is also that of the hardware address.
+    port.addresses.splitTunnel.first = kSplitTunnels[0];
+    port.splitTunnelSecond = kSplitTunnels[1];
+    std::ranges::copy(mac, port.addresses.mac);
     return port;
 }
 
+LanPort lanPort(const PortUse& use)
+{
+    for (const Network& network : networks())
+        if (network.interface() == use.network)
+            return bridgedPort(network);
+    LanPort port{};
+    port.mode = use.network.empty() ? use.mode : LanPort::kOffline;
+    return port;
+}
+
+/// The least secure way that the configuration allows.
 uint8_t securityCode(const WtpConfig& config)
 {
-    return config.dataChannelSecurity.find("clear") != std::string::npos ? ApInfo::kClearText : ApInfo::kDtlsDetails;
+    constexpr uint8_t kIpsec = 1U << 3;
+    const auto allows = [&config](const char* way) {
+        return config.dataChannelSecurity.find(way) != std::string::npos;
+    };
+    if (allows("clear"))
+        return ApInfo::kClearText;
+    return allows("dtls") ? ApInfo::kDtlsDetails : kIpsec;
 }
 
 } // namespace
@@ -76,7 +94,7 @@ Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& li
     info.acPorts[0] = config.controllerPort;
     info.acPorts[1] = static_cast<uint16_t>(config.controllerPort + 1);
     info.dataSecurity = securityCode(config);
-    info.lanPortCount = std::size(kLanPorts);
+    info.lanPortCount = std::size(kPortUses);
     info.fragmentPrevention = ApInfo::kTcpMss | ApInfo::kTunnelMtu;
     info.uplinkMtu = 1500;
     info.downlinkMtu = 1420;
@@ -84,9 +102,10 @@ Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& li
     fillText(info.location, config.location);
     fillText(info.retryReason, link.retryReason);
     fillText(info.state, link.state);
+    info.dtlsInKernel = info.dataSecurity == ApInfo::kDtlsDetails;
     fillText(info.dtlsCipher, "AES128-SHA");
     std::ranges::copy(baseAddress(), info.baseMac);
-    std::ranges::transform(kLanPorts, info.lanPorts, withHardwareAddress);
+    std::ranges::transform(kPortUses, info.lanPorts, lanPort);
 
     Bytes reply;
     append(reply, info);

@@ -27,8 +27,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::size_t kLongestMessage = 4096;
 constexpr std::size_t kMostClients = 64;
 
-/// How often a link that does not run yet is looked at.
+/// How often a link is looked at, before it runs and then.
 constexpr int kLinkPollMs = 100;
+constexpr int kRunningPollMs = 1000;
 
 /// More than any query has room for.
 constexpr std::size_t kLongReply = 80000;
@@ -119,26 +120,28 @@ void Worker::run()
 {
     for (;;) {
         wait();
-        followLink();
         sendDueReplies();
         dropFinished();
     }
 }
 
-/// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections.
+/// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections. What came asks
+/// for the link as it is then.
 void Worker::wait()
 {
-    int timeout = link_.status().runs() ? -1 : kLinkPollMs;
+    int timeout = link_.status().runs() ? kRunningPollMs : kLinkPollMs;
     std::vector<pollfd> watched = {{clients_.size() < kMostClients ? listener_ : -1, POLLIN, 0}};
     for (const Client& client : clients_) {
         watched.push_back({client.descriptor, POLLIN, 0});
         if (client.due) {
             const auto left = std::chrono::ceil<std::chrono::milliseconds>(*client.due - Clock::now());
             const int leftMs = std::max(0, static_cast<int>(left.count()));
-            timeout = timeout < 0 ? leftMs : std::min(timeout, leftMs);
+            timeout = std::min(timeout, leftMs);
         }
     }
-    if (poll(watched.data(), watched.size(), timeout) <= 0)
+    const int ready = poll(watched.data(), watched.size(), timeout);
+    followLink();
+    if (ready <= 0)
         return;
     for (std::size_t i = 0; i < clients_.size(); ++i)
         if (watched[i + 1].revents != 0)
@@ -149,6 +152,7 @@ void Worker::wait()
 
 void Worker::followLink()
 {
+    link_.follow();
     const ControllerLink::Status status = link_.status();
     if (linkState_ == status.state)
         return;
@@ -213,11 +217,11 @@ std::optional<Bytes> Worker::answer(int32_t type) const
 {
     switch (type) {
     case kQueryVaps:
-        return vapReply(link_.status());
+        return vapReply(link_.status().runs());
     case kQueryAccessPoint:
         return accessPointReply(config_, link_.status());
     case kQueryStations:
-        return stationReply();
+        return stationReply(link_.status().runs());
     case kQueryRadios:
         return radioReply();
     default:

@@ -29,6 +29,7 @@ constexpr NumberKey kNumbers[] = {
     {"StaStatsRptInterval", &WtpConfig::stationStatisticsInterval},
     {"VapStatsRptInterval", &WtpConfig::vapStatisticsInterval},
     {"StaCapRptInterval", &WtpConfig::stationCapabilityInterval},
+    {"plain-ctl", &WtpConfig::plainControl},
     {"ap-mgmt-vlanid", &WtpConfig::managementVlan},
 };
 
