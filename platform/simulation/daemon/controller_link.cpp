@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/simulation/daemon/uplink.h"
+#include "platform/simulation/daemon/addresses.h"
+#include "platform/simulation/interface_state.h"
 #include "platform/simulation/state.h"
 
 using std::chrono::milliseconds;
@@ -52,7 +53,7 @@ void ControllerLink::follow()
     char controller[16];
     simReadText("daemon/controller", controller, sizeof controller, "");
     const bool isThere = controller_ && std::strcmp(controller, "none") != 0;
-    const uint32_t address = isThere ? reachingAddress() : 0;
+    const uint32_t address = isThere && simInterfaceNumber("eth0", "up") != 0 ? ownAddress() : 0;
     if (address == ownAddress_)
         return;
     ownAddress_ = address;

@@ -33,12 +33,6 @@ bool isUp(const std::string& interface)
     return simInterfaceNumber(interface.c_str(), "up") != 0;
 }
 
-/// Comes for some minutes and goes for fewer, everybody in a rhythm of their own.
-bool isVisiting(unsigned index, std::time_t minute)
-{
-    return (minute + 3 * index) % (9 + index % 5) > 2;
-}
-
 } // namespace
 
 std::string Network::radioInterface() const
@@ -97,7 +91,8 @@ std::vector<Station> presentStations(bool linkRuns)
         if (!network.serves(linkRuns))
             continue;
         for (auto i = static_cast<unsigned>(&network - kNetworks); i < count; i += kSpread)
-            if (wanted >= 0 || isVisiting(i, minute))
+            // Comes for some minutes and goes for three, everybody in a rhythm of their own.
+            if (wanted >= 0 || (minute + 3 * i) % (9 + i % 5) > 2)
                 present.push_back({i, i / kSpread + 1, &network});
     }
     return present;

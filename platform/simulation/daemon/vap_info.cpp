@@ -4,7 +4,7 @@
 #include <arpa/inet.h>
 #include <string>
 
-#include "platform/simulation/daemon/hardware_address.h"
+#include "platform/simulation/daemon/addresses.h"
 #include "platform/simulation/daemon/network.h"
 #include "platform/simulation/daemon/replies.h"
 #include "platform/simulation/interface_state.h"
@@ -19,28 +19,6 @@ constexpr const char* kAuthentications[] = {"OPEN", "WPA-PSK", "WPA2-PSK", "WPA/
 constexpr int kOpen = 0;
 constexpr int kRadius = 4;
 
-constexpr uint8_t kWpaKeyLength = 32;
-constexpr const char* kAuthenticationServers[] = {"192.168.1.20", "192.168.1.21"};
-constexpr const char* kAccountingServers[] = {"192.168.1.20", "", "192.168.1.22"};
-
-template <std::size_t Size>
-void setServers(char (*fields)[Size], std::span<const char* const> servers)
-{
-    for (const char* server : servers)
-        fillText(*fields++, server);
-}
-
-void setWpaKey(VapRecord& record)
-{
-    constexpr uint8_t kTransmitCounter[] = {0, 0, 0, 0, 0x2a, 0x17};
-    for (unsigned i = 0; i < kWpaKeyLength; ++i)
-        record.key[i] = static_cast<uint8_t>(0x5b * (i + 1) + 0x11U * (record.wlan - 1U) + record.radio);
-    record.keyIndex = 1;
-    record.keyStatus = 1;
-    record.keyLength = kWpaKeyLength;
-    std::ranges::copy(kTransmitCounter, record.transmitCounter);
-}
-
 /// The driver knows how the stations of a network prove who they are.
 void describeSecurity(VapRecord& record)
 {
@@ -50,12 +28,20 @@ void describeSecurity(VapRecord& record)
     if (type == kOpen)
         return;
     record.flags.overlap.capability |= VapRecord::kPrivacy;
-    setWpaKey(record);
+    record.keyIndex = 1;
+    record.keyStatus = 1;
+    record.keyLength = 32;
+    for (unsigned i = 0; i < record.keyLength; ++i)
+        record.key[i] = static_cast<uint8_t>(0x5b * (i + 1) + 0x11U * (record.wlan - 1U) + record.radio);
+    record.transmitCounter[4] = 0x2a;
+    record.transmitCounter[5] = 0x17;
     if (type != kRadius)
         return;
     fillText(record.accountingId, record.name + ("-" + std::to_string(record.radio)));
-    setServers(record.authenticationServers, kAuthenticationServers);
-    setServers(record.accountingServers, kAccountingServers);
+    fillText(record.authenticationServers[0], "192.168.1.20");
+    fillText(record.authenticationServers[1], "192.168.1.21");
+    fillText(record.accountingServers[0], "192.168.1.20");
+    fillText(record.accountingServers[2], "192.168.1.22");
 }
 
 VapRecord vapRecord(const Network& network, bool linkRuns)
@@ -77,7 +63,7 @@ VapRecord vapRecord(const Network& network, bool linkRuns)
     record.probeSuppression = network.probeSuppression;
     record.probeThreshold = static_cast<int8_t>(network.probeSuppression != 0 ? -80 : 0);
     fillText(record.interface, network.interface());
-    std::ranges::copy(interfaceAddress(network.interface()), record.bssid);
+    std::ranges::copy(hardwareAddress(network.interface()), record.bssid);
     fillText(record.name, network.ssid());
     describeSecurity(record);
     if ((network.features & VapRecord::kCaptivePortal) != 0)
@@ -96,7 +82,7 @@ StationRecord stationRecord(const Station& station, std::size_t place)
     record.aid = static_cast<uint16_t>(associationId);
     record.vap = network->number;
     record.vlan = network->vlan;
-    std::ranges::copy(interfaceAddress(network->interface()), record.bssid);
+    std::ranges::copy(hardwareAddress(network->interface()), record.bssid);
     std::ranges::copy(mac, record.mac);
     fillText(record.ssid, network->ssid());
     return record;

@@ -13,10 +13,11 @@
 
 #include "platform/device_file.h"
 #include "platform/simulation/channel_socket.h"
+#include "platform/simulation/daemon/addresses.h"
 #include "platform/simulation/daemon/applied_settings.h"
 #include "platform/simulation/daemon/debug_line.h"
 #include "platform/simulation/daemon/replies.h"
-#include "platform/simulation/daemon/uplink.h"
+#include "platform/simulation/daemon/traffic.h"
 #include "platform/simulation/state.h"
 
 namespace
@@ -112,6 +113,7 @@ private:
     int listener_;
     WtpConfig config_;
     ControllerLink link_;
+    Clock::time_point counted_ = Clock::now(); ///< up to when the traffic is
     std::string linkState_;
     std::vector<Client> clients_;
 };
@@ -154,6 +156,10 @@ void Worker::followLink()
 {
     link_.follow();
     const ControllerLink::Status status = link_.status();
+    const auto passed = std::chrono::floor<std::chrono::seconds>(Clock::now() - counted_);
+    counted_ += passed;
+    if (passed.count() != 0)
+        countTraffic(static_cast<uint64_t>(passed.count()), status.runs());
     if (linkState_ == status.state)
         return;
     debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), status.state);
