@@ -10,8 +10,6 @@
 namespace
 {
 
-constexpr uint16_t kRadioStatisticsInterval = 30;
-
 struct PortUse {
     uint8_t mode;
     const char* network = ""; ///< that the port is bridged to where it exists
@@ -66,7 +64,7 @@ Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& li
     info.statisticsInterval = config.statisticsTimer;
     info.stationStatisticsInterval = config.stationStatisticsInterval;
     info.vapStatisticsInterval = config.vapStatisticsInterval;
-    info.radioStatisticsInterval = kRadioStatisticsInterval;
+    info.radioStatisticsInterval = 30;
     info.stationCapabilityInterval = config.stationCapabilityInterval;
     info.managementVlan = config.managementVlan;
     info.retryCount = link.retries;

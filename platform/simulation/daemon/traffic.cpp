@@ -33,9 +33,9 @@ void writeCounters(const Counters& counters)
 {
     std::string text;
     for (const auto& [interface, row] : counters) {
-        text += (text.empty() ? "" : "\n") + interface;
+        text.append(text.empty() ? "" : "\n").append(interface);
         for (const uint64_t counter : row)
-            text += " " + std::to_string(counter);
+            text.append(" ").append(std::to_string(counter));
     }
     simWriteText("traffic", text.c_str());
 }
@@ -63,8 +63,10 @@ void countTraffic(uint64_t seconds, bool linkRuns)
         if (wireIsUp)
             add(counters["eth0"], down, up);
     }
-    // Broadcasts of the neighbours, and what the access point says for itself.
-    if (wireIsUp)
+    if (wireIsUp) {
+        // Broadcasts of the neighbours, which the bridge gets too, and what the access point says for itself.
         add(counters["eth0"], {2 * seconds, 180 * seconds}, {seconds, 130 * seconds});
+        add(counters["br0"], {2 * seconds, 180 * seconds}, {});
+    }
     writeCounters(counters);
 }

@@ -20,7 +20,7 @@ constexpr int kOpen = 0;
 constexpr int kRadius = 4;
 
 /// The driver knows how the stations of a network prove who they are.
-void describeSecurity(VapRecord& record)
+void describeSecurity(VapRecord& record, const Network& network)
 {
     const int type = simInterfaceNumber(record.interface, "auth_type");
     const bool isKnown = type >= kOpen && type < static_cast<int>(std::size(kAuthentications));
@@ -37,7 +37,7 @@ void describeSecurity(VapRecord& record)
     record.transmitCounter[5] = 0x17;
     if (type != kRadius)
         return;
-    fillText(record.accountingId, record.name + ("-" + std::to_string(record.radio)));
+    fillText(record.accountingId, network.ssid() + "-" + std::to_string(network.radio));
     fillText(record.authenticationServers[0], "192.168.1.20");
     fillText(record.authenticationServers[1], "192.168.1.21");
     fillText(record.accountingServers[0], "192.168.1.20");
@@ -65,7 +65,7 @@ VapRecord vapRecord(const Network& network, bool linkRuns)
     fillText(record.interface, network.interface());
     std::ranges::copy(hardwareAddress(network.interface()), record.bssid);
     fillText(record.name, network.ssid());
-    describeSecurity(record);
+    describeSecurity(record, network);
     if ((network.features & VapRecord::kCaptivePortal) != 0)
         fillText(record.portalServer, "192.168.1.30:8443");
     return record;
