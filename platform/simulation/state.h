@@ -4,6 +4,8 @@
 //     interfaces/<interface>/<setting>   interface_state.h; "address" holds one A.B.C.D/BITS a line, "mib" a folder of
 //                                        the driver's other settings
 //     bands, channels/<country>          what radios can do, and may; lay_out makes them anew
+//     network/lease                      the address that the network gives, A.B.C.D/BITS; empty: none
+//     traffic                            what the daemon counts for each interface
 //     gpio/<line>, leds/<led>            level, message shown
 //     reset_key                          0 while it is pressed
 //     serial_number                      in place of the factory record's

@@ -1,69 +1,54 @@
 // The access point's own record: identity, intervals, state of the link, LAN ports.
 
 #include <algorithm>
-#include <cstring>
 
-#include "base/address.h"
-#include "platform/simulation/daemon/hardware_address.h"
+#include "platform/simulation/daemon/addresses.h"
+#include "platform/simulation/daemon/network.h"
 #include "platform/simulation/daemon/replies.h"
-#include "platform/simulation/interface_state.h"
+#include "platform/simulation/identity.h"
 
 namespace
 {
 
-constexpr uint16_t kRadioStatisticsInterval = 30;
-
-LanPort lanPort(uint8_t mode) noexcept
-{
-    LanPort port{};
-    port.mode = mode;
-    return port;
-}
-
-/// A port bridged to an SSID. The last octet of the first split-tunnel address is also that of its hardware address.
-LanPort bridgedPort(uint8_t secondNumber, uint8_t flags, uint16_t vlan, std::string_view ssid, uint32_t first,
-                    uint32_t second) noexcept
-{
-    LanPort port = lanPort(LanPort::kBridgedToSsid);
-    port.secondNumber = secondNumber;
-    port.flags = flags;
-    port.vlanTag = vlan;
-    fillText(port.ssid, ssid);
-    port.addresses.splitTunnel.first = first;
-    port.splitTunnelSecond = second;
-    return port;
-}
-
-const LanPort kLanPorts[] = {
-    lanPort(LanPort::kNatToWan),
-    lanPort(LanPort::kBridgedToWan),
-    bridgedPort(2, LanPort::kSt | LanPort::kLocalSwitching | LanPort::kLocalBridging | LanPort::kMesh, 0x0014, "guest",
-                0x00000043, 0),
-    bridgedPort(3, LanPort::kSplitTunnel, 0x001e, "branch", 0x0a141e44, 0xac101f01),
-    lanPort(LanPort::kOffline),
+struct PortUse {
+    uint8_t mode;
+    const char* network = ""; ///< that the port is bridged to where it exists
 };
 
-LanPort withHardwareAddress(LanPort port)
+constexpr PortUse kPortUses[] = {
+    {LanPort::kNatToWan}, {LanPort::kBridgedToWan}, {LanPort::kOffline, "wlan0-va1"}, {LanPort::kOffline, "wlan1-va2"},
+    {LanPort::kOffline},
+};
+
+/// The flags that a port has in common with its network.
+constexpr uint8_t kNetworkFlags =
+    LanPort::kLocalSwitching | LanPort::kLocalBridging | LanPort::kSt | LanPort::kSplitTunnel;
+
+LanPort lanPort(const PortUse& use)
 {
-    const HardwareAddress base = baseAddress();
-    std::copy_n(base.begin(), sizeof port.addresses.splitTunnel.macHead, port.addresses.splitTunnel.macHead);
+    LanPort port{};
+    port.mode = use.mode;
+    const auto network = std::ranges::find(networks(), use.network, &Network::interface);
+    if (network == networks().end())
+        return port;
+    port.mode = LanPort::kBridgedToSsid;
+    port.secondNumber = static_cast<uint8_t>(network->number + 1);
+    port.flags = static_cast<uint8_t>((network->flags() & kNetworkFlags) | network->meshBackhaul * LanPort::kMesh);
+    port.vlanTag = network->vlan;
+    fillText(port.ssid, network->ssid());
+    // The last octet of the first address is also that of the hardware address.
+    port.addresses.splitTunnel.first = 0x0a141e00;
+    port.splitTunnelSecond = 0xac101f01;
+    std::ranges::copy(hardwareAddress(network->interface()), port.addresses.mac);
     return port;
 }
 
-/// The address that the network gave to an access point without a static one.
-uint32_t leasedAddress()
+/// The least secure of the ways that the configuration allows.
+uint8_t securityCode(const std::string& ways)
 {
-    char text[32];
-    simInterfaceText("eth0", "address", text, sizeof text);
-    text[std::strcspn(text, "/")] = '\0';
-    uint32_t address = 0;
-    parseIpv4(text, &address);
-    return address;
-}
-
-uint8_t securityCode(const WtpConfig& config)
-{
-    return config.dataChannelSecurity.find("clear") != std::string::npos ? ApInfo::kClearText : ApInfo::kDtlsDetails;
+    if (ways.find("clear") != std::string::npos)
+        return ApInfo::kClearText;
+    return ways.find("dtls") != std::string::npos ? ApInfo::kDtlsDetails : 0;
 }
 
 } // namespace
@@ -79,17 +64,17 @@ Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& li
     info.statisticsInterval = config.statisticsTimer;
     info.stationStatisticsInterval = config.stationStatisticsInterval;
     info.vapStatisticsInterval = config.vapStatisticsInterval;
-    info.radioStatisticsInterval = kRadioStatisticsInterval;
+    info.radioStatisticsInterval = 30;
     info.stationCapabilityInterval = config.stationCapabilityInterval;
     info.managementVlan = config.managementVlan;
     info.retryCount = link.retries;
     info.connectTime = static_cast<uint32_t>(link.connectTime);
-    info.apAddress = config.usesDhcp ? leasedAddress() : config.staticAddress;
+    info.apAddress = ownAddress();
     info.acAddress = link.controller;
     info.acPorts[0] = config.controllerPort;
     info.acPorts[1] = static_cast<uint16_t>(config.controllerPort + 1);
-    info.dataSecurity = securityCode(config);
-    info.lanPortCount = std::size(kLanPorts);
+    info.dataSecurity = securityCode(config.dataChannelSecurity);
+    info.lanPortCount = std::size(kPortUses);
     info.fragmentPrevention = ApInfo::kTcpMss | ApInfo::kTunnelMtu;
     info.uplinkMtu = 1500;
     info.downlinkMtu = 1420;
@@ -97,9 +82,10 @@ Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& li
     fillText(info.location, config.location);
     fillText(info.retryReason, link.retryReason);
     fillText(info.state, link.state);
+    info.dtlsInKernel = info.dataSecurity == ApInfo::kDtlsDetails;
     fillText(info.dtlsCipher, "AES128-SHA");
-    std::ranges::copy(baseAddress(), info.baseMac);
-    std::ranges::transform(kLanPorts, info.lanPorts, withHardwareAddress);
+    std::ranges::copy(simIdentity().mac, info.baseMac);
+    std::ranges::transform(kPortUses, info.lanPorts, lanPort);
 
     Bytes reply;
     append(reply, info);

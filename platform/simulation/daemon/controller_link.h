@@ -23,13 +23,17 @@ public:
         [[nodiscard]] bool runs() const { return connectTime != 0; }
     };
 
-    /// The state machine starts now.
     explicit ControllerLink(const WtpConfig& config);
 
+    /// Starts the state machine anew where the way to the controller changed, or the controller came or went: the state
+    /// file "daemon/controller" holds "none" while there is none.
+    void follow();
     [[nodiscard]] Status status() const;
 
 private:
     std::optional<uint32_t> controller_;
+    bool usesDtls_;
+    uint32_t ownAddress_ = 0;        ///< that the controller is reached from; 0: it is not
     std::chrono::seconds discovery_; ///< before the daemon falls silent
     std::chrono::seconds silence_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

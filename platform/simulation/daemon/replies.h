@@ -7,13 +7,11 @@
 #include "platform/simulation/daemon/reply_bytes.h"
 #include "platform/simulation/daemon/wtp_config.h"
 
-/// As many VAPs as the state file "daemon/vaps" says.
-Bytes vapReply(const WtpConfig& config, const ControllerLink::Status& link);
+Bytes vapReply(bool linkRuns);
 
 Bytes accessPointReply(const WtpConfig& config, const ControllerLink::Status& link);
 
-/// As many stations as the state file "daemon/stations" says, on the VAPs that are up.
-Bytes stationReply();
+Bytes stationReply(bool linkRuns);
 
 Bytes radioReply();
 

@@ -13,9 +13,11 @@
 
 #include "platform/device_file.h"
 #include "platform/simulation/channel_socket.h"
+#include "platform/simulation/daemon/addresses.h"
 #include "platform/simulation/daemon/applied_settings.h"
 #include "platform/simulation/daemon/debug_line.h"
 #include "platform/simulation/daemon/replies.h"
+#include "platform/simulation/daemon/traffic.h"
 #include "platform/simulation/state.h"
 
 namespace
@@ -26,8 +28,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::size_t kLongestMessage = 4096;
 constexpr std::size_t kMostClients = 64;
 
-/// How often a link that does not run yet is looked at.
+/// How often a link is looked at, before it runs and then.
 constexpr int kLinkPollMs = 100;
+constexpr int kRunningPollMs = 1000;
 
 /// More than any query has room for.
 constexpr std::size_t kLongReply = 80000;
@@ -84,7 +87,7 @@ std::optional<Clock::time_point> dueTime(const Behaviour& behaviour)
 class Worker
 {
 public:
-    explicit Worker(int listener) : listener_(listener) {}
+    explicit Worker(int listener, const WtpConfig& config) : listener_(listener), config_(config), link_(config) {}
 
     [[noreturn]] void run();
 
@@ -108,8 +111,9 @@ private:
     void dropFinished();
 
     int listener_;
-    WtpConfig config_ = readWtpConfig();
-    ControllerLink link_{config_};
+    WtpConfig config_;
+    ControllerLink link_;
+    Clock::time_point counted_ = Clock::now(); ///< up to when the traffic is
     std::string linkState_;
     std::vector<Client> clients_;
 };
@@ -118,26 +122,28 @@ void Worker::run()
 {
     for (;;) {
         wait();
-        followLink();
         sendDueReplies();
         dropFinished();
     }
 }
 
-/// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections.
+/// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections. What came asks
+/// for the link as it is then.
 void Worker::wait()
 {
-    int timeout = link_.status().runs() ? -1 : kLinkPollMs;
+    int timeout = link_.status().runs() ? kRunningPollMs : kLinkPollMs;
     std::vector<pollfd> watched = {{clients_.size() < kMostClients ? listener_ : -1, POLLIN, 0}};
     for (const Client& client : clients_) {
         watched.push_back({client.descriptor, POLLIN, 0});
         if (client.due) {
             const auto left = std::chrono::ceil<std::chrono::milliseconds>(*client.due - Clock::now());
             const int leftMs = std::max(0, static_cast<int>(left.count()));
-            timeout = timeout < 0 ? leftMs : std::min(timeout, leftMs);
+            timeout = std::min(timeout, leftMs);
         }
     }
-    if (poll(watched.data(), watched.size(), timeout) <= 0)
+    const int ready = poll(watched.data(), watched.size(), timeout);
+    followLink();
+    if (ready <= 0)
         return;
     for (std::size_t i = 0; i < clients_.size(); ++i)
         if (watched[i + 1].revents != 0)
@@ -148,7 +154,12 @@ void Worker::wait()
 
 void Worker::followLink()
 {
+    link_.follow();
     const ControllerLink::Status status = link_.status();
+    const auto passed = std::chrono::floor<std::chrono::seconds>(Clock::now() - counted_);
+    counted_ += passed;
+    if (passed.count() != 0)
+        countTraffic(static_cast<uint64_t>(passed.count()), status.runs());
     if (linkState_ == status.state)
         return;
     debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), status.state);
@@ -212,11 +223,11 @@ std::optional<Bytes> Worker::answer(int32_t type) const
 {
     switch (type) {
     case kQueryVaps:
-        return vapReply(config_, link_.status());
+        return vapReply(link_.status().runs());
     case kQueryAccessPoint:
         return accessPointReply(config_, link_.status());
     case kQueryStations:
-        return stationReply();
+        return stationReply(link_.status().runs());
     case kQueryRadios:
         return radioReply();
     default:
@@ -246,10 +257,12 @@ void Worker::dropFinished()
 
 void runWorker()
 {
+    const WtpConfig config = readWtpConfig();
+    takeAddress(config);
     unlink(DeviceFile(kChannelSocket).path());
     const int listener = openChannelSocket(bind);
     if (listener < 0 || listen(listener, SOMAXCONN) != 0)
         return;
     debugLine("main", "worker %d started", getpid());
-    Worker(listener).run();
+    Worker(listener, config).run();
 }

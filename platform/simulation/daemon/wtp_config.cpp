@@ -11,12 +11,7 @@
 namespace
 {
 
-struct NumberKey {
-    const char* key;
-    uint16_t WtpConfig::*field;
-};
-
-constexpr NumberKey kNumbers[] = {
+constexpr std::pair<const char*, uint16_t WtpConfig::*> kNumbers[] = {
     {"discovery-type", &WtpConfig::discoveryType},
     {"max-discoveries", &WtpConfig::maxDiscoveries},
     {"discovery-interval", &WtpConfig::discoveryInterval},
@@ -29,28 +24,8 @@ constexpr NumberKey kNumbers[] = {
     {"StaStatsRptInterval", &WtpConfig::stationStatisticsInterval},
     {"VapStatsRptInterval", &WtpConfig::vapStatisticsInterval},
     {"StaCapRptInterval", &WtpConfig::stationCapabilityInterval},
+    {"plain-ctl", &WtpConfig::plainControl},
     {"ap-mgmt-vlanid", &WtpConfig::managementVlan},
-};
-
-struct TextKey {
-    const char* key;
-    std::string WtpConfig::*field;
-};
-
-constexpr TextKey kTexts[] = {
-    {"name", &WtpConfig::name},
-    {"location", &WtpConfig::location},
-    {"data-channel-sec", &WtpConfig::dataChannelSecurity},
-};
-
-struct AddressKey {
-    const char* key;
-    uint32_t WtpConfig::*field;
-};
-
-constexpr AddressKey kAddresses[] = {
-    {"static-ip-addr", &WtpConfig::staticAddress},
-    {"static-ip-netmask", &WtpConfig::staticNetmask},
 };
 
 /// Calls `take` with each `key=value` line of a file of the device.
@@ -66,17 +41,21 @@ void eachItem(const char* devicePath, const std::function<void(const std::string
 
 void setItem(WtpConfig& config, const std::string& key, const std::string& value)
 {
-    for (const NumberKey& row : kNumbers)
-        if (key == row.key)
-            config.*row.field = static_cast<uint16_t>(std::strtol(value.c_str(), nullptr, 10));
-    for (const TextKey& row : kTexts)
-        if (key == row.key)
-            config.*row.field = value;
-    for (const AddressKey& row : kAddresses)
-        if (key == row.key)
-            parseIpv4(value.c_str(), &(config.*row.field));
-    if (key == "addr-mode")
+    for (const auto& [name, field] : kNumbers)
+        if (key == name)
+            config.*field = static_cast<uint16_t>(std::strtol(value.c_str(), nullptr, 10));
+    if (key == "name")
+        config.name = value;
+    else if (key == "location")
+        config.location = value;
+    else if (key == "data-channel-sec")
+        config.dataChannelSecurity = value;
+    else if (key == "addr-mode")
         config.usesDhcp = value == "dhcp";
+    else if (key == "static-ip-addr")
+        parseIpv4(value.c_str(), &config.staticAddress);
+    else if (key == "static-ip-netmask")
+        parseIpv4(value.c_str(), &config.staticNetmask);
     else if (key == "ac-hostname")
         config.controllerNames.push_back(value);
     else if (uint32_t address = 0; key == "ac-ip-addr" && parseIpv4(value.c_str(), &address))

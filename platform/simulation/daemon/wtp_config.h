@@ -40,6 +40,7 @@ struct WtpConfig {
     uint16_t vapStatisticsInterval = 15;
     uint16_t stationCapabilityInterval = 30;
     uint16_t managementVlan{};
+    uint16_t plainControl{}; ///< non-zero: no DTLS
     std::string dataChannelSecurity;
 };
 

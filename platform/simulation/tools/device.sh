@@ -65,7 +65,7 @@ is_up() {
 addresses() {
     list=$CLI_SIM_ROOT/sim/interfaces/$1/address
     [ "$1" != lo ] || echo 127.0.0.1/8
-    [ ! -f "$list" ] || cat "$list"
+    grep -s . "$list"
 }
 
 # Whether $1 is a decimal number that the shell's arithmetic takes as one.

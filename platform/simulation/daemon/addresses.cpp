@@ -1,0 +1,39 @@
+#include "platform/simulation/daemon/addresses.h"
+
+#include <bit>
+#include <cstdio>
+#include <cstring>
+
+#include "base/address.h"
+#include "platform/simulation/identity.h"
+#include "platform/simulation/interface_state.h"
+#include "platform/simulation/state.h"
+
+std::array<uint8_t, 6> hardwareAddress(const std::string& interface)
+{
+    std::array<uint8_t, 6> address = std::to_array(simIdentity().mac);
+    const int offset = simInterfaceNumber(interface.c_str(), "mac_offset");
+    address.back() = static_cast<uint8_t>(address.back() + offset);
+    return address;
+}
+
+void takeAddress(const WtpConfig& config)
+{
+    char text[32];
+    const AddressText address = ipv4Text(config.staticAddress);
+    if (config.usesDhcp)
+        simReadText("network/lease", text, sizeof text, "");
+    else
+        std::snprintf(text, sizeof text, "%s/%d", address.text, std::popcount(config.staticNetmask));
+    simSetInterfaceText("eth0", "address", text);
+}
+
+uint32_t ownAddress()
+{
+    char text[32];
+    simInterfaceText("eth0", "address", text, sizeof text);
+    text[std::strcspn(text, "/")] = '\0';
+    uint32_t address = 0;
+    parseIpv4(text, &address);
+    return address;
+}
