@@ -4,6 +4,7 @@
 
 #include "platform/debug_library.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -136,13 +137,6 @@ void printAll(const char* const (&names)[Count])
         std::printf("        %s\n", name);
 }
 
-template <std::size_t Count>
-void setAll(uint64_t (&masks)[Count], uint64_t mask)
-{
-    for (uint64_t& entry : masks)
-        entry = mask;
-}
-
 int showLog(const char* devicePath)
 {
     FILE* file = std::fopen(DeviceFile(devicePath).path(), "re");
@@ -172,14 +166,6 @@ struct TimeText {
     }
 };
 
-/// Opens a file for one more line at its end.
-int openLog(const char* devicePath)
-{
-    struct stat status = {};
-    const bool full = stat(DeviceFile(devicePath).path(), &status) == 0 && status.st_size >= kLogSize;
-    return openCreating(devicePath, O_WRONLY | O_APPEND | (full ? O_TRUNC : 0));
-}
-
 int lengthOfLine(const char* text)
 {
     return static_cast<int>(std::strcspn(text, "\n"));
@@ -187,7 +173,9 @@ int lengthOfLine(const char* text)
 
 void addToLog(const char* devicePath, const char* line)
 {
-    const int fd = openLog(devicePath);
+    struct stat status = {};
+    const bool full = stat(DeviceFile(devicePath).path(), &status) == 0 && status.st_size >= kLogSize;
+    const int fd = openCreating(devicePath, O_WRONLY | O_APPEND | (full ? O_TRUNC : 0));
     if (fd < 0)
         return;
     dprintf(fd, "%s\n", line);
@@ -253,12 +241,12 @@ void print_submod_all_app()
 
 void dbg_all()
 {
-    setAll(state->apps, ~uint64_t{0});
+    std::ranges::fill(state->apps, ~uint64_t{0});
 }
 
 void clear_dbg_all()
 {
-    setAll(state->apps, 0);
+    std::ranges::fill(state->apps, 0);
 }
 
 int print_udebug()
@@ -298,7 +286,7 @@ void print_subkmod_all_kmod()
 
 void clear_kdbg_all()
 {
-    setAll(state->kernelModules, 0);
+    std::ranges::fill(state->kernelModules, 0);
 }
 
 int print_kdebug()

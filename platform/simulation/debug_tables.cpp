@@ -80,34 +80,18 @@ static_assert(cwWtpdSubmodules.size() > 32);
 
 constinit auto authSubmodules = numbered({
     {"main", "Start, stop and main loop"},
-    {"8021x", "802.1X state machine"},
-    {"eap", "EAP methods"},
     {"radius", "RADIUS exchange"},
-    {"acct", "RADIUS accounting"},
-    {"4way", "Four-way handshake"},
-    {"group", "Group keys"},
-    {"mac", "Authentication by MAC address"},
     {"portal", "Captive portal"},
 });
 
 constinit auto netSubmodules = numbered({
     {"main", "Start, stop and main loop"},
-    {"link", "Ethernet link"},
     {"dhcp", "DHCP client"},
-    {"address", "Addresses and routes"},
-    {"dns", "Resolver"},
-    {"lldp", "Link layer discovery"},
-    {"ntp", "Time"},
 });
 
 constinit auto systemSubmodules = numbered({
     {"main", "Start, stop and main loop"},
     {"watchdog", "Watchdog"},
-    {"process", "Supervised processes"},
-    {"led", "LEDs"},
-    {"key", "Reset key"},
-    {"flash", "Flash partitions"},
-    {"load", "Processor and memory load"},
 });
 
 constinit auto cloudSubmodules = numbered({
@@ -119,19 +103,10 @@ constinit auto cloudSubmodules = numbered({
 });
 
 constinit auto wlanSubmodules = numbered({
-    {"init", "Start of the driver"},
     {"beacon", "Beacons"},
-    {"probe", "Probe requests"},
     {"auth", "Authentication frames"},
-    {"assoc", "Association frames"},
-    {"key", "Keys"},
     {"rx", "Frames received"},
     {"tx", "Frames sent"},
-    {"ampdu", "Aggregation"},
-    {"rate", "Rate adaptation"},
-    {"ps", "Power save"},
-    {"dfs", "Radar detection"},
-    {"ioctl", "Settings by private ioctl"},
 });
 
 constinit auto captunSubmodules = numbered({
@@ -146,9 +121,6 @@ constinit auto captunSubmodules = numbered({
 constinit auto bridgeSubmodules = numbered({
     {"fdb", "Forwarding table"},
     {"forward", "Forwarded frames"},
-    {"vlan", "VLAN filter"},
-    {"multicast", "Multicast snooping"},
-    {"arp", "ARP proxy"},
 });
 
 constinit auto filterSubmodules = numbered({

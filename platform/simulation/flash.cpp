@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <endian.h>
 #include <fcntl.h>
 #include <mtd/mtd-user.h>
 #include <span>
@@ -26,8 +27,7 @@ namespace
 
 constexpr char kFactoryRom[] = "/etc/rom/QPK310V_default.rom";
 
-constexpr std::size_t kCrcSize = 4;
-constexpr std::size_t kCrcOffset = sizeof(FlashImage) - kCrcSize;
+constexpr std::size_t kCrcOffset = sizeof(FlashImage) - sizeof(std::uint32_t);
 
 constexpr auto kCrcTable = [] {
     constexpr std::uint32_t kPolynomial = 0xEDB88320;
@@ -41,22 +41,14 @@ constexpr auto kCrcTable = [] {
     return table;
 }();
 
+/// As it is stored.
 std::uint32_t crcOf(const FlashImage& image)
 {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&image);
     std::uint32_t crc = 0xFFFFFFFF;
     for (std::size_t i = 0; i < kCrcOffset; ++i)
         crc = (crc >> 8) ^ kCrcTable[(crc ^ bytes[i]) & 0xFF];
-    return ~crc;
-}
-
-void crcBytesOf(const FlashImage& image, std::uint8_t (&stored)[kCrcSize])
-{
-    std::uint32_t crc = crcOf(image);
-    for (std::uint8_t& byte : stored) {
-        byte = static_cast<std::uint8_t>(crc);
-        crc >>= 8;
-    }
+    return htole32(~crc);
 }
 
 /// Reads the bytes of the image behind `offset`.
@@ -181,22 +173,20 @@ int eraseBlock(const erase_info_user& block)
 int osbios_CheckCRC(int fd, int, int)
 {
     FlashImage image;
-    std::uint8_t expected[kCrcSize];
+    std::uint32_t stored = 0;
     if (!readImage(fd, image))
         return -1;
-    crcBytesOf(image, expected);
-    const auto* const stored = image.tail + sizeof image.tail - kCrcSize;
-    return std::memcmp(stored, expected, kCrcSize) == 0 ? 0 : -1;
+    std::memcpy(&stored, image.tail + sizeof image.tail - sizeof stored, sizeof stored);
+    return stored == crcOf(image) ? 0 : -1;
 }
 
 int osbios_SetCrc(int fd, const void* image)
 {
     FlashImage partition;
-    std::uint8_t crc[kCrcSize];
     if (image == nullptr && !readImage(fd, partition))
         return -1;
-    crcBytesOf(image != nullptr ? *static_cast<const FlashImage*>(image) : partition, crc);
-    return pwrite(fd, crc, kCrcSize, kCrcOffset) == static_cast<ssize_t>(kCrcSize) ? 0 : -1;
+    const std::uint32_t crc = crcOf(image != nullptr ? *static_cast<const FlashImage*>(image) : partition);
+    return pwrite(fd, &crc, sizeof crc, kCrcOffset) == static_cast<ssize_t>(sizeof crc) ? 0 : -1;
 }
 
 int get_qln_platform_info(void* platform_info)

@@ -67,30 +67,24 @@ void catchFaults(const char* app)
 }
 
 struct ProcessorTime {
-    long long busy;
-    long long total;
+    long long busy = 0;
+    long long total = 0;
 };
 
-/// Ticks since the system's start.
+/// Ticks since the system's start: user, nice, system, idle, wait, interrupts.
 ProcessorTime processorTime()
 {
-    long long user = 0;
-    long long nice = 0;
-    long long system = 0;
-    long long idle = 0;
-    long long wait = 0;
-    long long interrupts = 0;
-    long long softInterrupts = 0;
+    ProcessorTime time;
     FILE* file = std::fopen("/proc/stat", "re");
     if (file == nullptr)
-        return {0, 0};
-    const int found = std::fscanf(file, "cpu %lld %lld %lld %lld %lld %lld %lld", &user, &nice, &system, &idle, &wait,
-                                  &interrupts, &softInterrupts);
+        return time;
+    long long ticks = 0;
+    for (int i = 0; i < 7 && std::fscanf(file, i == 0 ? "cpu %lld" : "%lld", &ticks) == 1; ++i) {
+        time.total += ticks;
+        time.busy += i == 3 || i == 4 ? 0 : ticks;
+    }
     std::fclose(file);
-    if (found != 7)
-        return {0, 0};
-    const long long busy = user + nice + system + interrupts + softInterrupts;
-    return {busy, busy + idle + wait};
+    return time;
 }
 
 int percent(long long part, long long whole)

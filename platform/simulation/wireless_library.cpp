@@ -95,19 +95,9 @@ int rtl_wlan_get_bgscan(const char* interface, int, void* buffer, int size)
 {
     if (!simIsInterface(interface) || size < simReadNumber("scan_size", kScanSize))
         return -1;
-    const int channel = getChannel(interface);
-    char* text = static_cast<char*>(buffer);
-    auto room = static_cast<std::size_t>(size);
-    int found = 0;
-    for (; found < 3; ++found) {
-        const int length = std::snprintf(text, room, "02:00:5e:00:53:%02x %d %d neighbour-%d\n", found, channel,
-                                         -60 - 7 * found, found + 1);
-        if (length < 0 || static_cast<std::size_t>(length) >= room)
-            break;
-        text += length;
-        room -= static_cast<std::size_t>(length);
-    }
-    return found;
+    std::snprintf(static_cast<char*>(buffer), static_cast<std::size_t>(size), "02:00:5e:00:53:01 %d -60 neighbour\n",
+                  getChannel(interface));
+    return 1;
 }
 
 int kstr_regdmn_get_country_code(const char* country)

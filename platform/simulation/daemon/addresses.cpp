@@ -20,11 +20,11 @@ std::array<uint8_t, 6> hardwareAddress(const std::string& interface)
 void takeAddress(const WtpConfig& config)
 {
     char text[32];
-    const AddressText address = ipv4Text(config.staticAddress);
-    if (config.usesDhcp)
+    if (config.text("addr-mode") == "dhcp")
         simReadText("network/lease", text, sizeof text, "");
     else
-        std::snprintf(text, sizeof text, "%s/%d", address.text, std::popcount(config.staticNetmask));
+        std::snprintf(text, sizeof text, "%s/%d", ipv4Text(config.address("static-ip-addr")).text,
+                      std::popcount(config.address("static-ip-netmask")));
     simSetInterfaceText("eth0", "address", text);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/address.h"
 #include "platform/simulation/daemon/addresses.h"
 #include "platform/simulation/interface_state.h"
 #include "platform/simulation/state.h"
@@ -15,6 +16,11 @@ namespace
 
 /// The controller that every discovery but a static one finds.
 constexpr uint32_t kDefaultController = 0xc0a8010a;
+
+/// Ways of discovery, by the number in the configuration; the others look for the controller nearby.
+constexpr int kAutomatic = 0;
+constexpr int kStatic = 1;
+constexpr int kDns = 3;
 
 struct Phase {
     const char* state;
@@ -30,12 +36,13 @@ constexpr milliseconds kRunning = std::end(kPhases)[-1].end;
 
 std::optional<uint32_t> findController(const WtpConfig& config)
 {
-    const auto discovery = static_cast<Discovery>(config.discoveryType);
-    const bool usesList = discovery == Discovery::automatic || discovery == Discovery::fixed;
-    if (usesList && !config.controllers.empty())
-        return config.controllers.front();
-    const bool needsName = discovery == Discovery::fixed || discovery == Discovery::dns;
-    if (needsName && config.controllerNames.empty())
+    const int discovery = config.number("discovery-type");
+    uint32_t address = 0;
+    if (discovery == kAutomatic || discovery == kStatic)
+        for (const std::string& text : config.list("ac-ip-addr"))
+            if (parseIpv4(text.c_str(), &address))
+                return address;
+    if ((discovery == kStatic || discovery == kDns) && config.text("ac-hostname").empty())
         return std::nullopt;
     return kDefaultController;
 }
@@ -43,8 +50,9 @@ std::optional<uint32_t> findController(const WtpConfig& config)
 } // namespace
 
 ControllerLink::ControllerLink(const WtpConfig& config)
-    : controller_(findController(config)), usesDtls_(config.plainControl == 0),
-      discovery_(std::max(1, config.maxDiscoveries * config.discoveryInterval)), silence_(config.silentInterval)
+    : controller_(findController(config)), usesDtls_(config.number("plain-ctl") == 0),
+      discovery_(std::max(1, config.number("max-discoveries") * config.number("discovery-interval"))),
+      silence_(config.number("silent-interval"))
 {
 }
 

@@ -1,12 +1,11 @@
 #include "platform/simulation/daemon/worker.h"
 
-#include <charconv>
 #include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <optional>
 #include <poll.h>
-#include <random>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -32,8 +31,13 @@ constexpr std::size_t kMostClients = 64;
 constexpr int kLinkPollMs = 100;
 constexpr int kRunningPollMs = 1000;
 
-/// More than any query has room for.
-constexpr std::size_t kLongReply = 80000;
+/// The module that is at work in a state of the link, and what it says.
+constexpr const char* kWork[][3] = {
+    {"DISCOVERY", "discovery", "request sent"},          {"SULKING", "timer", "silent until the next discovery"},
+    {"DTLS_SETUP", "dtls", "handshake begun"},           {"JOIN", "join", "request sent"},
+    {"CONFIGURE", "configure", "status sent"},           {"DATA_CHECK", "echo", "data channel checked"},
+    {"RUN", "run", "networks set up by the controller"},
+};
 
 /// A word and perhaps a number from the state file "daemon/behaviour".
 struct Behaviour {
@@ -41,47 +45,20 @@ struct Behaviour {
     {
         char line[32];
         simReadText("daemon/behaviour", line, sizeof line, "normal");
-        const std::string_view text = line;
-        const std::size_t blank = text.find(' ');
-        word = text.substr(0, blank);
-        unsigned value = 0;
-        if (blank != std::string_view::npos &&
-            std::from_chars(text.data() + blank + 1, text.data() + text.size(), value).ec == std::errc{})
-            number = value;
+        std::sscanf(line, "%15s %u", word, &seconds);
     }
 
-    std::string word;
-    std::optional<unsigned> number;
+    char word[16]{};
+    unsigned seconds = 3;
 };
-
-Bytes noise(std::optional<unsigned> seed)
-{
-    std::mt19937 random(seed ? *seed : std::random_device{}());
-    Bytes reply(std::uniform_int_distribution<std::size_t>(0, kLongReply)(random));
-    for (uint8_t& byte : reply)
-        byte = static_cast<uint8_t>(random());
-    return reply;
-}
-
-/// What becomes of a reply.
-Bytes distort(Bytes reply, const Behaviour& behaviour)
-{
-    if (behaviour.word == "crash")
-        std::raise(SIGSEGV);
-    if (behaviour.word == "short")
-        reply.resize(std::min<std::size_t>(reply.size(), behaviour.number.value_or(unsigned(reply.size() / 2))));
-    if (behaviour.word == "long")
-        reply.resize(std::max<std::size_t>(reply.size(), behaviour.number.value_or(kLongReply)), 0xff);
-    return behaviour.word == "random" ? noise(behaviour.number) : reply;
-}
 
 /// When a reply is due; none: never.
 std::optional<Clock::time_point> dueTime(const Behaviour& behaviour)
 {
-    if (behaviour.word == "silent")
+    const std::string_view word = behaviour.word;
+    if (word == "silent")
         return std::nullopt;
-    const unsigned delay = behaviour.word == "slow" ? behaviour.number.value_or(3) : 0;
-    return Clock::now() + std::chrono::seconds(delay);
+    return Clock::now() + std::chrono::seconds(word == "slow" ? behaviour.seconds : 0);
 }
 
 class Worker
@@ -163,6 +140,9 @@ void Worker::followLink()
     if (linkState_ == status.state)
         return;
     debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), status.state);
+    for (const auto& [state, module, text] : kWork)
+        if (state == std::string_view(status.state))
+            debugLine(module, "%s", text);
     if (status.runs())
         tunnelDebugLine("session", "opened to the controller");
     linkState_ = status.state;
@@ -211,11 +191,12 @@ void Worker::handle(Client& client, const ChannelHeader& header, std::span<const
         return;
     }
     const Behaviour behaviour;
-    const Bytes records = distort(*std::move(reply), behaviour);
+    if (behaviour.word == std::string_view("crash"))
+        std::raise(SIGSEGV);
     const auto* first = reinterpret_cast<const uint8_t*>(&header);
-    debugLine("ipc", "query %d, %zu bytes, %s", header.type, records.size(), behaviour.word.c_str());
+    debugLine("ipc", "query %d, %zu bytes, %s", header.type, reply->size(), behaviour.word);
     client.reply.assign(first, first + sizeof header);
-    client.reply.insert(client.reply.end(), records.begin(), records.end());
+    client.reply.insert(client.reply.end(), reply->begin(), reply->end());
     client.due = dueTime(behaviour);
 }
 
@@ -257,12 +238,13 @@ void Worker::dropFinished()
 
 void runWorker()
 {
-    const WtpConfig config = readWtpConfig();
+    debugLine("main", "worker %d started", getpid());
+    const WtpConfig config;
+    debugLine("config", "discovery type %d", config.number("discovery-type"));
     takeAddress(config);
     unlink(DeviceFile(kChannelSocket).path());
     const int listener = openChannelSocket(bind);
     if (listener < 0 || listen(listener, SOMAXCONN) != 0)
         return;
-    debugLine("main", "worker %d started", getpid());
     Worker(listener, config).run();
 }

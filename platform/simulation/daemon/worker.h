@@ -6,8 +6,7 @@
 /// Serves the device's message channel until the process is ended. Returns when it cannot be served, with errno.
 ///
 /// The state file "daemon/behaviour" makes it misbehave, from one query to the next: "silent" never answers, "slow N"
-/// answers after N seconds (3), "short N" sends the first N bytes of the reply (half of it), "long N" pads the reply
-/// with ones to N bytes (80000), "random N" sends noise with seed N, and "crash" faults while answering.
+/// answers after N seconds (3), and "crash" faults while answering.
 void runWorker();
 
 #endif

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <functional>
 
 #include "base/address.h"
 #include "platform/device_file.h"
@@ -11,75 +10,63 @@
 namespace
 {
 
-constexpr std::pair<const char*, uint16_t WtpConfig::*> kNumbers[] = {
-    {"discovery-type", &WtpConfig::discoveryType},
-    {"max-discoveries", &WtpConfig::maxDiscoveries},
-    {"discovery-interval", &WtpConfig::discoveryInterval},
-    {"silent-interval", &WtpConfig::silentInterval},
-    {"ac-ctl-port", &WtpConfig::controllerPort},
-    {"echo-interval", &WtpConfig::echoInterval},
-    {"report-interval", &WtpConfig::reportInterval},
-    {"idle-timeout", &WtpConfig::idleTimeout},
-    {"statistics-timer", &WtpConfig::statisticsTimer},
-    {"StaStatsRptInterval", &WtpConfig::stationStatisticsInterval},
-    {"VapStatsRptInterval", &WtpConfig::vapStatisticsInterval},
-    {"StaCapRptInterval", &WtpConfig::stationCapabilityInterval},
-    {"plain-ctl", &WtpConfig::plainControl},
-    {"ap-mgmt-vlanid", &WtpConfig::managementVlan},
-};
+using Items = std::multimap<std::string, std::string>;
 
-/// Calls `take` with each `key=value` line of a file of the device.
-void eachItem(const char* devicePath, const std::function<void(const std::string& key, const std::string& value)>& take)
+void addItems(Items& items, const char* devicePath)
 {
     std::ifstream file(DeviceFile(devicePath).path());
-    for (std::string line; std::getline(file, line);) {
-        const std::size_t equals = line.find('=');
-        if (!line.starts_with('#') && equals != std::string::npos)
-            take(line.substr(0, equals), line.substr(equals + 1));
-    }
+    for (std::string line; std::getline(file, line);)
+        if (const std::size_t equals = line.find('='); !line.starts_with('#') && equals != std::string::npos)
+            items.emplace(line.substr(0, equals), line.substr(equals + 1));
 }
 
-void setItem(WtpConfig& config, const std::string& key, const std::string& value)
+std::string lastOf(const Items& items, const std::string& key)
 {
-    for (const auto& [name, field] : kNumbers)
-        if (key == name)
-            config.*field = static_cast<uint16_t>(std::strtol(value.c_str(), nullptr, 10));
-    if (key == "name")
-        config.name = value;
-    else if (key == "location")
-        config.location = value;
-    else if (key == "data-channel-sec")
-        config.dataChannelSecurity = value;
-    else if (key == "addr-mode")
-        config.usesDhcp = value == "dhcp";
-    else if (key == "static-ip-addr")
-        parseIpv4(value.c_str(), &config.staticAddress);
-    else if (key == "static-ip-netmask")
-        parseIpv4(value.c_str(), &config.staticNetmask);
-    else if (key == "ac-hostname")
-        config.controllerNames.push_back(value);
-    else if (uint32_t address = 0; key == "ac-ip-addr" && parseIpv4(value.c_str(), &address))
-        config.controllers.push_back(address);
+    const auto [begin, end] = items.equal_range(key);
+    return begin != end ? std::prev(end)->second : "";
 }
 
 } // namespace
 
-WtpConfig readWtpConfig()
+// What no file holds stands here.
+WtpConfig::WtpConfig()
+    : items_{
+          {"location", "N/A"}, {"StaStatsRptInterval", "1"}, {"VapStatsRptInterval", "15"}, {"StaCapRptInterval", "30"}}
 {
-    WtpConfig config;
     for (const char* file : {"/etc/cw.conf", "/cfg/cw.conf"})
-        eachItem(file, [&config](const std::string& key, const std::string& value) { setItem(config, key, value); });
-    return config;
+        addItems(items_, file);
+}
+
+std::vector<std::string> WtpConfig::list(const std::string& key) const
+{
+    std::vector<std::string> values;
+    for (auto [item, end] = items_.equal_range(key); item != end; ++item)
+        values.push_back(item->second);
+    return values;
+}
+
+std::string WtpConfig::text(const std::string& key) const
+{
+    return lastOf(items_, key);
+}
+
+uint16_t WtpConfig::number(const std::string& key) const
+{
+    return static_cast<uint16_t>(std::atoi(text(key).c_str()));
+}
+
+uint32_t WtpConfig::address(const std::string& key) const
+{
+    uint32_t address = 0;
+    parseIpv4(text(key).c_str(), &address);
+    return address;
 }
 
 std::string readHostName()
 {
     char serialNumber[256] = "";
     read_sn(serialNumber, sizeof serialNumber, 0);
-    std::string name = serialNumber;
-    eachItem("/cfg/sys.conf", [&name](const std::string& key, const std::string& value) {
-        if (key == "hostname")
-            name = value;
-    });
-    return name;
+    Items items{{"hostname", serialNumber}};
+    addItems(items, "/cfg/sys.conf");
+    return lastOf(items, "hostname");
 }
