@@ -15,7 +15,6 @@
 #include <unistd.h>
 
 #include "platform/device_file.h"
-#include "platform/simulation/consoles.h"
 #include "platform/simulation/debug_state.h"
 #include "platform/simulation/debug_tables.h"
 #include "platform/simulation/state.h"
@@ -24,15 +23,9 @@ namespace
 {
 
 constexpr char kStateFile[] = "/sim/debug_state";
-constexpr char kLogFile[] = "/sim/debug_log";
-constexpr char kKernelLogFile[] = "/sim/kernel_log";
-constexpr char kCrashFile[] = "/sim/crashes";
 
 /// A log that has grown to this size starts over.
 constexpr off_t kLogSize = 65536;
-
-/// Characters of a crash record, its line feed not counted.
-constexpr int kCrashLength = 99;
 
 struct State {
     udbg_header_t header;
@@ -154,45 +147,6 @@ int removeFile(const char* devicePath)
     return unlink(DeviceFile(devicePath).path()) == 0 || errno == ENOENT ? 0 : -1;
 }
 
-/// "2026-01-31 23:59:59 UTC"
-struct TimeText {
-    char text[24];
-
-    TimeText()
-    {
-        const std::time_t now = std::time(nullptr);
-        std::tm utc{};
-        std::strftime(text, sizeof text, "%F %T UTC", gmtime_r(&now, &utc));
-    }
-};
-
-int lengthOfLine(const char* text)
-{
-    return static_cast<int>(std::strcspn(text, "\n"));
-}
-
-void addToLog(const char* devicePath, const char* line)
-{
-    struct stat status = {};
-    const bool full = stat(DeviceFile(devicePath).path(), &status) == 0 && status.st_size >= kLogSize;
-    const int fd = openCreating(devicePath, O_WRONLY | O_APPEND | (full ? O_TRUNC : 0));
-    if (fd < 0)
-        return;
-    dprintf(fd, "%s\n", line);
-    close(fd);
-}
-
-/// Makes a line of the first of `text` when the submodule's switch is on.
-bool makeLine(char (&line)[256], const char* source, const dbg_module& module, uint64_t mask, int submodule,
-              const char* text)
-{
-    if (submodule < 0 || submodule >= module.count || !isOn(mask, submodule))
-        return false;
-    std::snprintf(line, sizeof line, "%s %s/%s: %.*s", TimeText().text, source, module.submodules[submodule].name,
-                  lengthOfLine(text), text);
-    return true;
-}
-
 } // namespace
 
 uint64_t* udbg_info = privateState.apps;
@@ -251,12 +205,12 @@ void clear_dbg_all()
 
 int print_udebug()
 {
-    return showLog(kLogFile);
+    return showLog(kSimLog);
 }
 
 int clear_udebug_logs()
 {
-    return removeFile(kLogFile);
+    return removeFile(kSimLog);
 }
 
 int kmodname2id(const char* name)
@@ -291,12 +245,12 @@ void clear_kdbg_all()
 
 int print_kdebug()
 {
-    return showLog(kKernelLogFile);
+    return showLog(kSimKernelLog);
 }
 
 int clear_kdebug_log()
 {
-    return removeFile(kKernelLogFile);
+    return removeFile(kSimKernelLog);
 }
 
 int set_pts_debug_stats(int terminalState, int)
@@ -309,7 +263,7 @@ int read_crash(int index, char* buffer, int size)
     if (index < nextCrash)
         read_crash_reset();
     if (crashReader == nullptr)
-        crashReader = std::fopen(DeviceFile(kCrashFile).path(), "re");
+        crashReader = std::fopen(DeviceFile(kSimCrashes).path(), "re");
     if (crashReader == nullptr || size <= 0)
         return -1;
     char line[256];
@@ -330,39 +284,23 @@ void read_crash_reset()
 int clear_crash()
 {
     read_crash_reset();
-    return removeFile(kCrashFile);
+    return removeFile(kSimCrashes);
 }
 
-void simDebugLog(int app, int submodule, const char* text)
+SimTime::SimTime()
 {
-    const dbg_module* module = moduleOf(app_debug, app);
-    if (module == nullptr)
-        return;
-    attach();
-    char line[256];
-    if (!makeLine(line, kSimAppNames[app], *module, state->apps[app], submodule, text))
-        return;
-    if (state->header.output_mode == 0)
-        writeToConsoles(line);
-    else
-        addToLog(kLogFile, line);
+    const std::time_t now = std::time(nullptr);
+    std::tm utc{};
+    std::strftime(text, sizeof text, "%F %T UTC", gmtime_r(&now, &utc));
 }
 
-void simKernelDebugLog(int kernelModule, int submodule, const char* text)
+void simAddToLog(const char* devicePath, const char* line)
 {
-    const dbg_module* module = moduleOf(kmod_debug, kernelModule);
-    if (module == nullptr)
+    struct stat status = {};
+    const bool full = stat(DeviceFile(devicePath).path(), &status) == 0 && status.st_size >= kLogSize;
+    const int fd = openCreating(devicePath, O_WRONLY | O_APPEND | (full ? O_TRUNC : 0));
+    if (fd < 0)
         return;
-    attach();
-    char line[256];
-    if (makeLine(line, kSimKernelModuleNames[kernelModule], *module, state->kernelModules[kernelModule], submodule,
-                 text))
-        addToLog(kKernelLogFile, line);
-}
-
-void simRecordCrash(const char* text)
-{
-    char line[kCrashLength + 1];
-    std::snprintf(line, sizeof line, "%s %.*s", TimeText().text, lengthOfLine(text), text);
-    addToLog(kCrashFile, line);
+    dprintf(fd, "%s\n", line);
+    close(fd);
 }

@@ -1,16 +1,20 @@
-// What the simulated daemon adds to the debug library's shared state.
+// The logs of the debug library, one line for each entry.
 
 #ifndef PLATFORM_SIMULATION_DEBUG_STATE_H
 #define PLATFORM_SIMULATION_DEBUG_STATE_H
 
-/// Says a line for a submodule of an application whose switch is on, where the output mode sends it: to the consoles or
-/// to the log. Dropped otherwise.
-void simDebugLog(int app, int submodule, const char* text);
+inline constexpr char kSimLog[] = "/sim/debug_log";
+inline constexpr char kSimKernelLog[] = "/sim/kernel_log";
+inline constexpr char kSimCrashes[] = "/sim/crashes";
 
-/// The same for a submodule of a kernel module, always to the kernel's log.
-void simKernelDebugLog(int kernelModule, int submodule, const char* text);
+/// Now, as "2026-01-31 23:59:59 UTC".
+struct SimTime {
+    SimTime();
 
-/// Adds a crash record: the time and the first line of `text`, 99 characters at most.
-void simRecordCrash(const char* text);
+    char text[24];
+};
+
+/// Adds a line to a log, which starts over when it has grown too long.
+void simAddToLog(const char* devicePath, const char* line);
 
 #endif

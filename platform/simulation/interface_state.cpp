@@ -25,6 +25,14 @@ bool simIsInterface(const char* name)
     return simReadText(StateName(name, "mac_offset").text, offset, sizeof offset, "");
 }
 
+bool simInterfaceRuns(const char* name)
+{
+    char radio[sizeof "wlan0"];
+    std::snprintf(radio, sizeof radio, "%s", name);
+    return simInterfaceNumber(name, "up") != 0 && simInterfaceNumber(radio, "up") != 0 &&
+           simReadNumber(StateName(name, "served").text, 1) != 0;
+}
+
 void simInterfaceText(const char* interface, const char* setting, char* buffer, std::size_t size)
 {
     simReadText(StateName(interface, setting).text, buffer, size, "");

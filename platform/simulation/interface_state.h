@@ -2,7 +2,7 @@
 // lay_out makes.
 //
 // Settings: up, ssid, broadcast_ssid, dtim_period, rts_threshold, frag_threshold, auth_type, local_bridging, mac_offset
-// (from the factory record's hardware address). Only radios have channel, coexist, beacon_interval, country, power (per
+// (from the factory record's hardware address), served (0: the daemon has no use for the VAP). Only radios have channel, coexist, beacon_interval, country, power (per
 // cent), radar (channels where it was seen), mib/band and mib/use40M (width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz);
 // radio_state.h tells what they come to.
 
@@ -12,6 +12,9 @@
 #include <cstddef>
 
 bool simIsInterface(const char* name);
+
+/// Whether an interface is up and, of a VAP, its radio too, and the daemon serves its network.
+bool simInterfaceRuns(const char* name);
 
 /// The setting as text, terminated within `size` bytes; empty where there is no such file.
 void simInterfaceText(const char* interface, const char* setting, char* buffer, std::size_t size);

@@ -18,6 +18,7 @@
 #include "platform/simulation/enter_device.h"
 #include "platform/simulation/fault_signals.h"
 #include "platform/simulation/identity.h"
+#include "platform/simulation/interface_state.h"
 #include "platform/simulation/state.h"
 
 namespace
@@ -160,9 +161,7 @@ int get_full_version_string(char* buffer, int size, const char* model_prefix, in
 
 int sys_intf_status(const char* interface)
 {
-    char name[64];
-    std::snprintf(name, sizeof name, "interfaces/%s/up", interface);
-    return simReadNumber(name, 0) != 0;
+    return simInterfaceRuns(interface);
 }
 
 int get_cpu_usage_rate()

@@ -46,9 +46,9 @@ bool writePidFile()
 
 void recordCrash(pid_t worker, int fault)
 {
-    char text[64];
-    std::snprintf(text, sizeof text, "cwWtpd[%d]: %s", worker, sigdescr_np(fault));
-    simRecordCrash(text);
+    char text[100];
+    std::snprintf(text, sizeof text, "%s cwWtpd[%d]: %s", SimTime().text, worker, sigdescr_np(fault));
+    simAddToLog(kSimCrashes, text);
 }
 
 class Supervisor

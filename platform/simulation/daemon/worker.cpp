@@ -15,8 +15,10 @@
 #include "platform/simulation/daemon/addresses.h"
 #include "platform/simulation/daemon/applied_settings.h"
 #include "platform/simulation/daemon/debug_line.h"
+#include "platform/simulation/daemon/network.h"
 #include "platform/simulation/daemon/replies.h"
 #include "platform/simulation/daemon/traffic.h"
+#include "platform/simulation/interface_state.h"
 #include "platform/simulation/state.h"
 
 namespace
@@ -137,6 +139,12 @@ void Worker::followLink()
     counted_ += passed;
     if (passed.count() != 0)
         countTraffic(static_cast<uint64_t>(passed.count()), status.runs());
+    for (const Network& network : networks()) {
+        const std::string interface = network.interface();
+        const int serves = network.serves(status.runs());
+        if (simInterfaceNumber(interface.c_str(), "served") != serves)
+            simSetInterfaceNumber(interface.c_str(), "served", serves);
+    }
     if (linkState_ == status.state)
         return;
     debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), status.state);

@@ -16,8 +16,7 @@ LC_ALL=C
 export PATH LC_ALL
 
 interfaces=
-for folder in "$CLI_SIM_ROOT"/sim/interfaces/*/; do
-    folder=${folder%/}
+for folder in "$CLI_SIM_ROOT"/sim/interfaces/*; do
     interfaces="${interfaces:+$interfaces }${folder##*/}"
 done
 
@@ -61,6 +60,11 @@ is_up() {
     [ "$1" = lo ] || [ "$(value "interfaces/$1/up" 0)" != 0 ]
 }
 
+# runs INTERFACE: whether it is up and, of a VAP, its radio too, and the daemon serves its network.
+runs() {
+    is_up "$1" && is_up "${1%-va?}" && [ "$(value "interfaces/$1/served" 1)" != 0 ]
+}
+
 # addresses INTERFACE: prints its addresses as A.B.C.D/BITS, one a line.
 addresses() {
     list=$CLI_SIM_ROOT/sim/interfaces/$1/address
@@ -78,17 +82,8 @@ is_number() {
 
 # Whether $1 reads A.B.C.D.
 is_address() {
-    case $1 in
-    *.*.*.*.*) return 1 ;;
-    *.*.*.*) ;;
-    *) return 1 ;;
-    esac
-    rest=$1.
-    while [ -n "$rest" ]; do
-        octet=${rest%%.*}
-        is_number "$octet" && [ "$octet" -le 255 ] || return 1
-        rest=${rest#*.}
-    done
+    octet='(25[0-5]|2[0-4][0-9]|1[0-9][0-9]|[1-9]?[0-9])'
+    printf '%s\n' "$1" | grep -Eqx "($octet\.){3}$octet"
 }
 
 # Prints the factory record's MAC address as twelve digits, whichever of its two forms the flash holds; the ROM file's
