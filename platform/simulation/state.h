@@ -1,17 +1,13 @@
-// The simulated device's state: small text files in the folder "sim" of its root, one value each. Anyone may read or
-// set them while the shell runs.
+// The simulated device's state: small text files in the folder "sim" of its root, one value each. Anyone may read them
+// while the shell runs, and set those of docs/simulation.md. The device itself writes
 //
-//     interfaces/<interface>/<setting>   interface_state.h; "address" holds one A.B.C.D/BITS a line, "mib" a folder of
-//                                        the driver's other settings
-//     bands, channels/<country>          what radios can do, and may; lay_out makes them anew
-//     network/lease                      the address that the network gives, A.B.C.D/BITS; empty: none
-//     traffic                            what the daemon counts for each interface
-//     gpio/<line>, leds/<led>            level, message shown
-//     reset_key                          0 while it is pressed
-//     serial_number                      in place of the factory record's
-//     hostname                           in use, until a reboot takes up the configured one
-//     reboots, password_changes          how often
-//     oem_mode, cw_debug, flash/<NAME>   what the tools of these names left
+//     booted                        when, in seconds since 1970
+//     consoles/<process>            a link to the terminal of a shell
+//     hostname                      in use, until a reboot takes up the configured one
+//     traffic                       what the daemon counts for each interface
+//     debug_*, kernel_log, crashes  switches, logs and records of the debug library
+//     reboots, password_changes     how often
+//     oem_mode, cw_debug, firmware* what the tools of these names, and restore, left
 
 #ifndef PLATFORM_SIMULATION_STATE_H
 #define PLATFORM_SIMULATION_STATE_H
