@@ -151,18 +151,30 @@ struct BiosAction {
     void (*run)(char** argv);
 };
 
+template <typename... Words>
+consteval int wordCount(auto(*)(Words...))
+{
+    return 2 + static_cast<int>(sizeof...(Words));
+}
+
+template <auto operation>
+consteval BiosAction action(const char* name, const char* help)
+{
+    return {name, help, wordCount(operation), run<operation>};
+}
+
 constexpr BiosAction kBiosActions[] = {
-    {"erase", "erase", 2, run<biosErase>},
-    {"dumpflash", "dumpflash", 2, run<biosDumpRawInfo>},
-    {"setdefault", "setdefault", 2, run<biosSetDefault>},
-    {"displayinfo", "displayinfo", 2, run<biosDisplayInfo>},
-    {"setmac", "setmac", 3, run<biosSetMac>},
-    {"getmac", "getmac", 2, run<biosShowMac>},
-    {"setoemsn", "setoemsn", 3, run<biosSetOemSn>},
-    {"setqlnsn", "setqlnsn", 3, run<biosSetQlnSn>},
-    {"getoemsn", "Get OEM SN", 2, run<biosShowOemSn>},
-    {"save", "saveROMBIOS", 3, run<biosSaveRomFile>},
-    {"get", "FTP get ROM BIOS file", 4, run<biosTftpGet>},
+    action<biosErase>("erase", "erase"),
+    action<biosDumpRawInfo>("dumpflash", "dumpflash"),
+    action<biosSetDefault>("setdefault", "setdefault"),
+    action<biosDisplayInfo>("displayinfo", "displayinfo"),
+    action<biosSetMac>("setmac", "setmac"),
+    action<biosShowMac>("getmac", "getmac"),
+    action<biosSetOemSn>("setoemsn", "setoemsn"),
+    action<biosSetQlnSn>("setqlnsn", "setqlnsn"),
+    action<biosShowOemSn>("getoemsn", "Get OEM SN"),
+    action<biosSaveRomFile>("save", "saveROMBIOS"),
+    action<biosTftpGet>("get", "FTP get ROM BIOS file"),
 };
 
 consteval auto rowsOfActions()

@@ -37,7 +37,7 @@ bool removeEntries(const char* value, Entry (&entries)[Size], std::uint8_t& coun
     return found;
 }
 
-bool setAddress(const CwItem& item, const char* value, CwConfig& config)
+bool setAcAddress(const CwItem& item, const char* value, CwConfig& config)
 {
     std::uint32_t address;
     if (!parseAcAddress(value, &address))
@@ -47,18 +47,18 @@ bool setAddress(const CwItem& item, const char* value, CwConfig& config)
     return true;
 }
 
-void renderAddress(const CwItem&, const CwConfig& config, int index, std::span<char> text)
+void renderAcAddress(const CwItem&, const CwConfig& config, int index, std::span<char> text)
 {
     const AcAddress& entry = config.acAddresses[index];
     std::snprintf(text.data(), text.size(), "%s %d", ipv4Text(entry.address).text, entry.inUse);
 }
 
-int countAddresses(const CwConfig& config)
+int countAcAddresses(const CwConfig& config)
 {
     return config.acAddressCount;
 }
 
-bool holdsAddress(const CwConfig& config, std::uint32_t address)
+bool holdsAcAddress(const CwConfig& config, std::uint32_t address)
 {
     for (int i = 0; i < config.acAddressCount; ++i)
         if (config.acAddresses[i].address == address)
@@ -66,7 +66,7 @@ bool holdsAddress(const CwConfig& config, std::uint32_t address)
     return false;
 }
 
-bool addAddress(const char* value, CwConfig& config)
+bool addAcAddress(const char* value, CwConfig& config)
 {
     std::uint32_t address;
     if (!parseAcAddress(value, &address))
@@ -75,14 +75,14 @@ bool addAddress(const char* value, CwConfig& config)
         cli_print("AC Static IP address reached the upper limit\n");
         return false;
     }
-    if (holdsAddress(config, address)) {
+    if (holdsAcAddress(config, address)) {
         cli_printf("Duplicate AC IP address '%s'\n", value);
         return false;
     }
     return cwConfAppendAddress(config, address);
 }
 
-bool removeAddress(const char* value, CwConfig& config)
+bool removeAcAddress(const char* value, CwConfig& config)
 {
     std::uint32_t address;
     return parseAcAddress(value, &address) &&
@@ -90,58 +90,58 @@ bool removeAddress(const char* value, CwConfig& config)
                          [address](const AcAddress& entry) { return entry.address == address; });
 }
 
-bool setHostname(const CwItem& item, const char* value, CwConfig& config)
+bool setAcHostname(const CwItem& item, const char* value, CwConfig& config)
 {
     if (!cwConfAppendHostname(config, value))
         sayTooMany(item, value);
     return true;
 }
 
-void renderHostname(const CwItem&, const CwConfig& config, int index, std::span<char> text)
+void renderAcHostname(const CwItem&, const CwConfig& config, int index, std::span<char> text)
 {
     copyText(text, config.acHostnames[index]);
 }
 
-int countHostnames(const CwConfig& config)
+int countAcHostnames(const CwConfig& config)
 {
     return config.acHostnameCount;
 }
 
 /// A surplus name is dropped silently.
-bool addHostname(const char* value, CwConfig& config)
+bool addAcHostname(const char* value, CwConfig& config)
 {
     cwConfAppendHostname(config, value);
     return true;
 }
 
-bool removeHostname(const char* value, CwConfig& config)
+bool removeAcHostname(const char* value, CwConfig& config)
 {
     return removeEntries(value, config.acHostnames, config.acHostnameCount,
                          [value](const auto& entry) { return std::strcmp(entry, value) == 0; });
 }
 
 constexpr CwList kAddressList = {
-    .count = countAddresses,
+    .count = countAcAddresses,
     .countName = "acStaticIpAddrListCnt",
     .addHelp = kAddAcAddressHelp,
     .deleteHelp = kDeleteAcAddressHelp,
-    .add = addAddress,
-    .remove = removeAddress,
+    .add = addAcAddress,
+    .remove = removeAcAddress,
 };
 
 constexpr CwList kHostnameList = {
-    .count = countHostnames,
+    .count = countAcHostnames,
     .countName = "acHostNameCnt",
     .addHelp = kAddAcHostnameHelp,
     .deleteHelp = kDeleteAcHostnameHelp,
-    .add = addHostname,
-    .remove = removeHostname,
+    .add = addAcHostname,
+    .remove = removeAcHostname,
 };
 
 } // namespace
 
-const CwKind kAcAddresses = {setAddress, renderAddress, &kAddressList};
-const CwKind kAcHostnames = {setHostname, renderHostname, &kHostnameList};
+const CwKind kAcAddresses = {setAcAddress, renderAcAddress, &kAddressList};
+const CwKind kAcHostnames = {setAcHostname, renderAcHostname, &kHostnameList};
 
 bool parseAcAddress(const char* value, std::uint32_t* address)
 {

@@ -10,6 +10,7 @@ int factorysnCommand(int argc, char** argv);
 /// Gives the address to the device's interface. When that fails, returns the tool's wait status and writes nothing.
 int mgmtAddrCommand(int argc, char** argv);
 
+/// Has the tools `hostname` and `qln-set-hostname` take up a legal name, too.
 int hostnameCommand(int argc, char** argv);
 
 /// Sets the speed of the console, too.

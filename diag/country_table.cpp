@@ -1,6 +1,6 @@
 #include "diag/country_table.h"
 
-const Country kCountryTable[kCountryCount] = {
+constexpr Country kCountryTable[kCountryCount] = {
     {"DB", "DEBUG"},
     {"NA", "NO_COUNTRY_SET"},
     {"AL", "ALBANIA"},
@@ -193,3 +193,4 @@ const Country kCountryTable[kCountryCount] = {
     {"ZB", "ZAMBIA"},
     {"ZW", "ZIMBABWE"},
 };
+static_assert(kCountryTable[kCountryCount - 1].code[0] != '\0');

@@ -132,14 +132,16 @@ constinit auto filterSubmodules = numbered({
 
 } // namespace
 
-const char* const kSimAppNames[kDebugAppCount] = {"cwWtpd", "authd", "netd", "sysmond", "cloudd"};
+constexpr const char* kSimAppNames[kDebugAppCount] = {"cwWtpd", "authd", "netd", "sysmond", "cloudd"};
+static_assert(kSimAppNames[kDebugAppCount - 1] != nullptr);
 
 constinit dbg_module app_debug[kDebugAppCount] = {
     module(cwWtpdSubmodules), module(authSubmodules),  module(netSubmodules),
     module(systemSubmodules), module(cloudSubmodules),
 };
 
-const char* const kSimKernelModuleNames[kDebugKernelModuleCount] = {"wlan", "captun", "apbridge", "apfilter"};
+constexpr const char* kSimKernelModuleNames[kDebugKernelModuleCount] = {"wlan", "captun", "apbridge", "apfilter"};
+static_assert(kSimKernelModuleNames[kDebugKernelModuleCount - 1] != nullptr);
 
 constinit dbg_module kmod_debug[kDebugKernelModuleCount] = {
     module(wlanSubmodules),

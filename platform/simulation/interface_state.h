@@ -1,9 +1,9 @@
-// The wireless interfaces of the simulated device: the state files "sim/interfaces/<interface>/<setting>", which
-// lay_out makes.
+// The interfaces of the simulated device: the state files "sim/interfaces/<interface>/<setting>", which rcS makes.
 //
-// Settings: up, ssid, broadcast_ssid, dtim_period, rts_threshold, frag_threshold, auth_type, local_bridging, mac_offset
-// (from the factory record's hardware address), served (0: the daemon has no use for the VAP). Only radios have channel, coexist, beacon_interval, country, power (per
-// cent), radar (channels where it was seen), mib/band and mib/use40M (width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz);
+// Settings: up, address (A.B.C.D/BITS, one a line); of the wireless ones also ssid, broadcast_ssid, dtim_period,
+// rts_threshold, frag_threshold, auth_type, local_bridging, mac_offset (from the factory record's hardware address),
+// served (0: the daemon has no use for the VAP). Only radios have channel, coexist, beacon_interval, country, power
+// (per cent), radar (channels where it was seen), mib/band and mib/use40M (width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz);
 // radio_state.h tells what they come to.
 
 #ifndef PLATFORM_SIMULATION_INTERFACE_STATE_H

@@ -30,7 +30,7 @@ constexpr char kLocalBridging[] = "local_bridging";
 constexpr char kAuthType[] = "auth_type";
 
 /// 0 where there is a text.
-int copyText(char* buffer, std::size_t size, const char* text)
+int giveText(char* buffer, std::size_t size, const char* text)
 {
     std::snprintf(buffer, size, "%s", text);
     return text[0] != '\0' ? 0 : -1;
@@ -43,7 +43,7 @@ int getChannel(const char* interface)
 
 int getRadioMode(const char* interface, char* buffer)
 {
-    return copyText(buffer, kRadioModeSize, simRadio(interface).mode);
+    return giveText(buffer, kRadioModeSize, simRadio(interface).mode);
 }
 
 const char* getSsid(const char* interface, char* buffer, int size)
@@ -56,7 +56,7 @@ const char* getSsid(const char* interface, char* buffer, int size)
 
 int getCountry(const char* interface, char* buffer, int size)
 {
-    return size > 0 ? copyText(buffer, static_cast<std::size_t>(size), simRadio(interface).record.operatingCountry)
+    return size > 0 ? giveText(buffer, static_cast<std::size_t>(size), simRadio(interface).record.operatingCountry)
                     : -1;
 }
 

@@ -10,7 +10,7 @@ ShellTest::ShellTest()
     writeFile("/cfg/cw.conf", "");
     std::istringstream tools("brctl cw_debug cw_diag diag_debug_crashlog flash hostname ifconfig ip iwconfig iwpriv "
                              "kill killall lldpctl passwd ping pkill ps qln-get-status qln-set-hostname reboot restore "
-                             "route sptest tftp top udhcpc");
+                             "sptest tftp top");
     for (std::string tool; tools >> tool;)
         plantRecorder(tool);
     EXPECT_EQ(std::system(("\"" LINK_TOOLS "\" " + path("")).c_str()), 0);

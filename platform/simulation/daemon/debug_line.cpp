@@ -11,7 +11,7 @@
 namespace
 {
 
-bool isOn(uint64_t mask, int submodule)
+bool isSwitchedOn(uint64_t mask, int submodule)
 {
     return submodule >= 0 && (mask >> submodule & 1) != 0;
 }
@@ -22,7 +22,7 @@ void debugLine(const char* name, const char* format, ...)
 {
     attach_udebug();
     const int app = appname2id("cwWtpd");
-    if (!isOn(udbg_info[app], submod_name2id(app, name)))
+    if (!isSwitchedOn(udbg_info[app], submod_name2id(app, name)))
         return;
     char line[256];
     const int length = std::snprintf(line, sizeof line, "%s cwWtpd/%s: ", SimTime().text, name);
@@ -40,7 +40,7 @@ void tunnelDebugLine(const char* name, const char* text)
 {
     attach_kdebug();
     const int module = kmodname2id("captun");
-    if (!isOn(kdbg_info[module], subkmod_name2id(module, name)))
+    if (!isSwitchedOn(kdbg_info[module], subkmod_name2id(module, name)))
         return;
     char line[256];
     std::snprintf(line, sizeof line, "%s captun/%s: %s", SimTime().text, name, text);
