@@ -59,12 +59,12 @@ constexpr bool agreesWithRange(std::string_view help, std::string_view key)
         return true;
     const Range& range = kRanges[place];
     const std::size_t initial = help.find(kDefault);
-    if (initial != help.npos && leadingNumber(help.substr(initial + kDefault.size())) != range.initial)
+    if (initial != std::string_view::npos && leadingNumber(help.substr(initial + kDefault.size())) != range.initial)
         return false;
     const std::size_t dash = help.find(kDash);
     const std::size_t low = help.find_last_not_of("0123456789", dash - 1) + 1;
-    return dash == help.npos || (leadingNumber(help.substr(low)) == range.low &&
-                                 leadingNumber(help.substr(dash + kDash.size())) == range.high);
+    return dash == std::string_view::npos || (leadingNumber(help.substr(low)) == range.low &&
+                                              leadingNumber(help.substr(dash + kDash.size())) == range.high);
 }
 
 #endif

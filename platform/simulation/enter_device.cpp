@@ -44,7 +44,7 @@ void enterDevice(const char* app)
         std::fprintf(stderr, "%s: %s has no tool \"%s\", see platform/simulation/lay_out.\n", app, root, tool);
         std::exit(EXIT_FAILURE);
     }
-    char path[2 * PATH_MAX + sizeof "/bin:/usr/bin"];
+    char path[sizeof root + sizeof root + sizeof "/bin:/usr/bin"];
     std::snprintf(path, sizeof path, "%s/bin:%s/usr/bin", root, root);
     setenv("PATH", path, 1);
     // An emulator of another processor would have its own name.

@@ -92,7 +92,7 @@ std::vector<Station> presentStations(bool linkRuns)
             continue;
         for (auto i = static_cast<unsigned>(&network - kNetworks); i < count; i += kSpread)
             // Comes for some minutes and goes for three, everybody in a rhythm of their own.
-            if (wanted >= 0 || (minute + 3 * i) % (9 + i % 5) > 2)
+            if (wanted >= 0 || (minute + 3L * i) % (9L + i % 5) > 2)
                 present.push_back({i, i / kSpread + 1, &network});
     }
     return present;

@@ -84,13 +84,11 @@ int Supervisor::run()
     int status = goesOn ? EXIT_SUCCESS : EXIT_FAILURE;
     while (goesOn) {
         const int signal = awaitSignal();
-        if (isForsaken()) {
+        if (isForsaken() || sigismember(&enders_, signal) == 1) {
             goesOn = false;
         } else if (signal == SIGCHLD && !replaceWorker()) {
             goesOn = false;
             status = EXIT_FAILURE;
-        } else if (sigismember(&enders_, signal) == 1) {
-            goesOn = false;
         }
     }
     endWorker();
