@@ -57,7 +57,7 @@ build_preset() {
         cmake --preset "$preset" "$@" </dev/null >&"$output" 2>&1
     fi
     # Nothing to say when nothing is to be done.
-    ninja -C "$folder" -n </dev/null | grep -q 'no work to do' && return
+    ninja -C "$folder" -n </dev/null 2>/dev/null | grep -q 'no work to do' && return
     say "building $folder"
     cmake --build "$folder" </dev/null >&"$output" 2>&1
 }

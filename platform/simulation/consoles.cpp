@@ -27,8 +27,8 @@ void openConsole()
     char path[48];
     std::snprintf(path, sizeof path, "%s/%d", kFolder, static_cast<int>(getpid()));
     const DeviceFile console(path);
-    for (const char* folder : {"/sim", kFolder})
-        mkdir(DeviceFile(folder).path(), S_IRWXU);
+    mkdir(DeviceFile("/sim").path(), S_IRWXU);
+    mkdir(DeviceFile(kFolder).path(), S_IRWXU);
     unlink(console.path());
     if (symlink(terminal, console.path()) != 0)
         std::perror(console.path());

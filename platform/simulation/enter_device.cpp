@@ -14,9 +14,35 @@
 namespace
 {
 
-/// The tools that would act on the PC if they were its own, and those that no device is without.
-constexpr const char* kTools[] = {"cat",  "env",     "grep",  "hostname", "ifconfig", "ip",
-                                  "kill", "killall", "pkill", "ps",       "reboot",   "top"};
+constexpr const char* kTools[] = {
+    "brctl",
+    "cat",
+    "cw_debug",
+    "cw_diag",
+    "diag_debug_crashlog",
+    "env",
+    "flash",
+    "grep",
+    "hostname",
+    "ifconfig",
+    "ip",
+    "iwconfig",
+    "iwpriv",
+    "kill",
+    "killall",
+    "lldpctl",
+    "passwd",
+    "ping",
+    "pkill",
+    "ps",
+    "qln-get-status",
+    "qln-set-hostname",
+    "reboot",
+    "restore",
+    "sed",
+    "sptest",
+    "top",
+};
 
 bool isExecutable(const char* devicePath)
 {
@@ -29,7 +55,8 @@ void enterDevice(const char* app)
 {
     const char* named = std::getenv("CLI_SIM_ROOT");
     char root[PATH_MAX];
-    if (named == nullptr || realpath(named, root) == nullptr || std::strcmp(root, "/") == 0) {
+    if (named == nullptr || realpath(named, root) == nullptr || std::strpbrk(root, ":") != nullptr ||
+        std::strcmp(root, "/") == 0) {
         std::fprintf(stderr, "%s: CLI_SIM_ROOT must name the folder of a simulated access point.\n", app);
         std::exit(EXIT_FAILURE);
     }
@@ -59,7 +86,7 @@ int __real_system(const char* command);
 /// device's.
 int __wrap_system(const char* command)
 {
-    constexpr char kKill[] = "kill() { env kill \"$@\"; }\n";
+    constexpr char kKill[] = "kill() { env kill \"$@\"; }; ";
     char text[4096];
     if (static_cast<std::size_t>(std::snprintf(text, sizeof text, "%s%s", kKill, command)) >= sizeof text)
         return -1;

@@ -132,8 +132,9 @@ int act_confirm(const char* message)
 int sys_factory_reset(int)
 {
     std::fflush(stdout);
-    return std::system(R"(cd "$CLI_SIM_ROOT" && cp etc/*.conf cfg && rm -f etc/admin-timeout.tmp && reboot)") == 0 ? 0
-                                                                                                                   : -1;
+    constexpr char kCommand[] = "cd \"$CLI_SIM_ROOT\" && rm -f etc/admin-timeout.tmp && for file in etc/*.conf; do "
+                                "cp \"$file\" tmp/.draft && mv tmp/.draft \"cfg/${file#etc/}\"; done && reboot";
+    return std::system(kCommand) == 0 ? 0 : -1;
 }
 
 int read_sn(char* buffer, int size, int)
@@ -199,8 +200,9 @@ int uptime_main(char* buffer, int size)
     const int minutes = std::max(0, static_cast<int>(now) - simReadNumber("booted", static_cast<int>(now))) / 60;
     const int days = minutes / (24 * 60);
     std::snprintf(buffer, static_cast<std::size_t>(size),
-                  "%02d:%02d:%02d up %d day%s, %02d:%02d, load average: %.2f, %.2f, %.2f", clock.tm_hour, clock.tm_min,
-                  clock.tm_sec, days, days == 1 ? "" : "s", minutes / 60 % 24, minutes % 60, load[0], load[1], load[2]);
+                  "%02d:%02d:%02d UTC up %d day%s, %02d:%02d, load average: %.2f, %.2f, %.2f", clock.tm_hour,
+                  clock.tm_min, clock.tm_sec, days, days == 1 ? "" : "s", minutes / 60 % 24, minutes % 60, load[0],
+                  load[1], load[2]);
     return 0;
 }
 

@@ -14,9 +14,6 @@ using std::chrono::seconds;
 namespace
 {
 
-/// The controller that every discovery but a static one finds.
-constexpr uint32_t kDefaultController = 0xc0a8010a;
-
 /// Ways of discovery, by the number in the configuration; the others look for the controller nearby.
 constexpr int kAutomatic = 0;
 constexpr int kStatic = 1;
@@ -44,7 +41,9 @@ std::optional<uint32_t> findController(const WtpConfig& config)
                 return address;
     if ((discovery == kStatic || discovery == kDns) && config.text("ac-hostname").empty())
         return std::nullopt;
-    return kDefaultController;
+    char nearby[32];
+    simReadText("network/controller", nearby, sizeof nearby, "");
+    return parseIpv4(nearby, &address) ? std::optional(address) : std::nullopt;
 }
 
 } // namespace

@@ -51,6 +51,17 @@ void recordCrash(pid_t worker, int fault)
     simAddToLog(kSimCrashes, text);
 }
 
+/// Each terminal of the device holds the lock shared. Where there is none the lock is kept, so that one that opens
+/// waits for the end of this process.
+bool terminalIsOpen()
+{
+    const int terminals = open(DeviceFile(kTerminalsLock).path(), O_RDONLY | O_CLOEXEC);
+    if (terminals < 0 || flock(terminals, LOCK_EX | LOCK_NB) == 0)
+        return false;
+    close(terminals);
+    return true;
+}
+
 class Supervisor
 {
 public:
@@ -65,12 +76,12 @@ private:
     /// A worker ended, perhaps. Returns whether this one goes on.
     bool replaceWorker();
     void endWorker() const;
-    [[nodiscard]] bool isOrphan() const;
     [[nodiscard]] int awaitSignal() const;
     [[nodiscard]] bool isForsaken() const;
 
     int lock_;
     pid_t parent_;
+    bool servesTerminals_ = terminalIsOpen();
     pid_t worker_ = -1;
     sigset_t enders_{};
     sigset_t awaited_{};
@@ -97,30 +108,17 @@ int Supervisor::run()
     return status;
 }
 
-/// One that the parent left before this program began has the first process for its parent.
-bool Supervisor::isOrphan() const
-{
-    return getppid() != parent_ || parent_ == 1;
-}
-
-/// The end of the parent arrives as SIGCHLD; from then on the terminals are looked at every second.
+/// Terminals have to be looked at; the end of the parent arrives as SIGCHLD.
 int Supervisor::awaitSignal() const
 {
     constexpr timespec kSecond = {1, 0};
-    return isOrphan() ? sigtimedwait(&awaited_, nullptr, &kSecond) : sigwaitinfo(&awaited_, nullptr);
+    return servesTerminals_ ? sigtimedwait(&awaited_, nullptr, &kSecond) : sigwaitinfo(&awaited_, nullptr);
 }
 
-/// Whether the parent has ended and no terminal of the device is open: each holds its lock shared. The lock is kept
-/// then, so that one that opens waits for the end.
+/// Whether the last terminal was closed, or where none was open at the start, the parent has ended.
 bool Supervisor::isForsaken() const
 {
-    if (!isOrphan())
-        return false;
-    const int terminals = open(DeviceFile(kTerminalsLock).path(), O_RDONLY | O_CLOEXEC);
-    if (terminals < 0 || flock(terminals, LOCK_EX | LOCK_NB) == 0)
-        return true;
-    close(terminals);
-    return false;
+    return servesTerminals_ ? !terminalIsOpen() : getppid() != parent_;
 }
 
 void Supervisor::holdSignals()

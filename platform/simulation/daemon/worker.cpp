@@ -151,6 +151,8 @@ void Worker::followLink()
     for (const auto& [state, module, text] : kWork)
         if (state == std::string_view(status.state))
             debugLine(module, "%s", text);
+    if (status.state == std::string_view("DATA_CHECK"))
+        debugLine("dtls-data", "secured by %s", config_.text("data-channel-sec").c_str());
     if (status.runs())
         tunnelDebugLine("session", "opened to the controller");
     linkState_ = status.state;

@@ -50,10 +50,10 @@ fail() {
 }
 
 is_interface() {
-    case " $interfaces " in
-    *" $1 "*) return 0 ;;
-    *) return 1 ;;
+    case $1 in
+    '' | .* | */*) return 1 ;;
     esac
+    [ -d "$CLI_SIM_ROOT/sim/interfaces/$1" ]
 }
 
 is_up() {
@@ -92,7 +92,7 @@ factory_mac() {
     number=$(sed -n '/bios/s/^mtd\([0-9]*\):.*/\1/p' "$CLI_SIM_ROOT/proc/mtd" | head -n 1)
     for flash in "$CLI_SIM_ROOT/dev/mtdblock/$number" "$CLI_SIM_ROOT/dev/mtdblock$number" "$CLI_SIM_ROOT"/etc/rom/*; do
         [ -f "$flash" ] || continue
-        digits=$(dd if="$flash" bs=16 skip=16376 count=1 2>/dev/null | tr -cd '0-9A-Fa-f')
+        digits=$(dd if="$flash" bs=16 skip=16376 count=1 2>/dev/null | tr -cd '0-9A-Fa-f' | tr A-F a-f)
         [ ${#digits} -eq 12 ] || digits=$(od -An -v -tx1 -j 262016 -N 6 "$flash" | tr -d ' \n')
         case $digits in
         '' | 000000000000 | ffffffffffff) ;;
@@ -122,13 +122,15 @@ words() {
 # and the system shell of a console. Everything else on the PC is out of reach.
 processes() {
     grep -lsz '^CLI_SIM_ROOT=' /proc/[0-9]*/environ | while IFS=/ read -r _ _ pid _; do
-        same_file "$(words "/proc/$pid/environ" | sed -n 's/^CLI_SIM_ROOT=//p')" "$CLI_SIM_ROOT" || continue
+        root=$(words "/proc/$pid/environ" | sed -n 's/^CLI_SIM_ROOT=//p')
+        [ "$root" != "${root#/}" ] || root=/proc/$pid/cwd/$root
+        same_file "$root" "$CLI_SIM_ROOT" || continue
         IFS= read -r name 2>/dev/null <"/proc/$pid/comm" || continue
         parent=$(sed -n 's/^PPid:[^0-9]*//p' "/proc/$pid/status" 2>/dev/null)
         case $name in
         cli)
             case $(words "/proc/$parent/cmdline" | head -n 1) in
-            */bin/sh*) echo "$parent sh" ;;
+            */bin/sh) echo "$parent sh" ;;
             esac
             ;;
         cwWtpd | cwMonitor) ;;
