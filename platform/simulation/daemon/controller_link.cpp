@@ -35,10 +35,9 @@ std::optional<uint32_t> findController(const WtpConfig& config)
 {
     const int discovery = config.number("discovery-type");
     uint32_t address = 0;
-    if (discovery == kAutomatic || discovery == kStatic)
-        for (const std::string& text : config.list("ac-ip-addr"))
-            if (parseIpv4(text.c_str(), &address))
-                return address;
+    const bool usesList = discovery == kAutomatic || discovery == kStatic;
+    if (usesList && parseIpv4(config.first("ac-ip-addr").c_str(), &address))
+        return address;
     if ((discovery == kStatic || discovery == kDns) && config.text("ac-hostname").empty())
         return std::nullopt;
     char nearby[32];

@@ -67,17 +67,104 @@ class Supervisor
 public:
     Supervisor(int lock, pid_t parent) : lock_(lock), parent_(parent) {}
 
-    int run();
+    int run()
+    {
+        holdSignals();
+        bool goesOn = startWorker();
+        int status = goesOn ? EXIT_SUCCESS : EXIT_FAILURE;
+        while (goesOn) {
+            const int signal = awaitSignal();
+            if (isForsaken() || sigismember(&enders_, signal) == 1) {
+                goesOn = false;
+            } else if (signal == SIGCHLD && !replaceWorker()) {
+                goesOn = false;
+                status = EXIT_FAILURE;
+            }
+        }
+        endWorker();
+        unlink(DeviceFile(kPidFile).path());
+        unlink(DeviceFile(kChannelSocket).path());
+        return status;
+    }
 
 private:
-    void holdSignals();
-    [[nodiscard]] bool startWorker();
-    [[noreturn]] void becomeWorker(pid_t supervisor) const;
+    void holdSignals()
+    {
+        sigemptyset(&enders_);
+        for (const int signal : kEnders) {
+            // A shell has its background ignore Ctrl-C, which is meant for the foreground: that stands.
+            struct sigaction inherited;
+            if (sigaction(signal, nullptr, &inherited) == 0 && (signal == SIGTERM || inherited.sa_handler != SIG_IGN))
+                sigaddset(&enders_, signal);
+        }
+        awaited_ = enders_;
+        sigaddset(&awaited_, SIGCHLD);
+        std::signal(SIGCHLD, SIG_DFL);
+        sigprocmask(SIG_BLOCK, &awaited_, &previous_);
+    }
+
+    bool startWorker()
+    {
+        const pid_t supervisor = getpid();
+        worker_ = fork();
+        if (worker_ == 0)
+            becomeWorker(supervisor);
+        if (worker_ < 0)
+            std::perror("cwWtpd: the worker");
+        return worker_ > 0;
+    }
+
+    [[noreturn]] void becomeWorker(pid_t supervisor) const
+    {
+        close(lock_);
+        prctl(PR_SET_NAME, "cwWtpd");
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        for (const int fault : kFaultSignals)
+            std::signal(fault, SIG_DFL);
+        const rlimit noCoreFile{0, 0};
+        setrlimit(RLIMIT_CORE, &noCoreFile);
+        sigprocmask(SIG_SETMASK, &previous_, nullptr);
+        if (getppid() != supervisor)
+            _exit(EXIT_SUCCESS);
+        if (writePidFile())
+            runWorker();
+        std::perror("cwWtpd: the message channel");
+        _exit(kCannotServe);
+    }
+
     /// A worker ended, perhaps. Returns whether this one goes on.
-    bool replaceWorker();
-    void endWorker() const;
-    [[nodiscard]] int awaitSignal() const;
-    [[nodiscard]] bool isForsaken() const;
+    bool replaceWorker()
+    {
+        int status = 0;
+        if (waitpid(worker_, &status, WNOHANG) != worker_)
+            return true;
+        for (const int fault : kFaultSignals)
+            if (WIFSIGNALED(status) && WTERMSIG(status) == fault)
+                recordCrash(worker_, fault);
+        worker_ = -1;
+        if (WIFEXITED(status) && WEXITSTATUS(status) == kCannotServe)
+            return false;
+        nanosleep(&kRestartDelay, nullptr);
+        return startWorker();
+    }
+
+    void endWorker() const
+    {
+        if (worker_ <= 0)
+            return;
+        kill(worker_, SIGKILL);
+        waitpid(worker_, nullptr, 0);
+    }
+
+    /// Terminals have to be looked at; the end of the parent arrives as SIGCHLD.
+    int awaitSignal() const
+    {
+        constexpr timespec kSecond = {1, 0};
+        return servesTerminals_ ? sigtimedwait(&awaited_, nullptr, &kSecond) : sigwaitinfo(&awaited_, nullptr);
+    }
+
+    /// Whether the last terminal was closed, or where none was open at the start, the parent has ended.
+    bool isForsaken() const { return servesTerminals_ ? !terminalIsOpen() : getppid() != parent_; }
 
     int lock_;
     pid_t parent_;
@@ -87,106 +174,6 @@ private:
     sigset_t awaited_{};
     sigset_t previous_{};
 };
-
-int Supervisor::run()
-{
-    holdSignals();
-    bool goesOn = startWorker();
-    int status = goesOn ? EXIT_SUCCESS : EXIT_FAILURE;
-    while (goesOn) {
-        const int signal = awaitSignal();
-        if (isForsaken() || sigismember(&enders_, signal) == 1) {
-            goesOn = false;
-        } else if (signal == SIGCHLD && !replaceWorker()) {
-            goesOn = false;
-            status = EXIT_FAILURE;
-        }
-    }
-    endWorker();
-    unlink(DeviceFile(kPidFile).path());
-    unlink(DeviceFile(kChannelSocket).path());
-    return status;
-}
-
-/// Terminals have to be looked at; the end of the parent arrives as SIGCHLD.
-int Supervisor::awaitSignal() const
-{
-    constexpr timespec kSecond = {1, 0};
-    return servesTerminals_ ? sigtimedwait(&awaited_, nullptr, &kSecond) : sigwaitinfo(&awaited_, nullptr);
-}
-
-/// Whether the last terminal was closed, or where none was open at the start, the parent has ended.
-bool Supervisor::isForsaken() const
-{
-    return servesTerminals_ ? !terminalIsOpen() : getppid() != parent_;
-}
-
-void Supervisor::holdSignals()
-{
-    sigemptyset(&enders_);
-    for (const int signal : kEnders) {
-        // A shell has its background ignore Ctrl-C, which is meant for the foreground: that stands.
-        struct sigaction inherited;
-        if (sigaction(signal, nullptr, &inherited) == 0 && (signal == SIGTERM || inherited.sa_handler != SIG_IGN))
-            sigaddset(&enders_, signal);
-    }
-    awaited_ = enders_;
-    sigaddset(&awaited_, SIGCHLD);
-    std::signal(SIGCHLD, SIG_DFL);
-    sigprocmask(SIG_BLOCK, &awaited_, &previous_);
-}
-
-bool Supervisor::startWorker()
-{
-    const pid_t supervisor = getpid();
-    worker_ = fork();
-    if (worker_ == 0)
-        becomeWorker(supervisor);
-    if (worker_ < 0)
-        std::perror("cwWtpd: the worker");
-    return worker_ > 0;
-}
-
-void Supervisor::becomeWorker(pid_t supervisor) const
-{
-    close(lock_);
-    prctl(PR_SET_NAME, "cwWtpd");
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    for (const int fault : kFaultSignals)
-        std::signal(fault, SIG_DFL);
-    const rlimit noCoreFile{0, 0};
-    setrlimit(RLIMIT_CORE, &noCoreFile);
-    sigprocmask(SIG_SETMASK, &previous_, nullptr);
-    if (getppid() != supervisor)
-        _exit(EXIT_SUCCESS);
-    if (writePidFile())
-        runWorker();
-    std::perror("cwWtpd: the message channel");
-    _exit(kCannotServe);
-}
-
-bool Supervisor::replaceWorker()
-{
-    int status = 0;
-    if (waitpid(worker_, &status, WNOHANG) != worker_)
-        return true;
-    for (const int fault : kFaultSignals)
-        if (WIFSIGNALED(status) && WTERMSIG(status) == fault)
-            recordCrash(worker_, fault);
-    worker_ = -1;
-    if (WIFEXITED(status) && WEXITSTATUS(status) == kCannotServe)
-        return false;
-    nanosleep(&kRestartDelay, nullptr);
-    return startWorker();
-}
-
-void Supervisor::endWorker() const
-{
-    if (worker_ <= 0)
-        return;
-    kill(worker_, SIGKILL);
-    waitpid(worker_, nullptr, 0);
-}
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// The VAPs and the stations on them.
+// The VAPs, the stations on them, and the radios.
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -8,6 +8,7 @@
 #include "platform/simulation/daemon/network.h"
 #include "platform/simulation/daemon/replies.h"
 #include "platform/simulation/interface_state.h"
+#include "platform/simulation/radio_state.h"
 
 namespace
 {
@@ -107,5 +108,13 @@ Bytes stationReply(bool linkRuns)
     std::size_t place = 0;
     for (const Station& station : stations)
         append(reply, stationRecord(station, ++place));
+    return reply;
+}
+
+Bytes radioReply()
+{
+    Bytes reply;
+    for (const char* radio : {"wlan0", "wlan1"})
+        append(reply, simRadio(radio).record);
     return reply;
 }

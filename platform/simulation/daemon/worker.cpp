@@ -68,7 +68,14 @@ class Worker
 public:
     explicit Worker(int listener, const WtpConfig& config) : listener_(listener), config_(config), link_(config) {}
 
-    [[noreturn]] void run();
+    [[noreturn]] void run()
+    {
+        for (;;) {
+            wait();
+            sendDueReplies();
+            dropFinished();
+        }
+    }
 
 private:
     /// One connection: a message is taken, its reply, if any, goes out when it is due.
@@ -80,14 +87,144 @@ private:
         std::optional<Clock::time_point> due{};
     };
 
-    void wait();
-    void followLink();
-    void acceptClients();
-    void receive(Client& client);
-    void handle(Client& client, const ChannelHeader& header, std::span<const uint8_t> body);
-    [[nodiscard]] std::optional<Bytes> answer(int32_t type) const;
-    void sendDueReplies();
-    void dropFinished();
+    /// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections. What came
+    /// asks for the link as it is then.
+    void wait()
+    {
+        int timeout = link_.status().runs() ? kRunningPollMs : kLinkPollMs;
+        std::vector<pollfd> watched = {{clients_.size() < kMostClients ? listener_ : -1, POLLIN, 0}};
+        for (const Client& client : clients_) {
+            watched.push_back({client.descriptor, POLLIN, 0});
+            if (client.due) {
+                const auto left = std::chrono::ceil<std::chrono::milliseconds>(*client.due - Clock::now());
+                const int leftMs = std::max(0, static_cast<int>(left.count()));
+                timeout = std::min(timeout, leftMs);
+            }
+        }
+        const int ready = poll(watched.data(), watched.size(), timeout);
+        followLink();
+        if (ready <= 0)
+            return;
+        for (std::size_t i = 0; i < clients_.size(); ++i)
+            if (watched[i + 1].revents != 0)
+                receive(clients_[i]);
+        if (watched[0].revents != 0)
+            acceptClients();
+    }
+
+    void followLink()
+    {
+        link_.follow();
+        const ControllerLink::Status status = link_.status();
+        const auto passed = std::chrono::floor<std::chrono::seconds>(Clock::now() - counted_);
+        counted_ += passed;
+        if (passed.count() != 0)
+            countTraffic(static_cast<uint64_t>(passed.count()), status.runs());
+        for (const Network& network : networks()) {
+            const std::string interface = network.interface();
+            const int serves = network.serves(status.runs());
+            if (simInterfaceNumber(interface.c_str(), "served") != serves)
+                simSetInterfaceNumber(interface.c_str(), "served", serves);
+        }
+        if (linkState_ == status.state)
+            return;
+        debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), status.state);
+        for (const auto& [state, module, text] : kWork)
+            if (state == std::string_view(status.state))
+                debugLine(module, "%s", text);
+        if (status.state == std::string_view("DATA_CHECK"))
+            debugLine("dtls-data", "secured by %s", config_.text("data-channel-sec").c_str());
+        if (status.runs())
+            tunnelDebugLine("session", "opened to the controller");
+        linkState_ = status.state;
+    }
+
+    void acceptClients()
+    {
+        while (clients_.size() < kMostClients) {
+            const int descriptor = accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
+            if (descriptor < 0)
+                return;
+            clients_.push_back({descriptor});
+        }
+    }
+
+    void receive(Client& client)
+    {
+        std::array<uint8_t, kLongestMessage> packet;
+        const ssize_t length = recv(client.descriptor, packet.data(), packet.size(), 0);
+        ChannelHeader header;
+        if (client.hasAsked || length < static_cast<ssize_t>(sizeof header)) {
+            client.isDone = true;
+            return;
+        }
+        client.hasAsked = true;
+        std::memcpy(&header, packet.data(), sizeof header);
+        handle(client, header,
+               std::span(packet).subspan(sizeof header, static_cast<std::size_t>(length) - sizeof header));
+    }
+
+    void handle(Client& client, const ChannelHeader& header, std::span<const uint8_t> body)
+    {
+        std::optional<Bytes> reply;
+        switch (header.type) {
+        case kSetCountry:
+            debugLine("country", "message %s", applyCountry(body) ? "applied" : "refused");
+            break;
+        case kSetPower:
+            debugLine("power", "message %s", applyPower(body) ? "applied" : "refused");
+            break;
+        default:
+            reply = answer(header.type);
+            break;
+        }
+        if (!reply) {
+            client.isDone = true;
+            return;
+        }
+        const Behaviour behaviour;
+        if (behaviour.word == std::string_view("crash"))
+            std::raise(SIGSEGV);
+        const auto* first = reinterpret_cast<const uint8_t*>(&header);
+        debugLine("ipc", "query %d, %zu bytes, %s", header.type, reply->size(), behaviour.word);
+        client.reply.assign(first, first + sizeof header);
+        client.reply.insert(client.reply.end(), reply->begin(), reply->end());
+        client.due = dueTime(behaviour);
+    }
+
+    std::optional<Bytes> answer(int32_t type) const
+    {
+        switch (type) {
+        case kQueryVaps:
+            return vapReply(link_.status().runs());
+        case kQueryAccessPoint:
+            return accessPointReply(config_, link_.status());
+        case kQueryStations:
+            return stationReply(link_.status().runs());
+        case kQueryRadios:
+            return radioReply();
+        default:
+            return std::nullopt;
+        }
+    }
+
+    void sendDueReplies()
+    {
+        for (Client& client : clients_) {
+            if (client.isDone || !client.due || *client.due > Clock::now())
+                continue;
+            send(client.descriptor, client.reply.data(), client.reply.size(), MSG_NOSIGNAL);
+            client.isDone = true;
+        }
+    }
+
+    void dropFinished()
+    {
+        for (const Client& client : clients_)
+            if (client.isDone)
+                close(client.descriptor);
+        std::erase_if(clients_, [](const Client& client) { return client.isDone; });
+    }
 
     int listener_;
     WtpConfig config_;
@@ -96,153 +233,6 @@ private:
     std::string linkState_;
     std::vector<Client> clients_;
 };
-
-void Worker::run()
-{
-    for (;;) {
-        wait();
-        sendDueReplies();
-        dropFinished();
-    }
-}
-
-/// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections. What came asks
-/// for the link as it is then.
-void Worker::wait()
-{
-    int timeout = link_.status().runs() ? kRunningPollMs : kLinkPollMs;
-    std::vector<pollfd> watched = {{clients_.size() < kMostClients ? listener_ : -1, POLLIN, 0}};
-    for (const Client& client : clients_) {
-        watched.push_back({client.descriptor, POLLIN, 0});
-        if (client.due) {
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(*client.due - Clock::now());
-            const int leftMs = std::max(0, static_cast<int>(left.count()));
-            timeout = std::min(timeout, leftMs);
-        }
-    }
-    const int ready = poll(watched.data(), watched.size(), timeout);
-    followLink();
-    if (ready <= 0)
-        return;
-    for (std::size_t i = 0; i < clients_.size(); ++i)
-        if (watched[i + 1].revents != 0)
-            receive(clients_[i]);
-    if (watched[0].revents != 0)
-        acceptClients();
-}
-
-void Worker::followLink()
-{
-    link_.follow();
-    const ControllerLink::Status status = link_.status();
-    const auto passed = std::chrono::floor<std::chrono::seconds>(Clock::now() - counted_);
-    counted_ += passed;
-    if (passed.count() != 0)
-        countTraffic(static_cast<uint64_t>(passed.count()), status.runs());
-    for (const Network& network : networks()) {
-        const std::string interface = network.interface();
-        const int serves = network.serves(status.runs());
-        if (simInterfaceNumber(interface.c_str(), "served") != serves)
-            simSetInterfaceNumber(interface.c_str(), "served", serves);
-    }
-    if (linkState_ == status.state)
-        return;
-    debugLine("fsm", "%s -> %s", linkState_.empty() ? "START" : linkState_.c_str(), status.state);
-    for (const auto& [state, module, text] : kWork)
-        if (state == std::string_view(status.state))
-            debugLine(module, "%s", text);
-    if (status.state == std::string_view("DATA_CHECK"))
-        debugLine("dtls-data", "secured by %s", config_.text("data-channel-sec").c_str());
-    if (status.runs())
-        tunnelDebugLine("session", "opened to the controller");
-    linkState_ = status.state;
-}
-
-void Worker::acceptClients()
-{
-    while (clients_.size() < kMostClients) {
-        const int descriptor = accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
-        if (descriptor < 0)
-            return;
-        clients_.push_back({descriptor});
-    }
-}
-
-void Worker::receive(Client& client)
-{
-    std::array<uint8_t, kLongestMessage> packet;
-    const ssize_t length = recv(client.descriptor, packet.data(), packet.size(), 0);
-    ChannelHeader header;
-    if (client.hasAsked || length < static_cast<ssize_t>(sizeof header)) {
-        client.isDone = true;
-        return;
-    }
-    client.hasAsked = true;
-    std::memcpy(&header, packet.data(), sizeof header);
-    handle(client, header, std::span(packet).subspan(sizeof header, static_cast<std::size_t>(length) - sizeof header));
-}
-
-void Worker::handle(Client& client, const ChannelHeader& header, std::span<const uint8_t> body)
-{
-    std::optional<Bytes> reply;
-    switch (header.type) {
-    case kSetCountry:
-        debugLine("country", "message %s", applyCountry(body) ? "applied" : "refused");
-        break;
-    case kSetPower:
-        debugLine("power", "message %s", applyPower(body) ? "applied" : "refused");
-        break;
-    default:
-        reply = answer(header.type);
-        break;
-    }
-    if (!reply) {
-        client.isDone = true;
-        return;
-    }
-    const Behaviour behaviour;
-    if (behaviour.word == std::string_view("crash"))
-        std::raise(SIGSEGV);
-    const auto* first = reinterpret_cast<const uint8_t*>(&header);
-    debugLine("ipc", "query %d, %zu bytes, %s", header.type, reply->size(), behaviour.word);
-    client.reply.assign(first, first + sizeof header);
-    client.reply.insert(client.reply.end(), reply->begin(), reply->end());
-    client.due = dueTime(behaviour);
-}
-
-std::optional<Bytes> Worker::answer(int32_t type) const
-{
-    switch (type) {
-    case kQueryVaps:
-        return vapReply(link_.status().runs());
-    case kQueryAccessPoint:
-        return accessPointReply(config_, link_.status());
-    case kQueryStations:
-        return stationReply(link_.status().runs());
-    case kQueryRadios:
-        return radioReply();
-    default:
-        return std::nullopt;
-    }
-}
-
-void Worker::sendDueReplies()
-{
-    for (Client& client : clients_) {
-        if (client.isDone || !client.due || *client.due > Clock::now())
-            continue;
-        send(client.descriptor, client.reply.data(), client.reply.size(), MSG_NOSIGNAL);
-        client.isDone = true;
-    }
-}
-
-void Worker::dropFinished()
-{
-    for (const Client& client : clients_)
-        if (client.isDone)
-            close(client.descriptor);
-    std::erase_if(clients_, [](const Client& client) { return client.isDone; });
-}
 
 } // namespace
 

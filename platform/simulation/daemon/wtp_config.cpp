@@ -37,12 +37,10 @@ WtpConfig::WtpConfig()
         addItems(items_, file);
 }
 
-std::vector<std::string> WtpConfig::list(const std::string& key) const
+std::string WtpConfig::first(const std::string& key) const
 {
-    std::vector<std::string> values;
-    for (auto [item, end] = items_.equal_range(key); item != end; ++item)
-        values.push_back(item->second);
-    return values;
+    const auto item = items_.lower_bound(key);
+    return item != items_.end() && item->first == key ? item->second : "";
 }
 
 std::string WtpConfig::text(const std::string& key) const

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <vector>
 
 /// The items of the factory's "/etc/cw.conf" and of "/cfg/cw.conf", by key.
 class WtpConfig
@@ -14,8 +13,8 @@ class WtpConfig
 public:
     WtpConfig();
 
-    /// Every value of a list.
-    [[nodiscard]] std::vector<std::string> list(const std::string& key) const;
+    /// The first value of a list; empty where there is none.
+    [[nodiscard]] std::string first(const std::string& key) const;
     /// The last value; empty where there is none.
     [[nodiscard]] std::string text(const std::string& key) const;
     [[nodiscard]] uint16_t number(const std::string& key) const;
