@@ -142,12 +142,14 @@ int refuse(int error)
     return -1;
 }
 
-bool isCharacterDevice(int fd)
+/// On a board it is the kernel's.
+bool isSimulatedCharacterDevice(int fd)
 {
     struct stat opened;
     struct stat node;
-    return fstat(fd, &opened) == 0 && stat(PartitionFile("/dev/mtd").file().path(), &node) == 0 &&
-           opened.st_dev == node.st_dev && opened.st_ino == node.st_ino;
+    return fstat(fd, &opened) == 0 && S_ISREG(opened.st_mode) &&
+           stat(PartitionFile("/dev/mtd").file().path(), &node) == 0 && opened.st_dev == node.st_dev &&
+           opened.st_ino == node.st_ino;
 }
 
 int eraseBlock(const erase_info_user& block)
@@ -219,7 +221,7 @@ int __wrap_ioctl(int fd, unsigned long request, ...)
     va_start(arguments, request);
     void* const argument = va_arg(arguments, void*);
     va_end(arguments);
-    if ((request != MEMUNLOCK && request != MEMERASE) || !isCharacterDevice(fd))
+    if ((request != MEMUNLOCK && request != MEMERASE) || !isSimulatedCharacterDevice(fd))
         return __real_ioctl(fd, request, argument);
     const auto& block = *static_cast<const erase_info_user*>(argument);
     if (request == MEMERASE)
