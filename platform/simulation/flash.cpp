@@ -188,6 +188,9 @@ int osbios_SetCrc(int fd, const void* image)
     if (image == nullptr && !readImage(fd, partition))
         return -1;
     const std::uint32_t crc = crcOf(image != nullptr ? *static_cast<const FlashImage*>(image) : partition);
+    std::uint32_t stored = 0;
+    if (pread(fd, &stored, sizeof stored, kCrcOffset) == static_cast<ssize_t>(sizeof stored) && stored == crc)
+        return 0;
     return pwrite(fd, &crc, sizeof crc, kCrcOffset) == static_cast<ssize_t>(sizeof crc) ? 0 : -1;
 }
 
