@@ -16,6 +16,7 @@
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "platform/device_file.h"
@@ -214,8 +215,6 @@ PlatformInfo simIdentity()
 
 extern "C" {
 
-int __real_ioctl(int fd, unsigned long request, ...);
-
 /// Stands before ioctl() for the whole program: the kernel knows the flash requests only for flash, and there only for
 /// the character device.
 int __wrap_ioctl(int fd, unsigned long request, ...)
@@ -224,12 +223,18 @@ int __wrap_ioctl(int fd, unsigned long request, ...)
     va_start(arguments, request);
     void* const argument = va_arg(arguments, void*);
     va_end(arguments);
-    if ((request != MEMUNLOCK && request != MEMERASE) || !isSimulatedCharacterDevice(fd))
-        return __real_ioctl(fd, request, argument);
+    if ((request != MEMUNLOCK && request != MEMERASE) || !isSimulatedCharacterDevice(fd)) {
+        const auto result = static_cast<int>(syscall(SYS_ioctl, fd, request, argument));
+        // To an emulator of one program they are no requests of its kernel's.
+        return result < 0 && errno == ENOSYS ? refuse(ENOTTY) : result;
+    }
     const auto& block = *static_cast<const erase_info_user*>(argument);
     if (request == MEMERASE)
         return eraseBlock(block);
     unlockedBlock = block;
     return 0;
 }
+
+/// What the C library calls it where times were 32 bits wide once.
+[[gnu::alias("__wrap_ioctl")]] int __wrap___ioctl_time64(int fd, unsigned long request, ...);
 }
