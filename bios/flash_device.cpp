@@ -1,5 +1,6 @@
 #include "bios/flash_device.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -18,7 +19,7 @@
 namespace
 {
 
-constexpr std::uint32_t kEraseBlockSize = 0x20000;
+constexpr std::size_t kEraseBlockSize = 0x20000;
 
 static_assert(sizeof(FlashImage) % kEraseBlockSize == 0);
 
@@ -85,11 +86,33 @@ void FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) const
     });
 }
 
+/// Each piece lies in one block.
 void FlashDevice::write(std::size_t offset, const void* bytes, std::size_t size) const
 {
-    transferAll(size, [&](std::size_t done) {
-        return pwrite(fd_, static_cast<const char*>(bytes) + done, size - done, static_cast<off_t>(offset + done));
-    });
+    const char* piece = static_cast<const char*>(bytes);
+    const std::size_t end = offset + size;
+    for (std::size_t length = 0; offset < end; offset += length, piece += length) {
+        length = std::min(end - offset, kEraseBlockSize - offset % kEraseBlockSize);
+        if (holds(offset, piece, length))
+            continue;
+        transferAll(length, [&](std::size_t done) {
+            return pwrite(fd_, piece + done, length - done, static_cast<off_t>(offset + done));
+        });
+    }
+}
+
+bool FlashDevice::holds(std::size_t offset, const char* bytes, std::size_t size) const
+{
+    char present[4096];
+    for (std::size_t done = 0; done < size; done += sizeof present) {
+        const std::size_t length = std::min(size - done, sizeof present);
+        const ssize_t count = transferAll(length, [&](std::size_t taken) {
+            return pread(fd_, present + taken, length - taken, static_cast<off_t>(offset + done + taken));
+        });
+        if (count != static_cast<ssize_t>(length) || std::memcmp(present, bytes + done, length) != 0)
+            return false;
+    }
+    return true;
 }
 
 bool FlashDevice::crcMatches() const

@@ -30,7 +30,9 @@ public:
     /// Reads `size` bytes; those that the partition does not have are left alone.
     void read(std::size_t offset, void* bytes, std::size_t size) const;
 
-    /// Writes `size` bytes. A write of one slot is one call to the system: it happens whole or not at all.
+    /// Writes `size` bytes, but for blocks that hold theirs already: some flash is erased and programmed by the block,
+    /// and loses it to a power cut meanwhile. A write of one slot is one call to the system: it happens whole or not at
+    /// all.
     void write(std::size_t offset, const void* bytes, std::size_t size) const;
 
     /// Whether the stored checksum matches.
@@ -43,6 +45,7 @@ public:
     void erase();
 
 private:
+    [[nodiscard]] bool holds(std::size_t offset, const char* bytes, std::size_t size) const;
     void eraseRequest(unsigned long request, erase_info_user& block);
 
     static constexpr std::size_t kPathSize = 32;

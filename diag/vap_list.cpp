@@ -66,7 +66,7 @@ bool usesRadius(const VapRecord& vap)
 void printSecurity(const VapRecord& vap)
 {
     cli_printf("           auth=%.36s ", vap.authentication);
-    if ((vap.flags.overlap.capability & VapRecord::kPrivacy) == 0) {
+    if ((vap.flags & VapRecord::kPrivacy) == 0) {
         cli_print("\n");
         return;
     }
@@ -81,7 +81,7 @@ void printSecurity(const VapRecord& vap)
 void printVap(const VapRecord& vap)
 {
     const auto has = [&vap](std::uint32_t flag) {
-        return (vap.flags.word & flag) != 0;
+        return (vap.flags & flag) != 0;
     };
     const bool standalone = has(VapRecord::kStandalone);
 
@@ -100,7 +100,7 @@ void printVap(const VapRecord& vap)
     cli_printf("           local_auth=%s\n", enabledWord(has(VapRecord::kLocalAuthentication)));
     cli_printf("           mac=%s, tunnel=%s, cap=%04x, qos=%s\n",
                standalone ? "fat" : nameOf(kMacModes, vap.macMode, "invalid"),
-               standalone ? "local" : nameOf(kTunnels, vap.tunnel, "invalid"), vap.flags.overlap.capability,
+               standalone ? "local" : nameOf(kTunnels, vap.tunnel, "invalid"), vap.flags >> VapRecord::kCapabilityShift,
                switchWord(vap.qos));
     cli_printf("           prob_resp_suppress=%s", switchWord(vap.probeSuppression));
     if (vap.probeSuppression != 0)

@@ -20,7 +20,8 @@ enum MessageType : std::int32_t {
     kSetPower = 7,
 };
 
-/// Where a LAN port's MAC address and its first split-tunnel address share a byte.
+/// Where a LAN port's MAC address and its first split-tunnel address share a byte: which octet of the address that is
+/// depends on the host.
 union LanPortAddresses {
     std::uint8_t mac[6];
     struct [[gnu::packed]] {
@@ -149,15 +150,6 @@ static_assert(offsetof(ApInfo, uplinkMtu) == 768);
 static_assert(offsetof(ApInfo, downlinkMtu) == 770);
 static_assert(sizeof(ApInfo) == 772);
 
-/// The 802.11 capability field lies in the last two bytes of the flag word.
-union VapFlags {
-    std::uint32_t word;
-    struct {
-        std::uint16_t head;
-        std::uint16_t capability;
-    } overlap;
-};
-
 /// One virtual access point: one SSID on one radio. A list of them begins with their number.
 struct [[gnu::packed]] VapRecord {
     static constexpr std::uint32_t kLocalSwitching = 1U << 0;
@@ -166,7 +158,8 @@ struct [[gnu::packed]] VapRecord {
     static constexpr std::uint32_t kStandalone = 1U << 5;
     static constexpr std::uint32_t kSplitTunnel = 1U << 6;
     static constexpr std::uint32_t kCaptivePortal = 1U << 8;
-    static constexpr std::uint16_t kPrivacy = 1U << 11;
+    static constexpr int kCapabilityShift = 16;
+    static constexpr std::uint32_t kPrivacy = 1U << (kCapabilityShift + 11);
 
     std::uint8_t reserved0[4];
     std::uint32_t handle; ///< the daemon's own pointer
@@ -180,7 +173,7 @@ struct [[gnu::packed]] VapRecord {
     std::uint8_t reserved41;
     std::uint8_t macMode; ///< 0 local, 1 split
     std::uint8_t tunnel;  ///< 0 local, 1 802.3, 2 802.11
-    VapFlags flags;
+    std::uint32_t flags;  ///< its high half is the 802.11 capability field
     std::uint8_t keyIndex;
     std::uint8_t keyStatus;
     std::uint16_t keyLength;
@@ -215,8 +208,7 @@ static_assert(offsetof(VapRecord, netmask) == 36);
 static_assert(offsetof(VapRecord, wlan) == 40);
 static_assert(offsetof(VapRecord, macMode) == 42);
 static_assert(offsetof(VapRecord, tunnel) == 43);
-static_assert(offsetof(VapRecord, flags.word) == 44);
-static_assert(offsetof(VapRecord, flags.overlap.capability) == 46);
+static_assert(offsetof(VapRecord, flags) == 44);
 static_assert(offsetof(VapRecord, keyIndex) == 48);
 static_assert(offsetof(VapRecord, keyStatus) == 49);
 static_assert(offsetof(VapRecord, keyLength) == 50);

@@ -21,7 +21,7 @@ die() {
 apt_get() {
     local -a become=()
     [ "$(id -u)" -eq 0 ] || become=(sudo)
-    "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q "$@" </dev/null >&"$output" 2>&1
+    "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 "$@" </dev/null >&"$output" 2>&1
 }
 
 # install_missing PACKAGE...: installs those of the packages that are not there.

@@ -33,7 +33,7 @@ extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
     if (readableBytes < 0 || fs::read_symlink(link, none).string().find("/cfg/") == std::string::npos)
         return __real_read(fd, bytes, size);
     isInterrupted = !isInterrupted;
-    const ssize_t left = readableBytes - lseek(fd, 0, SEEK_CUR);
+    const off_t left = readableBytes - lseek(fd, 0, SEEK_CUR);
     errno = isInterrupted ? EINTR : EIO;
     return isInterrupted || left <= 0 ? -1 : __real_read(fd, bytes, std::min(size, static_cast<size_t>(left)));
 }

@@ -99,8 +99,8 @@ TEST(ApInfo, ShowsLanPortsByMode)
     set(port[4].ssid, "guest"), setMac(port[4].addresses.mac, 0x02fe00000a07), port[4].splitTunnelSecond = 0x01020304;
     port[5].mode = 3, port[5].flags = 0x8c, port[5].reserved3 = 0xff, port[5].vlanTag = 0xffff;
     fill(port[5].ssid, 'S'), fill(port[5].addresses.mac, 0xff), port[6].mode = 3, port[6].flags = 0xff;
-    // The first address begins with the last byte of the MAC address.
-    setMac(port[6].addresses.mac, 0xa1a2a3a4a500), port[6].addresses.splitTunnel.first = 0x0a0b0cfd;
+    // The last byte of the MAC address is also the first in memory of the first address.
+    setMac(port[6].addresses.mac, 0xa1a2a3a4a500), port[6].addresses.splitTunnel.first = 0xfd0b0cfd;
     port[6].splitTunnelSecond = 0xffffff00;
 
     EXPECT_EQ(showAp(info),
@@ -116,7 +116,7 @@ TEST(ApInfo, ShowsLanPortsByMode)
                       "ssid=SSSSSSSSSSSSSSSSSSSSSSSSSSSSSSSSS vlan_tag=ffff \n"
                       "            port7-cfg    : BR-TO-SSID(3) 0 a1:a2:a3:a4:a5:fd ssid=                 "
                       "vlan_tag=0000 st lsw lbr split mesh \n"
-                      "                              10.11.12.253 255.255.255.0\n"));
+                      "                              253.11.12.253 255.255.255.0\n"));
 }
 
 TEST(ApInfo, EndsLanPortsAtTheCountOrWithTheReply)

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <bit>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -114,12 +115,11 @@ TEST(VapList, ShowsEveryFieldInOrder)
          "suppress=enabled, prob_resp_thresh=-75dBm"},
         {[](auto& r) { r.probeSuppression = 2; }, "suppress=disabled", "suppress=disabled, prob_resp_thresh=20dBm"},
         // Bits without a meaning, and the captive portal, which asks for a standalone VAP, change nothing.
-        {[](auto& r) { r.flags.word = 0x195; }, "switching=disabled", "switching=enabled"},
-        {[](auto& r) { r.flags.word = 0x02; }, "bridging=disabled", "bridging=enabled"},
-        {[](auto& r) { r.flags.word = 0x40; }, "tunnel=disabled", "tunnel=enabled"},
-        {[](auto& r) { r.flags.word = 0x08; }, "local_auth=disabled", "local_auth=enabled"},
-        {[](auto& r) { r.macMode = 1, r.tunnel = 1, r.flags.overlap.capability = 0xf7ff; }, modes,
-         "mac=split, tunnel=8023, cap=f7ff"},
+        {[](auto& r) { r.flags = 0x195; }, "switching=disabled", "switching=enabled"},
+        {[](auto& r) { r.flags = 0x02; }, "bridging=disabled", "bridging=enabled"},
+        {[](auto& r) { r.flags = 0x40; }, "tunnel=disabled", "tunnel=enabled"},
+        {[](auto& r) { r.flags = 0x08; }, "local_auth=disabled", "local_auth=enabled"},
+        {[](auto& r) { r.macMode = 1, r.tunnel = 1, r.flags = 0xf7ff0000; }, modes, "mac=split, tunnel=8023, cap=f7ff"},
         {[](auto& r) { r.macMode = 2, r.tunnel = 2; }, modes, "mac=invalid, tunnel=80211, cap=0000"},
         {[](auto& r) { r.macMode = 255, r.tunnel = 3; }, modes, "mac=invalid, tunnel=invalid, cap=0000"},
         // A text without a terminator ends with its field.
@@ -131,7 +131,7 @@ TEST(VapList, ShowsEveryFieldInOrder)
 
 TEST(VapList, ShowsKeysAndRadiusServersWithPrivacy)
 {
-    const VapRecord keyed = with(plainVap(), [](auto& r) { r.flags.overlap.capability = 0x800, r.staticKey = 1; });
+    const VapRecord keyed = with(plainVap(), [](auto& r) { r.flags = 0x8000000, r.staticKey = 1; });
     const std::string key = "keyIdx=1, keyLen=5, keyStatus=3, key=abcde\n";
     const std::string wpa = "keyStatus=3, gTsc=0102030405ff\n           key=";
     const std::string screen = changed(vapScreen(1, kPlainVap), "cap=0000", "cap=0800");
@@ -165,9 +165,9 @@ TEST(VapList, ShowsAStandaloneVapAsFat)
     const std::string standalone = changed(kPlainVap, "standalone=disabled", "standalone=enabled");
     const std::string fat = changed(standalone, "mac=local", "mac=fat");
     const std::string portal = "           cpauth enabled with WebAuthSvr=" + std::string(64, 'p') + "\n";
-    EXPECT_EQ(showVap(with(plainVap(), [](auto& r) { r.flags.word = 0x20, r.macMode = 1, r.tunnel = 7; })),
+    EXPECT_EQ(showVap(with(plainVap(), [](auto& r) { r.flags = 0x20, r.macMode = 1, r.tunnel = 7; })),
               vapScreen(1, fat));
-    EXPECT_EQ(showVap(with(plainVap(), [](auto& r) { r.flags.word = 0x120; })), vapScreen(1, fat + portal));
+    EXPECT_EQ(showVap(with(plainVap(), [](auto& r) { r.flags = 0x120; })), vapScreen(1, fat + portal));
 }
 
 TEST(StationList, ShowsEveryFieldInOrder)
@@ -188,22 +188,22 @@ TEST(StationList, ShowsEveryFieldInOrder)
 
 TEST(ReplyList, EndsAtTheCountOrWithTheReply)
 {
-    // A count is shown as sent; one whose low byte is 128 or more lists nothing.
+    // A count is shown as sent; what lists nothing is one whose low byte, on a big-endian host its high one, is 128 or
+    // more.
+    constexpr std::uint32_t kListsNothing = std::endian::native == std::endian::little ? 0x80 : 0x80000000;
     const struct {
         std::uint32_t count;
         std::size_t sent;
-        std::size_t shown;
-    } kCases[] = {
-        {0, 2, 0},          {1, 2, 1},       {3, 2, 2},     {8, 8, 8},       {127, 8, 8},
-        {128, 8, 0},        {255, 8, 0},     {256, 8, 8},   {384, 8, 0},     {0x7fffff7f, 2, 2},
-        {0x80000001, 2, 2}, {383, 383, 383}, {511, 511, 0}, {512, 511, 511}, {0xffffffff, 2, 0},
-    };
+    } kCases[] = {{0, 2},          {1, 2},     {3, 2},     {8, 8},     {127, 8},
+                  {128, 8},        {255, 8},   {256, 8},   {384, 8},   {0x7fffff7f, 2},
+                  {0x80000001, 2}, {383, 383}, {511, 511}, {512, 511}, {0xffffffff, 2}};
     for (const auto& test : kCases) {
+        const std::size_t shown = (test.count & kListsNothing) != 0 ? 0 : std::min<std::size_t>(test.count, test.sent);
         EXPECT_EQ(screenOf(printStationList, listOf(test.count, std::vector(test.sent, plainStation()))),
-                  stationScreen(test.count, repeated(kPlainStation, test.shown)));
+                  stationScreen(test.count, repeated(kPlainStation, shown)));
         if (test.sent <= 8) {
             EXPECT_EQ(screenOf(printVapList, listOf(test.count, std::vector(test.sent, plainVap()))),
-                      vapScreen(test.count, repeated(kPlainVap, test.shown)));
+                      vapScreen(test.count, repeated(kPlainVap, shown)));
         }
     }
 
@@ -229,7 +229,7 @@ TEST(RandomReply, IsShownWithoutHarm)
     const auto showRandomReplies = [&] {
         std::mt19937 random(5);
         for (const auto& [show, denseShare] : kPrinters)
-            for (int i = 0; i < 100000; ++i) {
+            for (int i = 0; i < 100'000 / RANDOM_DIVISOR; ++i) {
                 // Mostly a record or two, now and then as long as can be.
                 std::vector<std::uint8_t> reply(random() % (i % 500 == 0 ? 65537 : 4200));
                 if (random() % denseShare == 0)

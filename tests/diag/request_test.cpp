@@ -1,6 +1,7 @@
 // What is asked of the daemon and of the driver, and what becomes of their answers.
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -80,8 +81,11 @@ void ipcmsg_free(void* buffer)
 int ipcmsg_send(int destination, int flags, int type, const void* message, int length)
 {
     std::string text = std::to_string(destination) + " " + std::to_string(flags) + " " + std::to_string(type) + ":";
-    for (int i = 0; i < length; ++i)
-        text += " " + std::to_string(static_cast<const std::uint8_t*>(message)[i]);
+    for (int i = 0; i < length; ++i) {
+        // The third and fourth byte of a setting are a number of the host's.
+        const int at = std::endian::native == std::endian::big && i / 2 == 1 ? i ^ 1 : i;
+        text += " " + std::to_string(static_cast<const std::uint8_t*>(message)[at]);
+    }
     fakePlatform.sent.push_back(text);
     return fakePlatform.channelResult;
 }
@@ -160,8 +164,8 @@ TEST_F(RequestTest, QueriesTellWhetherThereIsAnAnswer)
         }
     }
     // The station list shows what the reply buffer holds, whatever the result.
-    fakePlatform = {.channelResult = -1, .answer = {0, 0, 1, 0x80}};
-    EXPECT_EQ(run("get wtp stations"), rule + "384\n");
+    fakePlatform = {.channelResult = -1, .answer = {0x80, 0, 0, 0x80}};
+    EXPECT_EQ(run("get wtp stations"), rule + "-2147483520\n");
 }
 
 TEST_F(RequestTest, KeepsToTheReplyWhateverLengthIsReported)

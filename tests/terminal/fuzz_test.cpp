@@ -24,7 +24,7 @@ extern "C" [[gnu::weak]] std::size_t __sanitizer_get_current_allocated_bytes();
 namespace
 {
 
-constexpr int kLines = 10'000;
+constexpr int kLines = 10'000 / RANDOM_DIVISOR;
 
 /// Words that end the shell, wait, or act outside the device.
 constexpr const char* kForbiddenWords[] = {"quit",          "exit",     "reboot", "shell",

@@ -36,7 +36,7 @@ LanPort lanPort(const PortUse& use)
     port.flags = static_cast<uint8_t>((network->flags() & kNetworkFlags) | network->meshBackhaul * LanPort::kMesh);
     port.vlanTag = network->vlan;
     fillText(port.ssid, network->ssid());
-    // The last octet of the first address is also that of the hardware address.
+    // On a little-endian host its last octet is also that of the hardware address.
     port.addresses.splitTunnel.first = 0x0a141e00;
     port.splitTunnelSecond = 0xac101f01;
     std::ranges::copy(hardwareAddress(network->interface()), port.addresses.mac);

@@ -13,7 +13,7 @@
 namespace
 {
 
-constexpr uint16_t kCapabilities = 0x0421;
+constexpr uint32_t kCapabilities = 0x0421;
 
 /// By the driver's number.
 constexpr const char* kAuthentications[] = {"OPEN", "WPA-PSK", "WPA2-PSK", "WPA/WPA2-PSK", "WPA2-RADIUS"};
@@ -28,7 +28,7 @@ void describeSecurity(VapRecord& record, const Network& network)
     fillText(record.authentication, isKnown ? kAuthentications[type] : "Unknown");
     if (type == kOpen)
         return;
-    record.flags.overlap.capability |= VapRecord::kPrivacy;
+    record.flags |= VapRecord::kPrivacy;
     record.keyIndex = 1;
     record.keyStatus = 1;
     record.keyLength = 32;
@@ -53,7 +53,7 @@ VapRecord vapRecord(const Network& network, bool linkRuns)
     record.wlan = static_cast<uint8_t>(network.number + 1);
     record.macMode = network.mac;
     record.tunnel = network.tunnel;
-    record.flags.overlap = {network.flags(), kCapabilities};
+    record.flags = network.flags() | kCapabilities << VapRecord::kCapabilityShift;
     record.accessControlList = network.number == 2;
     record.qos = network.radio == 1;
     record.meshBackhaul = network.meshBackhaul;

@@ -91,7 +91,7 @@ is_address() {
 factory_mac() {
     number=$(sed -n '/bios/s/^mtd\([0-9]*\):.*/\1/p' "$CLI_SIM_ROOT/proc/mtd" | head -n 1)
     for flash in "$CLI_SIM_ROOT/dev/mtdblock/$number" "$CLI_SIM_ROOT/dev/mtdblock$number" "$CLI_SIM_ROOT"/etc/rom/*; do
-        [ -f "$flash" ] || continue
+        [ -e "$flash" ] || continue
         digits=$(dd if="$flash" bs=16 skip=16376 count=1 2>/dev/null | tr -cd '0-9A-Fa-f' | tr A-F a-f)
         [ ${#digits} -eq 12 ] || digits=$(od -An -v -tx1 -j 262016 -N 6 "$flash" | tr -d ' \n')
         case $digits in

@@ -1,0 +1,2 @@
+set(CLI_ARCH mipsel)
+include("${CMAKE_CURRENT_LIST_DIR}/debian.cmake")
