@@ -79,9 +79,9 @@ FlashDevice::~FlashDevice()
         close(fd_);
 }
 
-void FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) const
+ssize_t FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) const
 {
-    transferAll(size, [&](std::size_t done) {
+    return transferAll(size, [&](std::size_t done) {
         return pread(fd_, static_cast<char*>(bytes) + done, size - done, static_cast<off_t>(offset + done));
     });
 }
@@ -106,10 +106,8 @@ bool FlashDevice::holds(std::size_t offset, const char* bytes, std::size_t size)
     char present[4096];
     for (std::size_t done = 0; done < size; done += sizeof present) {
         const std::size_t length = std::min(size - done, sizeof present);
-        const ssize_t count = transferAll(length, [&](std::size_t taken) {
-            return pread(fd_, present + taken, length - taken, static_cast<off_t>(offset + done + taken));
-        });
-        if (count != static_cast<ssize_t>(length) || std::memcmp(present, bytes + done, length) != 0)
+        if (read(offset + done, present, length) != static_cast<ssize_t>(length) ||
+            std::memcmp(present, bytes + done, length) != 0)
             return false;
     }
     return true;

@@ -4,6 +4,7 @@
 #define BIOS_FLASH_DEVICE_H
 
 #include <cstddef>
+#include <sys/types.h>
 
 #include "platform/flash_layout.h"
 
@@ -27,8 +28,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
 
-    /// Reads `size` bytes; those that the partition does not have are left alone.
-    void read(std::size_t offset, void* bytes, std::size_t size) const;
+    /// Reads `size` bytes; those that the partition does not have are left alone. Returns how many were read, or -1.
+    ssize_t read(std::size_t offset, void* bytes, std::size_t size) const;
 
     /// Writes `size` bytes, but for blocks that hold theirs already: some flash is erased and programmed by the block,
     /// and loses it to a power cut meanwhile. A write of one slot is one call to the system: it happens whole or not at

@@ -133,7 +133,7 @@ private:
             if (state == std::string_view(status.state))
                 debugLine(module, "%s", text);
         if (status.state == std::string_view("DATA_CHECK"))
-            debugLine("dtls-data", "secured by %s", config_.text("data-channel-sec").c_str());
+            debugLine("dtls-data", "options %s", config_.text("data-channel-sec").c_str());
         if (status.runs())
             tunnelDebugLine("session", "opened to the controller");
         linkState_ = status.state;
