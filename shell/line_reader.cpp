@@ -114,9 +114,12 @@ void handleSignals()
 /// readline's source of keys: signals are heard while it waits and nowhere else, so they never meet readline at work.
 int readKey(FILE* stream)
 {
+    static constexpr timespec kNow{};
+    const sigset_t& outside = reading.signals->outside();
     while (!reading.isDropped) {
         pollfd input{.fd = fileno(stream), .events = POLLIN, .revents = 0};
-        if (ppoll(&input, 1, nullptr, &reading.signals->outside()) < 0) {
+        // A key that waits hides the signals that wait too; an interrupt has taken what was typed before it.
+        if (ppoll(&input, 1, nullptr, &outside) < 0 || ppoll(nullptr, 0, &kNow, &outside) < 0) {
             handleSignals();
             continue;
         }

@@ -15,7 +15,7 @@ TEST_F(Ending, LeavesTheTerminalAsItWasFound)
     } endings[] = {
         {{"quit\r"}, "ap  # quit\nExit.", 0},      {{"quit | grep x\r"}, "ap  # quit | grep x", 0},
         {{"reboot\r"}, "ap  # reboot", 0},         {{"\x04"}, "ap  #", 1},
-        {{"half", kControlC, "\x04"}, "ap  #", 1}, {{"\022x", kControlC, "exit\r"}, "ap  # exit\nExit.", 0},
+        {{"half", kControlC, "\x04"}, "ap  #", 1}, {{"\022x", "\003exit\r"}, "ap  # exit\nExit.", 0},
         {{"\x1b[200~half"}, "ap  #", 0}, // the idle time ends it
     };
     writeFile("/etc/admin-timeout.tmp", "2\n");
