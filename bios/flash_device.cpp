@@ -38,6 +38,13 @@ bool opens(const char* path)
     return true;
 }
 
+/// ioctl() with a request of the type that the C library gives it.
+template <typename Request>
+int control(int (*ioctl)(int, Request, ...), int fd, unsigned long request, erase_info_user& block)
+{
+    return ioctl(fd, static_cast<Request>(request), &block);
+}
+
 } // namespace
 
 int biosFindMtdDevice(char* path, std::size_t size)
@@ -135,12 +142,12 @@ void FlashDevice::erase()
 /// Most kernels leave these requests to the character device.
 void FlashDevice::eraseRequest(unsigned long request, erase_info_user& block)
 {
-    if (ioctl(fd_, request, &block) == 0 || (errno != ENOTTY && errno != EINVAL))
+    if (control(ioctl, fd_, request, block) == 0 || (errno != ENOTTY && errno != EINVAL))
         return;
     if (characterFd_ < 0) {
         char path[kPathSize];
         std::snprintf(path, sizeof path, "/dev/mtd%s", std::strpbrk(path_, "0123456789"));
         characterFd_ = openNode(path, O_RDWR);
     }
-    ioctl(characterFd_, request, &block);
+    control(ioctl, characterFd_, request, block);
 }
