@@ -108,14 +108,14 @@ void installCompletion()
     // Names that are given before readline gives its own are those that its configuration file means.
     for (const CompletionCommand& row : kCommands)
         rl_add_funmap_entry(row.name, row.function);
-    const Keymap emacs = rl_get_keymap_by_name("emacs-standard");
+    KEYMAP_ENTRY* const emacs = rl_get_keymap_by_name("emacs-standard");
     emacs['\t'].function = completeWord<rl_complete>;
-    const Keymap meta = rl_get_keymap_by_name("emacs-meta");
+    KEYMAP_ENTRY* const meta = rl_get_keymap_by_name("emacs-meta");
     meta[ESC].function = completeWord<rl_complete>;
     meta['?'].function = completeWord<rl_possible_completions>;
     meta['='].function = completeWord<rl_possible_completions>;
     meta['*'].function = completeWord<rl_insert_completions>;
-    const Keymap vi = rl_get_keymap_by_name("vi-insert");
+    KEYMAP_ENTRY* const vi = rl_get_keymap_by_name("vi-insert");
     vi['\t'].function = completeWord<rl_complete>;
     vi[CTRL('N')].function = completeWord<rl_menu_complete, true>;
     vi[CTRL('P')].function = completeWord<rl_backward_menu_complete, true>;

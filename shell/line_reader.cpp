@@ -141,7 +141,7 @@ int readKey(FILE* stream)
 void unbindTraps()
 {
     constexpr unsigned char kKeys[] = {'p', 'n', '\n', '\r'};
-    const Keymap meta = rl_get_keymap_by_name("emacs-meta");
+    KEYMAP_ENTRY* const meta = rl_get_keymap_by_name("emacs-meta");
     for (const unsigned char key : kKeys)
         meta[key].function = nullptr;
 }
