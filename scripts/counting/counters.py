@@ -9,18 +9,51 @@ import signal
 import struct
 import subprocess
 import termios
+from collections import Counter
 from pathlib import Path
 
 PATIENCE = 120  # seconds for a prompt
 PROMPT = rb"[#>] (\x1b\[6n)?$"
-ENVIRONMENT = {"PATH": "/tools", "TERM": "xterm", "PS1": "# ", "HISTFILE": "/dev/null"}
-CALLGRIND = ["/usr/bin/valgrind", "--tool=callgrind", "--vgdb=no", "--callgrind-out-file=/dev/null"]
+ENVIRONMENT = {
+    "PATH": "/tools",
+    "TERM": "xterm",
+    "PS1": "# ",
+    "HISTFILE": "/dev/null",
+    # An instruction that repeats itself would count once for each byte: the C library takes others.
+    "GLIBC_TUNABLES": "glibc.cpu.x86_rep_movsb_threshold=100000000:glibc.cpu.x86_rep_stosb_threshold=100000000",
+}
+CALLGRIND = ["/usr/bin/valgrind", "--tool=callgrind", "--vgdb=no"]
+NO_PROFILE = "--callgrind-out-file=/dev/null"
+
+
+def spent_by_function(profiles):
+    """Of callgrind's profile: the instructions of each function, by its program or library and its name, without those
+    of the functions that it calls and with them."""
+    names, own, whole = {}, Counter(), Counter()
+    place, called = {}, False
+    for line in b"".join(profiles).decode().splitlines():
+        if match := re.match(r"(ob|fn)=(\(\d+\))(?: (.*))?", line):
+            kind, number, name = match.groups()
+            place[kind] = names.setdefault((kind, number), name)
+        elif match := re.match(r"c(ob|fn)=(\(\d+\)) (.*)", line):
+            names.setdefault(match.groups()[:2], match[3])
+        elif line.startswith("calls="):
+            called = True
+        elif match := re.match(r"[+\-*\d]\S* (\d+)$", line):
+            function = Path(place.get("ob") or "").name, place.get("fn")
+            whole[function] += int(match[1])
+            if not called:
+                own[function] += int(match[1])
+            called = False
+    return own, whole
+
 
 # What counts: the words in front of a program, and what finds the figures in what these leave in the folder "counts".
 CALLED = (rb"Collected : (\d+)", lambda figures: sum(map(int, figures)))
 COUNTERS = {
-    "pc": ([*CALLGRIND, "--log-file=/counts/%p"], *CALLED),
-    "pc, with children": ([*CALLGRIND, "--trace-children=yes", "--log-file=/counts/%p"], *CALLED),
+    "pc": ([*CALLGRIND, NO_PROFILE, "--log-file=/counts/%p"], *CALLED),
+    "pc, with children": ([*CALLGRIND, NO_PROFILE, "--trace-children=yes", "--log-file=/counts/%p"], *CALLED),
+    "functions": ([*CALLGRIND, "--callgrind-out-file=/counts/profile"], rb"(?s).*\S.*", spent_by_function),
     "target": (["/usr/bin/qemu-mipsel", "-L", "/sysroot", "-plugin", "/target/count.so,out=/counts/own"], *CALLED),
     "system calls": (["/usr/bin/strace", "-o", "/counts/calls"], rb"(?m)^\w+\(", len),
     "programs": (["/usr/bin/strace", "-f", "-e", "trace=execve", "-o", "/counts/calls"], rb"execve.* = 0\n", len),

@@ -6,6 +6,7 @@ import signal
 import sys
 
 from counters import Device
+from spent import print_spent
 
 SYS_CONF = "hostname=vendor-ap\nbaudrate=115200\nadmin-timeout=5\n"
 PROFILE = "alias lan='ifconfig eth0'\nalias br='brctl show'\n"
@@ -98,13 +99,13 @@ def configure(device):
 def start_rows(machine, typed):
     device = machine.device
     device.clear()
-    way = "typed" if typed else "from a pipe"
-    heading(f"start and end, and a line, {way}; a bare readline loop")
+    way, times = ("typed", 20) if typed else ("from a pipe", 200)
+    heading(f"start and end, and each of {times} lines, {way}; a bare readline loop")
     row("start, empty device", machine.count("cli", typed=typed), machine.count("bare_loop", typed=typed))
     configure(device)
     row("start, configured device", machine.count("cli", typed=typed), machine.count("bare_loop", typed=typed))
     for line in LINES:
-        row(f"`{line}`", machine.line("cli", line, typed=typed), machine.line("bare_loop", line, typed=typed))
+        row(f"`{line}`", *(machine.line(name, line, times=times, typed=typed) for name in ("cli", "bare_loop")))
 
 
 def other_rows(machine):
@@ -164,6 +165,11 @@ def flash_group(machine):
         row(f"`bios dumpflash`; `{name}`", dump, whole - machine.count(*words, "/prepared/nothing"))
 
 
+def saves():
+    """Lines that go together: two changes, each saved."""
+    return [line for value in (7, 8) for line in (f"config capwap wtp multicast-ttl {value}", "save cw_conf")]
+
+
 def file_group(machine):
     device = machine.device
     device.clear()
@@ -178,9 +184,7 @@ def file_group(machine):
         row(f"start: the {len(content.splitlines())} lines of {name}", *(whole - empty for whole, empty in zip(*costs)))
         device.write(name, content)
     bare = machine.line("bare_loop", "save cw_conf")
-    changes = [f"config capwap wtp multicast-ttl {value}" for value in (7, 8)]
-    saves = [line for change in changes for line in (change, "save cw_conf")]
-    row("`save cw_conf` after a change", (machine.line("cli", saves) - machine.line("cli", changes)) / 2,
+    row("`save cw_conf` after a change", (machine.line("cli", saves()) - machine.line("cli", saves()[::2])) / 2,
         bare + machine.plain("save", "/prepared/cw.conf"))
     names = [f"config system hostname ap{number}" for number in (7, 8)]
     row("`config system hostname ap7`", machine.line("cli", names) / 2,
@@ -256,6 +260,16 @@ def target_group(machine):
         group(target)
 
 
+def spent_group(machine):
+    configure(machine.device)
+    print_spent(machine, "start, configured device")
+    for line in LINES:
+        print_spent(machine, line, [line])
+    for what, line, variable, most in LISTS:
+        print_spent(machine, f"{line}, {what}", [line], {variable: str(most)})
+    print_spent(machine, "save cw_conf, behind a change", saves())
+
+
 GROUPS = {
     "start": start_group,
     "pipe": pipe_group,
@@ -266,6 +280,7 @@ GROUPS = {
     "memory": memory_group,
     "system": system_group,
     "target": target_group,
+    "spent": spent_group,
 }
 
 
@@ -289,9 +304,10 @@ def main(root, *groups):
     signal.signal(signal.SIGALRM, stop)
     machine = Machine(Device(root), "pc", "/pc", ("", "/bird"))
     prepare(machine)
-    cell_row("ratio", "what; beside it", "shell", "beside it", "unit")
-    cell_row("------:", "---", "---:", "---:", "---")
-    for group in groups or GROUPS:
+    if groups != ("spent",):
+        cell_row("ratio", "what; beside it", "shell", "beside it", "unit")
+        cell_row("------:", "---", "---:", "---:", "---")
+    for group in groups:
         GROUPS[group](machine)
 
 
