@@ -131,10 +131,11 @@ class Device:
         return subprocess.run(self.words(program, environment), input="".join(f"{line}\n" for line in lines).encode(),
                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False, timeout=PATIENCE).stdout
 
-    def count(self, counter, program, lines=(), typed=False, environment=None):
-        """What the program does while it reads the lines, from a person or else from a pipe, and their end."""
+    def count(self, counter, program, lines=(), typed=False, environment=None, fresh=False):
+        """What the program does while it reads the lines, from a person or else from a pipe, and their end. It is known
+        from the last time unless it shall be counted afresh."""
         key = (counter, *program, 0, *lines, typed, *(environment or {}).items())
-        if key not in self.known:
+        if fresh or key not in self.known:
             prefix, pattern, figure = COUNTERS[counter]
             shutil.rmtree(self.path("counts"), ignore_errors=True)
             self.path("counts").mkdir()
@@ -161,9 +162,10 @@ class Device:
         return (more - self.count(counter, [*program, "1"])) / times
 
     def memory(self, program):
-        """KB of the process at the prompt: resident, of no other process, and of these what was written."""
-        terminal = Terminal(self.words(program))
+        """KB of the process at the prompt: resident, those of no other process, and those of no file. Which pages are
+        mapped at once depends on addresses, so these are always the same."""
+        terminal = Terminal(self.words(["/usr/bin/setarch", "-R", *program], {"LD_LIBRARY_PATH": "/lone"}))
         report = Path(f"/proc/{terminal.process.pid}/smaps_rollup").read_text()
         terminal.leave()
         sizes = {name: int(size) for name, size in re.findall(r"(?m)^(\w+): +(\d+) kB", report)}
-        return sizes["Rss"], sizes["Private_Clean"] + sizes["Private_Dirty"], sizes["Private_Dirty"]
+        return sizes["Rss"], sizes["Private_Clean"] + sizes["Private_Dirty"], sizes["Anonymous"]

@@ -6,12 +6,11 @@ import signal
 import sys
 
 from counters import Device
-from spent import print_spent
+from report import heading, moving_row, print_spent, print_table_head, row
 
 SYS_CONF = "hostname=vendor-ap\nbaudrate=115200\nadmin-timeout=5\n"
 PROFILE = "alias lan='ifconfig eth0'\nalias br='brctl show'\n"
 FLASH_SIZE = 262144
-MOST_MOVE = 1.1  # of a figure between runs, for it to be worth a ratio
 
 LINES = ("hide-hiden", "config capwap wtp multicast-ttl 7", "get radio info", "show sys_conf", "help")
 # Another program at a terminal, a line for it, and the shell's line beside that.
@@ -20,6 +19,8 @@ OTHERS = (
     ("bash", ("bash", "--norc", "--noprofile"), ": hide-hid", "hide-hiden"),
     ("birdc", ("birdc", "-s", "/bird/socket"), "show status", "show sys_conf"),
 )
+# Its line costs what the pieces say in which the daemon's answer comes.
+MOVING = ("birdc",)
 PIPED = (
     ("show sys_conf | grep host", "cat sys.conf | grep host"),
     ("ifconfig | grep eth", "ifconfig | grep eth"),
@@ -61,34 +62,6 @@ class Machine:
         return self.device.per_time(self.name, self.words("plain_work", work, argument), times)
 
 
-def cell_row(ratio, what, shell, beside, unit):
-    what = what.replace("|", r"\|")
-    print(f"| {ratio:>7} | {what:<66} | {shell:>14} | {beside:>14} | {unit:<12} |", flush=True)
-
-
-def heading(text):
-    cell_row("", f"**{text}**", "", "", "")
-
-
-def row(what, shell, beside, unit="instructions"):
-    cell_row(f"{shell / beside:.3f}" if beside else "", what, f"{shell:.0f}", f"{beside:.0f}", unit)
-
-
-def moving_row(what, shells, besides, unit="instructions"):
-    """A row of figures that may be others in each run: their ratio only where they hardly are."""
-    def text(figures):
-        low, high = min(figures), max(figures)
-        return f"{low:.0f}" if low == high else f"{low:.0f} to {high:.0f}"
-    steady = all(max(figures) <= MOST_MOVE * min(figures) for figures in (shells, besides))
-    ratio = f"{sorted(shells)[len(shells) // 2] / sorted(besides)[len(besides) // 2]:.3f}" if steady else "moves"
-    cell_row(ratio, what, text(shells), text(besides), unit)
-
-
-def sampled(figure, times=3):
-    """The figure, counted afresh each time."""
-    return [figure() for _ in range(times)]
-
-
 def configure(device):
     device.clear()
     device.write("/cfg/sys.conf", SYS_CONF)
@@ -111,12 +84,13 @@ def start_rows(machine, typed):
 def other_rows(machine):
     heading("the same, typed; other programs that read lines")
     for name, words, line, own in OTHERS:
-        def fresh(figure):
-            machine.device.known.clear()
-            return figure()
         row(f"start, configured device; {name}", machine.count("cli", typed=True), machine.count(*words, typed=True))
-        moving_row(f"`{own}`; `{line}` of {name}", [machine.line("cli", own, typed=True)],
-                   sampled(lambda: fresh(lambda: machine.line(words[0], line, *words[1:], typed=True))))
+        what = f"`{own}`; `{line}` of {name}"
+        shell = machine.line("cli", own, typed=True)
+        if name in MOVING:
+            moving_row(what, shell, [machine.line(words[0], line, *words[1:], fresh=True, typed=True) for _ in range(3)])
+        else:
+            row(what, shell, machine.line(words[0], line, *words[1:], typed=True))
 
 
 def start_group(machine):
@@ -231,9 +205,9 @@ def scaling_group(machine):
 def memory_group(machine):
     configure(machine.device)
     heading("memory at the prompt; the bare loop's")
-    shells, bares = (sampled(lambda: machine.device.memory(machine.words(name))) for name in ("cli", "bare_loop"))
-    for what, shell, bare in zip(("resident", "private", "private and written"), zip(*shells), zip(*bares)):
-        moving_row(what, shell, bare, "KB")
+    sizes = (machine.device.memory(machine.words(name)) for name in ("cli", "bare_loop"))
+    for what, shell, bare in zip(("resident", "private", "private, of no file"), *sizes):
+        row(what, shell, bare, "KB")
 
 
 def system_group(machine):
@@ -305,8 +279,7 @@ def main(root, *groups):
     machine = Machine(Device(root), "pc", "/pc", ("", "/bird"))
     prepare(machine)
     if groups != ("spent",):
-        cell_row("ratio", "what; beside it", "shell", "beside it", "unit")
-        cell_row("------:", "---", "---:", "---:", "---")
+        print_table_head()
     for group in groups:
         GROUPS[group](machine)
 

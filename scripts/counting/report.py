@@ -1,9 +1,31 @@
-"""Prints what the shell spends its instructions on: by library beside the bare loop, and by its own functions."""
+"""Prints what was counted: rows of a table, and what the shell spends its instructions on."""
 
 from collections import Counter
 
 TIMES = 10
 MOST_FUNCTIONS = 12
+
+
+def cell_row(ratio, what, shell, beside, unit):
+    what = what.replace("|", r"\|")
+    print(f"| {ratio:>7} | {what:<66} | {shell:>14} | {beside:>14} | {unit:<12} |", flush=True)
+
+
+def heading(text):
+    cell_row("", f"**{text}**", "", "", "")
+
+
+def row(what, shell, beside, unit="instructions"):
+    cell_row(f"{shell / beside:.3f}" if beside else "", what, f"{shell:.0f}", f"{beside:.0f}", unit)
+
+
+def moving_row(what, shell, besides, unit="instructions"):
+    cell_row("moves", what, f"{shell:.0f}", f"{min(besides):.0f} to {max(besides):.0f}", unit)
+
+
+def print_table_head():
+    cell_row("ratio", "what; beside it", "shell", "beside it", "unit")
+    cell_row("------:", "---", "---:", "---:", "---")
 
 
 def minus(first, second):
