@@ -116,15 +116,26 @@ def shown(device, line, environment):
 
 def list_group(machine):
     configure(machine.device)
-    heading("lists at their longest; plain work that shows the same")
+    heading("lists at their longest; bare loop's line, and the same shown plainly")
     for what, line, variable, most in LISTS:
         environment = {variable: str(most)}
         text = shown(machine.device, line, environment)
         machine.device.write("/prepared/text", text)
         cost = machine.line("cli", line, times=4, environment=environment)
-        row(f"`{line}`, {what}; its finished text by fputs", cost, machine.plain("copy", "/prepared/text"))
+        bare = machine.line("bare_loop", line)
+        row(f"`{line}`, {what}; finished text by fputs", cost, bare + machine.plain("copy", "/prepared/text"))
         if variable == "STATIONS":
-            row(f"`{line}`, {what}; its fields by printf", cost, machine.plain("stations", str(most), times=4))
+            row(f"`{line}`, {what}; fields by printf", cost, bare + machine.plain("stations", str(most), times=4))
+
+
+def calls_to_show(device, line, environment=None):
+    """What a line asks of the kernel that shows much at a terminal."""
+    device.write("/prepared/text", shown(device, line, environment))
+    device.write("/prepared/nothing", "")
+    whole, empty = (device.count("system calls", ["/bin/cat", f"/prepared/{name}"]) for name in ("text", "nothing"))
+    shell, bare = (device.per_line("system calls", [program], line, times=4, typed=True, environment=environment)
+                   for program in ("/pc/cli", "/pc/bare_loop"))
+    row(f"`{line}`, typed; and `cat` of its text", shell, bare + whole - empty, "system calls")
 
 
 def flash_group(machine):
@@ -220,6 +231,10 @@ def system_group(machine):
     for line in LINES:
         row(f"`{line}`, typed", *(device.per_line("system calls", words, line, typed=True) for words in (cli, bare)),
             "system calls")
+    device.write("/dev/mtdblock0", random.Random(1).randbytes(FLASH_SIZE))
+    for _, line, variable, most in LISTS:
+        calls_to_show(device, line, {variable: str(most)})
+    calls_to_show(device, "bios dumpflash")
     heading("programs that a line starts; a system shell and what it starts")
     for line, beside in STARTING:
         row(f"`{line}`; `sh -c '{beside}'`",
