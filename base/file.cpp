@@ -19,7 +19,7 @@ bool writeAll(int fd, const void* bytes, std::size_t size)
 }
 
 // Opening must not wait for the other end of a pipe, hence O_NONBLOCK.
-int openPlainFile(const char* devicePath)
+int openPlainFile(const char* devicePath, std::size_t* size)
 {
     const int fd = open(DeviceFile(devicePath).path(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     struct stat status;
@@ -27,6 +27,8 @@ int openPlainFile(const char* devicePath)
         close(fd);
         return -1;
     }
+    if (fd >= 0 && size != nullptr)
+        *size = static_cast<std::size_t>(status.st_size);
     return fd;
 }
 

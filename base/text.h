@@ -25,12 +25,13 @@ bool scanNumber(const char* text, int& number);
 /// Value of a hexadecimal digit, -1 for any other character.
 int hexValue(char c);
 
+inline constexpr char kHexDigits[] = "0123456789abcdef";
+
 /// Writes two lower-case hexadecimal digits and returns the place behind them.
 constexpr char* putHex(char* out, std::uint8_t byte)
 {
-    constexpr char kDigits[] = "0123456789abcdef";
-    *out++ = kDigits[byte >> 4];
-    *out++ = kDigits[byte & 0xf];
+    *out++ = kHexDigits[byte >> 4];
+    *out++ = kHexDigits[byte & 0xf];
     return out;
 }
 

@@ -1,6 +1,5 @@
 #include "bios/platform_info.h"
 
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -32,16 +31,6 @@ constexpr std::size_t kRegionLetterOffset = offsetof(FlashImage, regionCode) + 8
 
 constexpr std::size_t kDumpLineBytes = 50;
 constexpr std::size_t kDumpByteWidth = 3;
-
-/// " 00" to " ff".
-constexpr auto kDumpTexts = [] {
-    std::array<std::array<char, kDumpByteWidth>, 256> texts{};
-    for (std::size_t value = 0; value < texts.size(); ++value) {
-        texts[value][0] = ' ';
-        putHex(&texts[value][1], static_cast<std::uint8_t>(value));
-    }
-    return texts;
-}();
 
 /// Copies as much of `text` as fits and terminates it; what the field held beyond stays.
 void setField(char (&field)[kFlashSlotSize + 1], const char* text)
@@ -131,12 +120,13 @@ int biosDumpRawInfo()
         return device.crcMatches();
     }();
 
+    const GatheredOutput gathered;
     char line[kDumpLineBytes * kDumpByteWidth + sizeof "\n"];
     char* end = line;
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&image);
     for (std::size_t i = 0; i < sizeof image; ++i) {
-        std::memcpy(end, kDumpTexts[bytes[i]].data(), kDumpByteWidth);
-        end += kDumpByteWidth;
+        *end++ = ' ';
+        end = putHex(end, bytes[i]);
         if (i % kDumpLineBytes != 0)
             continue;
         *end++ = '\n';

@@ -10,6 +10,8 @@ string(REGEX REPLACE "-.*" "" CMAKE_SYSTEM_PROCESSOR "${triplet}")
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_C_COMPILER "${triplet}-gcc")
 set(CMAKE_CXX_COMPILER "${triplet}-g++")
+set(CMAKE_CXX_FLAGS_MINSIZEREL_INIT "-ffunction-sections -fdata-sections -fvisibility=hidden")
+set(CMAKE_EXE_LINKER_FLAGS_MINSIZEREL_INIT "-Wl,--gc-sections")
 
 cmake_path(SET CMAKE_SYSROOT NORMALIZE "${CMAKE_CURRENT_LIST_DIR}/../build/sysroot/${CLI_ARCH}")
 if(NOT EXISTS "${CMAKE_SYSROOT}")

@@ -1,14 +1,11 @@
 #include "conf/conf_file.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include "base/file.h"
 #include "platform/device_file.h"
 #include "shell/output.h"
 
@@ -33,51 +30,6 @@ ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time)
              .nanoseconds = static_cast<std::uint32_t>(status.st_mtim.tv_nsec),
              .number = status.st_ino};
     return ConfFileStatus::Known;
-}
-
-ConfLines::ConfLines(const char* devicePath) : fd_(openPlainFile(devicePath)), failed_(fd_ < 0) {}
-
-ConfLines::~ConfLines()
-{
-    if (fd_ >= 0)
-        close(fd_);
-}
-
-bool ConfLines::fill()
-{
-    const std::size_t wanted = std::min(unread_, sizeof chunk_);
-    if (failed_ || wanted == 0)
-        return false;
-    const ssize_t taken = readAll(fd_, chunk_, wanted);
-    failed_ = taken < 0;
-    if (taken <= 0)
-        return false;
-    position_ = 0;
-    filled_ = static_cast<std::size_t>(taken);
-    unread_ = filled_ < wanted ? 0 : unread_ - filled_;
-    return true;
-}
-
-char* ConfLines::next()
-{
-    constexpr std::size_t kMost = sizeof line_ - 1;
-    std::size_t length = 0;
-    bool ended = false;
-    while (!ended && length < kMost && (position_ < filled_ || fill())) {
-        char* piece = line_ + length;
-        std::size_t taken = std::min(filled_ - position_, kMost - length);
-        if (const void* end = memccpy(piece, chunk_ + position_, '\n', taken); end != nullptr) {
-            taken = static_cast<std::size_t>(static_cast<const char*>(end) - piece);
-            ended = true;
-        }
-        position_ += taken;
-        length += taken;
-    }
-    if (length == 0 || failed_)
-        return nullptr;
-    line_[ended ? length - 1 : length] = '\0';
-    ++count_;
-    return line_;
 }
 
 void sayConfUnreadable(const char* reader, const char* devicePath)

@@ -6,11 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// A line as a reader takes it, its line feed and terminator included; a longer line is read as several.
-inline constexpr std::size_t kConfLineSize = 256;
-
-/// What lies beyond this many bytes of a file is not read.
-inline constexpr std::size_t kConfFileLimit = 1024UL * 1024UL;
+#include "base/file_lines.h"
 
 /// Splits `line` in place at its first '='; blanks stay. False, and nothing changed, without one.
 bool splitConfLine(char* line, char** key, char** value);
@@ -34,41 +30,6 @@ enum class ConfFileStatus : std::uint8_t {
 /// Stores the modification time of a device file, zeros unless it is known.
 ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
 
-/// Reads a configuration file line by line. Only a plain file can be opened, and only its first kConfFileLimit bytes
-/// are read, so a device, a pipe or a file that grows cannot hold the shell.
-class ConfLines
-{
-public:
-    explicit ConfLines(const char* devicePath);
-    ~ConfLines();
-    ConfLines(const ConfLines&) = delete;
-    ConfLines& operator=(const ConfLines&) = delete;
-
-    [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
-
-    /// The next line without its line feed, or null at the end and from the first failure on. Valid until the next
-    /// call.
-    char* next();
-
-    /// Whether the file could not be opened, or not be read to its end.
-    [[nodiscard]] bool failed() const { return failed_; }
-
-    /// Lines taken so far.
-    [[nodiscard]] int count() const { return count_; }
-
-private:
-    bool fill();
-
-    int fd_;
-    bool failed_;
-    int count_ = 0;
-    std::size_t unread_ = kConfFileLimit; ///< bytes that may still be read; 0 once the end is known
-    std::size_t position_ = 0;
-    std::size_t filled_ = 0;
-    char chunk_[4096]; ///< most files fit
-    char line_[kConfLineSize];
-};
-
 /// Says that `reader` cannot open a configuration file.
 void sayConfUnreadable(const char* reader, const char* devicePath);
 
@@ -91,7 +52,7 @@ public:
 private:
     const char* reader_;
     const char* path_;
-    ConfLines lines_;
+    FileLines lines_;
     char* key_ = nullptr;
     char* value_ = nullptr;
 };

@@ -53,7 +53,7 @@ int _sysConfRead(char* line, char** key, char** value)
 int confReplay()
 {
     cli_node& systemNode = configTable[0];
-    ConfLines lines(kSysConfFile);
+    FileLines lines(kSysConfFile);
     for (char* line = lines.next(); line != nullptr; line = lines.next())
         replayLine(systemNode, line);
     if (lines.failed())

@@ -4,7 +4,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <span>
 
 #include "bios/platform_info.h"
 #include "diag/country_table.h"
@@ -36,8 +35,11 @@ constexpr int kFullPower = 100;
 void listCountries()
 {
     cli_print("All countrys supported:\n");
-    for (const Country& country : std::span(kCountryTable).subspan<kSpecialCountryCount>())
-        cli_printf("    %s - %s\n", country.code, country.name);
+    for (const char* code = kCountryTexts; *code != '\0';) {
+        const char* name = code + std::strlen(code) + 1;
+        cli_printf("    %s - %s\n", code, name);
+        code = name + std::strlen(name) + 1;
+    }
 }
 
 void configureRadio(int radio, int code)

@@ -82,10 +82,12 @@ int queryDaemon(const StatusQuery& query, std::span<const std::uint8_t, kQueryRe
     Exchange exchange(request, query.capacity);
     if (!exchange.ready())
         return -1;
-    if (!exchange.ask(query.type) && query.noAnswer != nullptr)
+    if (!exchange.ask(query.type) && query.noAnswer != nullptr) {
         cli_print(query.noAnswer);
-    else
-        query.print(exchange.reply());
+        return 0;
+    }
+    const GatheredOutput gathered;
+    query.print(exchange.reply());
     return 0;
 }
 

@@ -4,8 +4,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
-#include "base/file.h"
+#include "base/file_lines.h"
+#include "base/text.h"
 #include "shell/pipe.h"
 #include "shell/tokenizer.h"
 
@@ -17,94 +19,68 @@ constexpr char kDefinition[] = "alias ";
 constexpr char kHelpPrefix[] = "alias cmd:";
 constexpr std::size_t kDefinitionLength = sizeof kDefinition - 1;
 constexpr std::size_t kHelpPrefixLength = sizeof kHelpPrefix - 1;
-constexpr std::size_t kProfileLineSize = 256;
 
-FILE* openProfile()
+/// Fills `row` from a definition such as "alias ll='ls -l'". The closing quote must stand before the line feed, which a
+/// line that is not whole lacks; it need not match the opening one. A row without a name would stand for an empty
+/// segment.
+bool readDefinition(char* line, bool isWhole, cli_node& row)
 {
-    const int file = openPlainFile(kProfile);
-    return file < 0 ? nullptr : fdopen(file, "r");
-}
-
-bool isDefinition(const char* line)
-{
-    return std::strncmp(line, kDefinition, kDefinitionLength) == 0;
-}
-
-/// The number of lines that may define an alias, -1 when there is no line at all.
-int countDefinitions(FILE* profile)
-{
-    char line[kProfileLineSize];
-    int count = -1;
-    while (std::fgets(line, sizeof line, profile) != nullptr)
-        count = (count < 0 ? 0 : count) + (isDefinition(line) ? 1 : 0);
-    return count;
-}
-
-/// Fills `row` from a definition such as "alias ll='ls -l'" and its line feed. The closing quote must be the last
-/// character of the line; it need not match the opening one. A row without a name would stand for an empty segment.
-bool readDefinition(char* line, cli_node& row)
-{
-    if (!isDefinition(line))
+    const std::string_view text = line;
+    if (!text.starts_with(kDefinition))
         return false;
-    char* equals = std::strstr(line, "='");
-    if (equals == nullptr)
-        equals = std::strstr(line, "=\"");
-    if (equals == nullptr || equals == line + kDefinitionLength)
+    std::size_t equals = text.find("='");
+    if (equals == std::string_view::npos)
+        equals = text.find("=\"");
+    if (equals == std::string_view::npos || equals == kDefinitionLength)
         return false;
-    char* text = equals + 2;
-    char* closing = line + std::strlen(line) - 2;
-    if (closing < text || (*closing != '\'' && *closing != '"'))
+    const std::size_t closing = text.size() - (isWhole ? 1 : 2);
+    if (closing < equals + 2 || (text[closing] != '\'' && text[closing] != '"'))
         return false;
-    *equals = '\0';
-    *closing = '\0';
-    row = cli_node{};
-    std::snprintf(row.name, sizeof row.name, "%.*s", static_cast<int>(sizeof row.name) - 1, line + kDefinitionLength);
-    std::snprintf(row.help, sizeof row.help, "%s%.*s", kHelpPrefix,
-                  static_cast<int>(sizeof row.help - kHelpPrefixLength) - 1, text);
-    row.handler = capturePassThrough;
+    line[equals] = '\0';
+    line[closing] = '\0';
+    row = command("", kHelpPrefix, capturePassThrough);
+    copyText(row.name, line + kDefinitionLength);
+    copyText(std::span(row.help).subspan(kHelpPrefixLength), line + equals + 2);
     return true;
 }
 
-/// A table with the root commands and room for more, or null.
-cli_node* allocateTable(std::size_t room)
+/// The table with room for `count` rows, at first those of the root; null, and the table as it was, without memory.
+cli_node* resized(cli_node* table, std::size_t count)
 {
-    const auto count = static_cast<std::size_t>(cliRoot.childCount);
-    auto* table = static_cast<cli_node*>(std::malloc((count + room) * sizeof(cli_node)));
-    if (table != nullptr)
-        std::copy_n(cliRoot.children, count, table);
-    return table;
-}
-
-/// Fills at most `room` rows.
-int readDefinitions(FILE* profile, cli_node* rows, int room)
-{
-    char line[kProfileLineSize];
-    int count = 0;
-    while (count < room && std::fgets(line, sizeof line, profile) != nullptr)
-        if (readDefinition(line, rows[count]))
-            ++count;
-    return count;
+    auto* grown = static_cast<cli_node*>(std::realloc(table, count * sizeof(cli_node)));
+    if (grown != nullptr && table == nullptr)
+        std::copy_n(cliRoot.children, cliRoot.childCount, grown);
+    return grown;
 }
 
 } // namespace
 
+// A profile without definitions replaces the table too, an empty one does not.
 void loadAliases()
 {
     static constinit const cli_node* loadedTable = nullptr;
     if (cliRoot.children == loadedTable)
         return;
-    FILE* profile = openProfile();
-    if (profile == nullptr)
-        return;
-    const int room = countDefinitions(profile);
-    auto* table = room < 0 ? nullptr : allocateTable(static_cast<std::size_t>(room));
-    if (table != nullptr) {
-        std::rewind(profile);
-        cliRoot.childCount += readDefinitions(profile, table + cliRoot.childCount, room);
-        cliRoot.children = table;
-        loadedTable = table;
+    FileLines profile(kProfile);
+    cli_node* table = nullptr;
+    auto count = static_cast<std::size_t>(cliRoot.childCount);
+    for (char* line = profile.next(); line != nullptr; line = profile.next()) {
+        cli_node row;
+        const bool defines = readDefinition(line, profile.isWhole(), row);
+        if (!defines && table != nullptr)
+            continue;
+        cli_node* grown = resized(table, count + (defines ? 1 : 0));
+        if (grown == nullptr)
+            break;
+        table = grown;
+        if (defines)
+            table[count++] = row;
     }
-    std::fclose(profile);
+    if (table == nullptr)
+        return;
+    cliRoot.childCount = static_cast<std::int32_t>(count);
+    cliRoot.children = table;
+    loadedTable = table;
 }
 
 bool isAlias(const cli_node& node)

@@ -32,29 +32,35 @@ const cli_node* offeringNode()
 /// Completes as readline's function does. Behind trailing blanks it completes the word before them, and puts them back
 /// when there was nothing to add: so no key repeats that word. A menu goes on behind the blank that it puts there
 /// itself.
-template <rl_command_func_t Complete, bool IsMenu = false>
-int completeWord(int count, int key)
+int completeBehindBlanks(rl_command_func_t* complete, bool isMenu, bool again, int count, int key)
 {
-    const bool again = rl_last_func == completeWord<Complete, IsMenu>;
     if (again)
-        rl_last_func = Complete; // readline does something else when a key is pressed twice
+        rl_last_func = complete; // readline does something else when a key is pressed twice
     const int cursor = rl_point;
     int wordEnd = cursor;
     while (wordEnd > 0 && rl_line_buffer[wordEnd - 1] == ' ')
         --wordEnd;
-    if (wordEnd == 0 || wordEnd == cursor || (IsMenu && again))
-        return Complete(count, key);
+    if (wordEnd == 0 || wordEnd == cursor || (isMenu && again))
+        return complete(count, key);
 
     rl_begin_undo_group();
     rl_delete_text(wordEnd, cursor);
     rl_point = wordEnd;
     const int lineEnd = rl_end;
-    const int result = Complete(count, key);
+    const int result = complete(count, key);
     if (rl_end == lineEnd)
         for (int i = wordEnd; i < cursor; ++i)
             rl_insert_text(" ");
     rl_end_undo_group();
     return result;
+}
+
+/// The same for a key, which knows itself by its function.
+template <rl_command_func_t Complete, bool IsMenu = false>
+int completeWord(int count, int key)
+{
+    const bool again = rl_last_func == completeWord<Complete, IsMenu>;
+    return completeBehindBlanks(Complete, IsMenu, again, count, key);
 }
 
 struct CompletionCommand {
@@ -102,12 +108,15 @@ void installCompletion()
     // Names that are given before readline gives its own are those that its configuration file means.
     for (const CompletionCommand& row : kCommands)
         rl_add_funmap_entry(row.name, row.function);
-    emacs_standard_keymap['\t'].function = completeWord<rl_complete>;
-    emacs_meta_keymap[ESC].function = completeWord<rl_complete>;
-    emacs_meta_keymap['?'].function = completeWord<rl_possible_completions>;
-    emacs_meta_keymap['='].function = completeWord<rl_possible_completions>;
-    emacs_meta_keymap['*'].function = completeWord<rl_insert_completions>;
-    vi_insertion_keymap['\t'].function = completeWord<rl_complete>;
-    vi_insertion_keymap[CTRL('N')].function = completeWord<rl_menu_complete, true>;
-    vi_insertion_keymap[CTRL('P')].function = completeWord<rl_backward_menu_complete, true>;
+    KEYMAP_ENTRY* const emacs = rl_get_keymap_by_name("emacs-standard");
+    emacs['\t'].function = completeWord<rl_complete>;
+    KEYMAP_ENTRY* const meta = rl_get_keymap_by_name("emacs-meta");
+    meta[ESC].function = completeWord<rl_complete>;
+    meta['?'].function = completeWord<rl_possible_completions>;
+    meta['='].function = completeWord<rl_possible_completions>;
+    meta['*'].function = completeWord<rl_insert_completions>;
+    KEYMAP_ENTRY* const vi = rl_get_keymap_by_name("vi-insert");
+    vi['\t'].function = completeWord<rl_complete>;
+    vi[CTRL('N')].function = completeWord<rl_menu_complete, true>;
+    vi[CTRL('P')].function = completeWord<rl_backward_menu_complete, true>;
 }

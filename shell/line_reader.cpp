@@ -141,8 +141,9 @@ int readKey(FILE* stream)
 void unbindTraps()
 {
     constexpr unsigned char kKeys[] = {'p', 'n', '\n', '\r'};
+    KEYMAP_ENTRY* const meta = rl_get_keymap_by_name("emacs-meta");
     for (const unsigned char key : kKeys)
-        emacs_meta_keymap[key].function = nullptr;
+        meta[key].function = nullptr;
 }
 
 } // namespace

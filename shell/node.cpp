@@ -6,7 +6,8 @@ void prepareTree(cli_node& node)
 {
     for (std::int32_t i = 0; i < node.childCount; ++i) {
         cli_node& child = node.children[i];
-        child.spare = 0;
+        if (child.spare != 0) // a page that is not written stays shared
+            child.spare = 0;
         if (child.prepare != nullptr)
             child.prepare(&child, node.children);
         prepareTree(child);

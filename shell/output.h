@@ -18,4 +18,15 @@ void cli_print(const char* text);
 /// Formats into the shared message buffer and says the result. Returns the number of characters said.
 [[gnu::format(printf, 1, 2)]] int cli_printf(const char* format, ...);
 
+/// While an object lives, what cli_print() says reaches the terminal in pieces of some kilobytes, for long texts that
+/// nothing waits within. What else is written to standard output meanwhile may come before them.
+class GatheredOutput
+{
+public:
+    GatheredOutput();
+    ~GatheredOutput();
+    GatheredOutput(const GatheredOutput&) = delete;
+    GatheredOutput& operator=(const GatheredOutput&) = delete;
+};
+
 #endif

@@ -15,6 +15,7 @@
 #include "base/text.h"
 #include "platform/device_file.h"
 #include "shell/output.h"
+#include "shell/pieces.h"
 #include "shell/signals.h"
 #include "shell/tokenizer.h"
 #include "shell/tools.h"
@@ -23,7 +24,6 @@ namespace
 {
 
 constexpr char kPipeFile[] = "/tmp/cli_pipe_file";
-constexpr std::size_t kPipeBufferSize = 4096;
 
 /// A system shell takes no descriptor of two digits.
 constexpr int kHighestDescriptor = 9;
@@ -34,12 +34,10 @@ struct Pipe {
     const char* ownFile;              ///< path of a file that carries this process's number, null: it is the common one
     int fd;                           ///< holds the lock; -1: there is no file yet
     char path[sizeof kPipeFile + 12]; ///< of the device
-    std::size_t length;
-    char buffer[kPipeBufferSize];
 };
 
-constinit Pipe linePipe{
-    .active = false, .failed = false, .ownFile = nullptr, .fd = -1, .path = {}, .length = 0, .buffer = {}};
+constinit Pipe linePipe{.active = false, .failed = false, .ownFile = nullptr, .fd = -1, .path = {}};
+constinit Pieces pieces;
 
 /// Tokens of the current line as command text. Text that does not fit a command line is one character too long for it
 /// here, so the command is refused where it is composed.
@@ -148,19 +146,18 @@ int openForTools()
 /// Whether the file can grow, which tools do not check: tried with a page behind its end.
 bool hasRoom()
 {
-    static constexpr char kPage[kPipeBufferSize]{};
+    static char page[4096]; // not constant: zeros in the program's file are worth nothing
     struct stat status;
     if (fstat(linePipe.fd, &status) != 0)
         return false;
-    const bool written = writeAll(linePipe.fd, kPage, sizeof kPage);
+    const bool written = writeAll(linePipe.fd, page, sizeof page);
     return ftruncate(linePipe.fd, status.st_size) == 0 && written;
 }
 
-void flushPipe()
+void store(const char* bytes, std::size_t length)
 {
-    if (linePipe.failed || !makeFile() || !writeAll(linePipe.fd, linePipe.buffer, linePipe.length))
+    if (linePipe.failed || !makeFile() || !writeAll(linePipe.fd, bytes, length))
         linePipe.failed = true;
-    linePipe.length = 0;
 }
 
 void sayUnwritten()
@@ -194,9 +191,9 @@ int runPiped(CliHandler handler)
 {
     linePipe.active = true;
     linePipe.failed = false;
-    linePipe.length = 0;
+    pieces.clear();
     const int result = handler(tokenStore.pipeIndex, tokenStore.tokens);
-    flushPipe();
+    pieces.finish(store);
     linePipe.active = false;
     if (linePipe.failed)
         sayUnwritten();
@@ -235,23 +232,14 @@ bool pipeIsActive()
 
 void appendToPipe(const char* text)
 {
-    for (std::size_t left = std::strlen(text); left > 0;) {
-        const std::size_t room = kPipeBufferSize - linePipe.length;
-        const std::size_t taken = left < room ? left : room;
-        std::memcpy(linePipe.buffer + linePipe.length, text, taken);
-        linePipe.length += taken;
-        text += taken;
-        left -= taken;
-        if (linePipe.length == kPipeBufferSize)
-            flushPipe();
-    }
+    pieces.append(text, store);
 }
 
 PipedOutput::PipedOutput() : terminal_(-1)
 {
     if (!linePipe.active)
         return;
-    flushPipe();
+    pieces.finish(store);
     int file = linePipe.failed ? -1 : openForTools();
     if (file < 0) {
         linePipe.failed = true;

@@ -53,7 +53,7 @@ protected:
     std::vector<std::string> linesOf(const std::string& text) const
     {
         writeFile(kFile, text);
-        ConfLines lines(kFile);
+        FileLines lines(kFile);
         std::vector<std::string> taken;
         for (const char* line = lines.next(); line != nullptr; line = lines.next())
             taken.emplace_back(line);
@@ -96,7 +96,7 @@ TEST_F(ConfFileTest, LinesArePiecesOf255Characters)
     EXPECT_EQ(linesOf(std::string(600, 'c') + "\nd"),
               (Lines{std::string(255, 'c'), std::string(255, 'c'), std::string(90, 'c'), "d"}));
     EXPECT_EQ(linesOf(std::string("a\0b\n\0\nc\n", 8)), (Lines{"a", "", "c"}));
-    EXPECT_EQ(linesOf(std::string(kConfFileLimit, '\n') + "late\n").size(), kConfFileLimit);
+    EXPECT_EQ(linesOf(std::string(FileLines::kLimit, '\n') + "late\n").size(), FileLines::kLimit);
 }
 
 TEST_F(ConfFileTest, AFileEndsWhereReadingFails)

@@ -17,7 +17,7 @@ TEST_F(Editing, AFactoryResetKeepsThePromptUnlessItIsRefused)
     writeFile("/etc/sys.conf", "hostname=factory\n");
     Session session;
     session.send("factory-reset\r");
-    session.waitFor("The operation will do factory reset!");
+    session.waitFor("The operation will do factory reset!\r\nAre you sure? (y/n) ");
     writeFile("/cfg/sys.conf", "hostname=late\n");
     for (const char* keys : {"n\r", "factory-reset -n\r", "\r"}) {
         EXPECT_EQ(calls(), keys[0] == '\r' ? "reboot \n" : "");

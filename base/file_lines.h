@@ -1,0 +1,51 @@
+// A file of the device as lines of text.
+
+#ifndef BASE_FILE_LINES_H
+#define BASE_FILE_LINES_H
+
+#include <cstddef>
+
+/// Reads a device file line by line. Only a plain file can be opened, and only its first kLimit bytes are read, so a
+/// device, a pipe or a file that grows cannot hold the shell.
+class FileLines
+{
+public:
+    /// A line with its line feed and a terminator; a longer line is read as several.
+    static constexpr std::size_t kLineSize = 256;
+    static constexpr std::size_t kLimit = 1024UL * 1024UL;
+
+    explicit FileLines(const char* devicePath);
+    ~FileLines();
+    FileLines(const FileLines&) = delete;
+    FileLines& operator=(const FileLines&) = delete;
+
+    [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
+
+    /// The next line without its line feed, or null at the end and from the first failure on. Valid until the next
+    /// call.
+    char* next();
+
+    /// Whether the last line had a line feed.
+    [[nodiscard]] bool isWhole() const { return isWhole_; }
+
+    /// Whether the file could not be opened, or not be read to its end.
+    [[nodiscard]] bool failed() const { return failed_; }
+
+    /// Lines taken so far.
+    [[nodiscard]] int count() const { return count_; }
+
+private:
+    bool fill();
+
+    std::size_t unread_ = 0; ///< bytes that may still be read
+    int fd_;
+    bool failed_;
+    bool isWhole_ = false;
+    int count_ = 0;
+    std::size_t position_ = 0;
+    std::size_t filled_ = 0;
+    char chunk_[4096]; ///< most files fit
+    char line_[kLineSize];
+};
+
+#endif
