@@ -18,6 +18,9 @@ namespace
 /// The shell's among the platform's applications.
 constexpr int kInstanceClass = 3;
 
+/// Tells what a program file is, to `what` and `strings`; nothing here reads it.
+[[gnu::used, gnu::retain]] constexpr char kIdentification[] = "@(#)cli " CLI_VERSION;
+
 /// A file that is opened later must not become the standard output.
 void openStandardDescriptors()
 {

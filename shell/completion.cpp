@@ -3,9 +3,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <span>
+#include <string_view>
 
 #include <readline/readline.h>
 
+#include "shell/executor.h"
 #include "shell/node.h"
 #include "shell/tokenizer.h"
 
@@ -16,6 +19,12 @@ constexpr std::size_t kCandidateSize = 255;
 
 constinit std::int32_t candidateIndex = 0;
 
+/// Whether the last complete word selects nothing: `node` takes it as an argument.
+bool lastWordIsArgument(const cli_node* node)
+{
+    return tokenStore.argc > 0 && node == findNode(tokenStore.argc - 1, tokenStore.tokens);
+}
+
 /// The node whose children are offered. Behind a word that only is an argument nothing is offered.
 const cli_node* offeringNode()
 {
@@ -25,8 +34,7 @@ const cli_node* offeringNode()
         return nullptr;
     }
     const cli_node* node = findNode(tokenStore.argc, tokenStore.tokens);
-    const bool lastWordIsArgument = tokenStore.argc > 0 && node == findNode(tokenStore.argc - 1, tokenStore.tokens);
-    return lastWordIsArgument ? nullptr : node;
+    return lastWordIsArgument(node) ? nullptr : node;
 }
 
 /// Completes as readline's function does. Behind trailing blanks it completes the word before them, and puts them back
@@ -63,6 +71,41 @@ int completeWord(int count, int key)
     return completeBehindBlanks(Complete, IsMenu, again, count, key);
 }
 
+/// Whether a child that can be typed next was listed.
+bool listChildren(const cli_node& node, std::string_view partial)
+{
+    bool found = false;
+    for (const cli_node& child : std::span(node.children, static_cast<std::size_t>(node.childCount))) {
+        if (child.visibility == kHidden || !std::string_view(child.name).starts_with(partial))
+            continue;
+        sayNode(child);
+        found = true;
+    }
+    return found;
+}
+
+/// Lists below the line, which readline then draws anew.
+int listCommands(int, int)
+{
+    const int cursor = rl_point;
+    std::string_view typed(rl_line_buffer, static_cast<std::size_t>(cursor));
+    typed.remove_prefix(typed.find_last_of("|&;") + 1); // behind no symbol it is 0
+    rl_point = rl_end;
+    rl_redisplay();
+    rl_crlf();
+    const ParseMode mode = typed.ends_with(' ') ? ParseMode::execute : ParseMode::complete;
+    const bool isCut = parseLine(typed, mode) == ParseResult::end;
+    const cli_node* node = isCut ? findNode(tokenStore.argc, tokenStore.tokens) : nullptr;
+    const char* partial = partialWord();
+    const bool listed =
+        node != nullptr && !lastWordIsArgument(node) && listChildren(*node, partial != nullptr ? partial : "");
+    if (node != nullptr && !listed && node->handler != nullptr)
+        sayNode(*node);
+    rl_point = cursor;
+    rl_on_new_line();
+    return 0;
+}
+
 struct CompletionCommand {
     const char* name; ///< in readline's configuration file
     rl_command_func_t* function;
@@ -76,6 +119,7 @@ constexpr CompletionCommand kCommands[] = {
     {"menu-complete-backward", completeWord<rl_backward_menu_complete, true>},
     {"old-menu-complete", completeWord<rl_old_menu_complete, true>},
     {"delete-char-or-list", completeWord<rl_delete_or_show_completions>},
+    {"list-commands", listCommands},
 };
 
 } // namespace
@@ -115,8 +159,15 @@ void installCompletion()
     meta['?'].function = completeWord<rl_possible_completions>;
     meta['='].function = completeWord<rl_possible_completions>;
     meta['*'].function = completeWord<rl_insert_completions>;
+    meta['h'].function = listCommands;
     KEYMAP_ENTRY* const vi = rl_get_keymap_by_name("vi-insert");
     vi['\t'].function = completeWord<rl_complete>;
     vi[CTRL('N')].function = completeWord<rl_menu_complete, true>;
     vi[CTRL('P')].function = completeWord<rl_backward_menu_complete, true>;
+}
+
+void bindHelpKey()
+{
+    for (const char* sequence : {"\033OP", "\033[11~", "\033[[A"})
+        rl_bind_keyseq_if_unbound(sequence, listCommands);
 }

@@ -7,7 +7,12 @@
 /// begin with the word being typed, one a call; the caller frees them. Null ends the list. Both arguments are unused.
 char* completionGenerator(const char* text, int state);
 
-/// Makes the completion key use the generator, for nothing but command words.
+/// Makes the completion keys use the generator, for nothing but command words, and gives readline the function
+/// `list-commands`, which M-h stands for: it lists what can follow the words before the cursor, with the help texts,
+/// and leaves the line as it is. Behind words that select a command and its arguments it lists that command.
 void installCompletion();
+
+/// Binds F1, as terminals send it, to `list-commands` where it is not bound. For when readline has read its files.
+void bindHelpKey();
 
 #endif

@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "shell/alias.h"
-#include "shell/node.h"
 #include "shell/output.h"
 #include "shell/pipe.h"
 #include "shell/tokenizer.h"
@@ -53,6 +52,11 @@ int executeLine(const char* line)
     return tokenStore.pipeIndex != 0 && !isTool ? runPiped(handler) : handler(tokenStore.argc, tokenStore.tokens);
 }
 
+void sayNode(const cli_node& node)
+{
+    cli_printf("\t%-32s %s\n", node.name, node.help);
+}
+
 int helpLister(int argc, char** argv)
 {
     for (int i = 0; i < argc; ++i) {
@@ -68,7 +72,7 @@ int helpLister(int argc, char** argv)
     for (std::int32_t i = 0; i < node->childCount; ++i) {
         const cli_node& child = node->children[i];
         if (child.visibility != kHidden)
-            cli_printf("\t%-32s %s\n", child.name, child.help);
+            sayNode(child);
     }
     cli_print("\n");
     return 0;

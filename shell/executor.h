@@ -3,8 +3,13 @@
 #ifndef SHELL_EXECUTOR_H
 #define SHELL_EXECUTOR_H
 
+#include "shell/node.h"
+
 /// Runs one line. Returns the handler's result, or 0 when no handler ran.
 int executeLine(const char* line);
+
+/// Says a node's name and help as a row of a list.
+void sayNode(const cli_node& node);
 
 /// Lists the words and, below them, the visible children of the node that they select. Always 0.
 int helpLister(int argc, char** argv);

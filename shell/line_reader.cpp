@@ -9,6 +9,7 @@
 #include <readline/history.h>
 #include <readline/readline.h>
 
+#include "shell/completion.h"
 #include "shell/signals.h"
 #include "shell/terminal.h"
 
@@ -111,6 +112,15 @@ void handleSignals()
         dropLine();
 }
 
+/// The keys of a terminal begin with an escape; a session that types none does not pay for them.
+void bindHelpKeyOnce()
+{
+    static constinit bool isBound = false;
+    if (!isBound)
+        bindHelpKey();
+    isBound = true;
+}
+
 /// readline's source of keys: signals are heard while it waits and nowhere else, so they never meet readline at work.
 int readKey(FILE* stream)
 {
@@ -125,8 +135,11 @@ int readKey(FILE* stream)
         }
         unsigned char key;
         const ssize_t count = read(input.fd, &key, sizeof key);
-        if (count == 1)
+        if (count == 1) {
+            if (key == ESC)
+                bindHelpKeyOnce();
             return key;
+        }
         if (count == 0)
             return EOF;
         if (errno != EINTR && errno != EAGAIN)

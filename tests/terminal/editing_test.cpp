@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <sstream>
 
 #include "tests/terminal/shell.h"
 
@@ -63,6 +64,28 @@ TEST_F(Editing, OffersWhatCanBeTypedNext)
     session.waitFor("\n");
     session.waitForRow(std::string(kPrompt) + "c");
     EXPECT_EQ(session.rowsAbove(), "cw_diag      cw_debug     calibration  config       cfg          cable\n");
+
+    const struct {
+        std::string line;
+        const char* key;
+        const char* names; ///< of the rows
+    } lists[] = {
+        {"ca", "\x1bh", "calibration cable "},
+        {"get wtp ", "\033OP", "info stations "},
+        {"save cw_conf 7", "\033[[A", "cw_conf "},
+        {"nosuch | pin", "\033[11~", "ping "},
+        {"nosuch ", "\x1bh", ""},
+    };
+    for (const auto& list : lists) {
+        session.send("\x15" + list.line + list.key);
+        session.waitFor("\n");
+        session.waitForRow(kPrompt + list.line);
+        std::istringstream rows(session.rowsAbove());
+        std::string names;
+        for (std::string row; std::getline(rows, row);)
+            names += row.substr(8, row.find(' ', 8) - 7);
+        EXPECT_EQ(names, list.names);
+    }
 }
 
 TEST_F(Editing, RemembersLinesAsTheyWereTyped)

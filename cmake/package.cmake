@@ -1,0 +1,22 @@
+# What is installed, at the paths of the device: `cmake --install BUILD --prefix FOLDER` fills an image of its file system,
+# and `cpack` in the build folder makes a package of it for Debian.
+if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
+  set(CMAKE_INSTALL_PREFIX "/" CACHE PATH "Root of the device's file system" FORCE)
+endif()
+include(GNUInstallDirs)
+install(TARGETS cli RUNTIME)
+install(FILES docs/cli.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+install(FILES conf/factory/cw.conf conf/factory/sys.conf DESTINATION "${CMAKE_INSTALL_SYSCONFDIR}")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGING_INSTALL_PREFIX "/")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGE_CONTACT "The developers of cli <cli@example.org>")
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION admin)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Its parent, when it looks for one, goes through these.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "coreutils, grep")
+file(WRITE "${CMAKE_BINARY_DIR}/conffiles" "/etc/cw.conf\n/etc/sys.conf\n")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${CMAKE_BINARY_DIR}/conffiles")
+include(CPack)
