@@ -3,31 +3,33 @@
 #ifndef PLATFORM_DEBUG_LIBRARY_H
 #define PLATFORM_DEBUG_LIBRARY_H
 
-#include <cstddef>
-#include <cstdint>
+#include <assert.h>
+#include <stddef.h>
+#include <stdint.h>
 
-inline constexpr int kDebugAppCount = 5;
-inline constexpr int kDebugKernelModuleCount = 4;
+enum { kDebugAppCount = 5, kDebugKernelModuleCount = 4 };
 
-struct dbg_submodule {
+typedef struct dbg_submodule {
     int32_t id;
     char name[32];
     char help[128];
-};
-static_assert(sizeof(dbg_submodule) == 164);
+} dbg_submodule;
+static_assert(sizeof(dbg_submodule) == 164, "");
 
-struct dbg_module {
+typedef struct dbg_module {
     int32_t count;
     dbg_submodule* submodules;
-};
+} dbg_module;
 
-struct udbg_header_t {
+typedef struct udbg_header_t {
     uint16_t reserved[8];
     uint16_t output_mode; ///< 0: console, 1: buffer
-};
-static_assert(offsetof(udbg_header_t, output_mode) == 16);
+} udbg_header_t;
+static_assert(offsetof(udbg_header_t, output_mode) == 16, "");
 
+#ifdef __cplusplus
 extern "C" {
+#endif
 
 extern dbg_module app_debug[kDebugAppCount];
 extern dbg_module kmod_debug[kDebugKernelModuleCount];
@@ -89,6 +91,9 @@ void read_crash_reset(void);
 
 /// Forgets all records. The result is not looked at.
 int clear_crash(void);
+
+#ifdef __cplusplus
 }
+#endif
 
 #endif

@@ -3,7 +3,9 @@
 #ifndef PLATFORM_MESSAGE_CHANNEL_H
 #define PLATFORM_MESSAGE_CHANNEL_H
 
+#ifdef __cplusplus
 extern "C" {
+#endif
 
 /// A buffer of `size` bytes that the channel can transmit, its contents not initialised; null when there is none.
 /// Released with ipcmsg_free().
@@ -19,6 +21,9 @@ int ipcmsg_send_and_recv(int destination, int flags, int type, const void* reque
 
 /// Sends one message without waiting for an answer. 0: sent.
 int ipcmsg_send(int destination, int flags, int type, const void* message, int length);
+
+#ifdef __cplusplus
 }
+#endif
 
 #endif

@@ -3,7 +3,9 @@
 #ifndef PLATFORM_SYSTEM_LIBRARY_H
 #define PLATFORM_SYSTEM_LIBRARY_H
 
+#ifdef __cplusplus
 extern "C" {
+#endif
 
 /// Installs the platform's handling of fault signals for the process. `flags` is 0.
 void install_signal_handler(const char* app_name, int flags);
@@ -63,6 +65,9 @@ int sys_set_led_action(int led, int message);
 
 /// Starts the system LED test and returns its status code.
 int sys_set_led_sys_test(void);
+
+#ifdef __cplusplus
 }
+#endif
 
 #endif

@@ -1,16 +1,28 @@
 #!/usr/bin/env bash
-# check.sh [LIBRARY...]: builds the shell for a vendor's platform, by default the stub, looks at what it links, and plays
-# the sessions of tests/sessions on a device's file system; nothing of this machine is changed.
+# check.sh [LIBRARY...]: installs what is missing, builds the shell for a vendor's platform, by default the stub, looks at
+# what it links, and plays the sessions of tests/sessions on a device's file system; nothing else of this machine is
+# changed. With libraries, which may be linker flags too, the session that shows the stub's own answers is left out.
 set -euo pipefail
+libraries=()
+for library; do
+    [ ! -e "$library" ] || library=$(realpath "$library")
+    libraries+=("$library")
+done
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+. scripts/common.sh
 . platform/vendor/device.sh
+
+install_missing cmake g++ libncurses-dev libreadline-dev ninja-build python3
 
 fail() {
     echo "check.sh: $*" >&2
     exit 1
 }
 
-build_vendor "$@" || fail "the shell does not build"
+for header in platform/{debug_library,message_channel,system_library,wireless_library}.h; do
+    cc -std=c11 -Wall -Wextra -Wpedantic -Werror -fsyntax-only -x c "$header"
+done
+build_vendor "${libraries[@]}" || fail "the shell does not build"
 
 # Files, so that no early end of a reader fails the pipe.
 readelf -d "$vendor_program" | grep NEEDED >"$vendor_build/needed"
@@ -21,10 +33,18 @@ nm -C "$vendor_program" >"$vendor_build/symbols"
 ! grep -E ' sim[A-Z]|__cxa_(throw|guard|pure|begin)|_Unwind_|operator (new|delete)' "$vendor_build/symbols" ||
     fail "the program holds unwanted symbols"
 
-if [ $# -gt 0 ] || ! in_namespace true 2>/dev/null; then
-    echo "check.sh: built and looked at, but NOT RUN: that takes the stub and a private mount namespace" >&2
+machine_of() {
+    readelf -h "$1" | grep Machine
+}
+if [ "$(machine_of "$vendor_program")" != "$(machine_of "$(realpath /bin/sh)")" ] || ! in_namespace true 2>/dev/null; then
+    echo "check.sh: built and looked at, but NOT RUN: that takes a private mount namespace, and a program for this machine" >&2
     exit 0
 fi
-mapfile -t sessions < <(find tests/sessions -maxdepth 1 -type f | sort)
+answers=()
+[ $# -eq 0 ] || answers=(! -name hardware)
+mapfile -t sessions < <(find tests/sessions -maxdepth 1 -type f "${answers[@]}" | sort)
+# Where shared libraries are found here they are on the device too.
+vendor_libraries=$(printf '%s\n' "${libraries[@]}" | grep '^/' || true)
+export vendor_libraries
 in_namespace scripts/play --vendor "$vendor_program" "${sessions[@]}" >&2
 echo "check.sh: the shell builds for a vendor's platform and runs on its paths" >&2

@@ -28,9 +28,10 @@ in_namespace() {
 }
 
 # make_device FOLDER PROGRAM: mounts a device's file system on the empty folder, with the program as "/cli". Its tools, in
-# "/tools", are the few of the system's that the shell itself runs.
+# "/tools", are the few of the system's that the shell itself runs. The files that the lines of vendor_libraries name are
+# there too.
 make_device() {
-    local root=$1 node folder tool
+    local root=$1 node folder tool library
     mount --make-rprivate /
     mount -t tmpfs tmpfs "$root"
     mkdir -p "$root"/{cfg,dev,etc,tmp,tools}
@@ -47,6 +48,9 @@ make_device() {
             mount -o remount,bind,ro "$root/$folder"
         fi
     done
+    while IFS= read -r library; do
+        [ -z "$library" ] || install -D "$library" "$root$library"
+    done <<<"${vendor_libraries-}"
     for tool in cat grep rm; do
         ln -s "$(command -v "$tool")" "$root/tools/$tool"
     done
