@@ -88,7 +88,8 @@ def other_rows(machine):
         what = f"`{own}`; `{line}` of {name}"
         shell = machine.line("cli", own, typed=True)
         if name in MOVING:
-            moving_row(what, shell, [machine.line(words[0], line, *words[1:], fresh=True, typed=True) for _ in range(3)])
+            others = [machine.line(words[0], line, *words[1:], fresh=True, typed=True) for _ in range(3)]
+            moving_row(what, shell, others)
         else:
             row(what, shell, machine.line(words[0], line, *words[1:], typed=True))
 
