@@ -38,8 +38,10 @@ bool readDefinition(char* line, bool isWhole, cli_node& row)
         return false;
     line[equals] = '\0';
     line[closing] = '\0';
-    row = command("", kHelpPrefix, capturePassThrough);
+    row = {};
+    row.handler = capturePassThrough;
     copyText(row.name, line + kDefinitionLength);
+    copyText(row.help, kHelpPrefix);
     copyText(std::span(row.help).subspan(kHelpPrefixLength), line + equals + 2);
     return true;
 }
