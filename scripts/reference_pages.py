@@ -24,9 +24,8 @@ class Row:
 @dataclass
 class Item:
     """A key of the CAPWAP configuration."""
-    kind: str
     initial: str
-    is_saved: bool
+    place: str  # in the file, with the title of its section; nothing: it is not saved
     values: str
 
 

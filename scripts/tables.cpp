@@ -80,13 +80,15 @@ std::size_t sizeOf(const CwField& field, CwConfig& config)
     }
 }
 
-bool isSaved(const CwItem& item)
+/// The title of the section of the file that the item stands in, and the item's place there; nothing for an item that
+/// is not saved.
+std::string placeOf(const CwItem& item)
 {
     for (const CwSection& section : cwSections)
-        for (const CwItem* saved : section.items)
-            if (saved == &item)
-                return true;
-    return false;
+        for (std::size_t i = 0; i < section.items.size(); ++i)
+            if (section.items[i] == &item)
+                return std::to_string(i) + ' ' + std::string(section.fileTitle, std::strcspn(section.fileTitle, "\n"));
+    return "";
 }
 
 void printItem(const CwItem& item, CwConfig& config)
@@ -96,9 +98,8 @@ void printItem(const CwItem& item, CwConfig& config)
         initial = std::to_string(config.apScanRptTimer[0]);
     else
         forEachValue(item, config, [&initial](const char*, const char* value) { initial = value; });
-    std::printf("item\t%s\t%s\t%d\t%d\t%zu\t%s\t%s\t%s\n", item.key.data(), nameOf(item.kind), item.low, item.high,
-                sizeOf(item.field, config), initial.c_str(), isSaved(item) ? "saved" : "",
-                item.keyWidth != 0 ? "shown" : "");
+    std::printf("item\t%s\t%s\t%d\t%d\t%zu\t%s\t%s\n", item.key.data(), nameOf(item.kind), item.low, item.high,
+                sizeOf(item.field, config), initial.c_str(), placeOf(item).c_str());
 }
 
 } // namespace
