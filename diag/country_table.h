@@ -3,8 +3,8 @@
 #ifndef DIAG_COUNTRY_TABLE_H
 #define DIAG_COUNTRY_TABLE_H
 
-/// The two letters and the name of each country, each terminated, in the order in which they are listed; an empty text is
-/// the end.
+/// The two letters and the name of each country, each terminated, in the order in which they are listed; an empty text
+/// is the end.
 extern const char kCountryTexts[];
 
 #endif

@@ -4,13 +4,14 @@ hold what they held before or what was written. The emulator's memory is a file,
 cut. TIMEOUT_FACTOR in the environment multiplies all times that are waited for."""
 
 import argparse
+import mmap
+import multiprocessing
 import os
 import random
 import re
 import signal
 import socket
 import tempfile
-import threading
 import time
 import zlib
 from pathlib import Path
@@ -21,9 +22,9 @@ CHECKOUT = Path(__file__).resolve().parent.parent.parent
 FACTOR = float(os.environ.get("TIMEOUT_FACTOR", "1"))
 PATIENCE = 60 * FACTOR  # seconds
 SECONDS = 500  # for the default count of cuts
-PROMPT = re.compile(r"\n([\w-]+)  # $")
+PROMPT = re.compile(r"[\r\n]([\w-]+)  # $")
 SYSTEM_PROMPT = re.compile(r"\n# $")
-FLASH_START, FLASH_SIZE, MAC_START = 192 << 20, 0x40000, 0x3FF80
+FLASH_START, BIOS_SIZE, FLASH_SIZE, MAC_START = 192 << 20, 0x40000, 0x240000, 0x3FF80
 
 
 def say(text):
@@ -77,10 +78,10 @@ class Board(Terminal):
         session.child.expect(PROMPT)
         return session
 
-    def flash(self):
+    def bios(self):
         with self.memory.open("rb") as memory:
             memory.seek(FLASH_START)
-            return memory.read(FLASH_SIZE)
+            return memory.read(BIOS_SIZE)
 
     def cut(self):
         self.child.kill(signal.SIGKILL)
@@ -106,13 +107,13 @@ def check_flash(board):
     shown = board.system("hexdump -C /dev/mtd0")
     say(f"after erase:\n{shown}")
     expect(shown.split() == ["00000000", *["ff"] * 16, f"|{'.' * 16}|", "*", "00040000"], "flash is left")
-    expect(board.flash() == b"\xff" * FLASH_SIZE, "the memory holds other flash than the kernel shows")
+    expect(board.bios() == b"\xff" * BIOS_SIZE, "the memory holds other flash than the kernel shows")
     board.type("bios setdefault\r")
     check_crc(board)
 
 
 def check_crc(board):
-    image = board.flash()
+    image = board.bios()
     expect(zlib.crc32(image[:-4]) == int.from_bytes(image[-4:], "little"), "the checksum is not that of the flash")
 
 
@@ -148,37 +149,53 @@ def check_telnet(board):
     board.system("rm /etc/admin-timeout.tmp")
 
 
-# What is written: lines that take the number, how the board shows what it holds, and how the number stands in that.
+# What is written: where, by lines that take a number, and how that stands in what is held.
 FIRST = 5000
 WRITERS = {
-    "save cw_conf": (["config capwap wtp ac-ctl-port {}", "save cw_conf"],
-                     "sed s/^ac-ctl-port=.*// /cfg/cw.conf | md5sum; grep ^ac-ctl-port= /cfg/cw.conf",
-                     r"ac-ctl-port=(\d+)"),
-    "config system hostname": (["config system hostname ap{}"],
-                               "sed s/^hostname=.*// /cfg/sys.conf | md5sum; grep ^hostname= /cfg/sys.conf",
-                               r"hostname=ap(\d+)"),
-    "bios setmac": (["bios setmac 02{:010}"], f"dd if=/dev/mtd0 bs=16 skip={MAC_START // 16} count=1 2>/dev/null; echo",
-                    r"02(\d{10})"),
+    "save cw_conf": ("/cfg/cw.conf", ["config capwap wtp ac-ctl-port {}", "save cw_conf"], r"ac-ctl-port=(\d+)"),
+    "config system hostname": ("/cfg/sys.conf", ["config system hostname ap{}"], r"hostname=ap(\d+)"),
+    "bios setmac": ("/dev/mtd0", ["bios setmac 02{:010}"], r"\n02(\d{10})"),
 }
+# A line that begins with "# " would be taken for the prompt.
+HELD = f"sed s/#/=/ /cfg/cw.conf /cfg/sys.conf; dd if=/dev/mtd0 bs=16 skip={MAC_START // 16} count=1 2>/dev/null; echo"
+WRITE_SECONDS = 0.001 * FACTOR  # from the first store of a file's replacement to the last
 
 
-def held(board, writer):
-    """The number that the board holds, and all else that its file holds."""
-    shown = board.system(WRITERS[writer][1])
-    found = re.search(WRITERS[writer][2], shown)
-    expect(found, f"{writer}: there is no value in:\n{shown}")
-    return int(found[1]), re.sub(WRITERS[writer][2], "", shown)
+def held(board):
+    """The numbers that the board holds, and all else."""
+    rest = board.system(HELD)
+    numbers = {}
+    for writer, (_, _, pattern) in WRITERS.items():
+        found = re.search(pattern, rest)
+        expect(found, f"{writer}: there is no number in:\n{rest}")
+        numbers[writer] = int(found[1])
+        rest = rest.replace(found[0], "", 1)
+    return numbers, rest
 
 
 def write(board, writer, number):
-    for line in WRITERS[writer][0]:
+    for line in WRITERS[writer][1]:
         board.type(line.format(number) + "\r")
 
 
-def write_until_cut(board, writer, number, moment):
+def cut_at_store(board, start, late):
+    """Cuts the power `late` seconds after the first store to the flash; if there is none, in the end."""
+    time.sleep(start)
+    with board.memory.open("rb") as memory:
+        flash = mmap.mmap(memory.fileno(), FLASH_SIZE, prot=mmap.PROT_READ, offset=FLASH_START)
+    before = flash[:]
+    end = time.monotonic() + PATIENCE / 2
+    while flash[:] == before and time.monotonic() < end:
+        pass
+    time.sleep(late)
+    os.kill(board.child.pid, signal.SIGKILL)
+
+
+def write_until_cut(board, writer, number, moments):
     """Writes higher and higher numbers; the last that was written to its end."""
-    timer = threading.Timer(moment, os.kill, (board.child.pid, signal.SIGKILL))
-    timer.start()
+    # A thread would look away whenever this one has something to do.
+    cutter = multiprocessing.Process(target=cut_at_store, args=(board, *moments))
+    cutter.start()
     try:
         while True:
             write(board, writer, number + 1)
@@ -186,31 +203,29 @@ def write_until_cut(board, writer, number, moment):
     except pexpect.EOF:
         return number
     finally:
-        timer.cancel()
+        cutter.join()
 
 
 def cut_power(board, cuts, end):
     """The board of the last boot."""
-    seed = random.randrange(1 << 32)
-    moments = random.Random(seed)
-    say(f"cutting the power, seed {seed}")
     for writer in WRITERS:
         write(board, writer, FIRST)
-    values = {writer: held(board, writer) for writer in WRITERS}
-    made, news = dict.fromkeys(WRITERS, 0), 0
+    numbers, rest = held(board)
+    made, halves = dict.fromkeys(WRITERS, 0), 0
     while sum(made.values()) < cuts and time.monotonic() < end:
         writer = min(made, key=made.get)
-        number, rest = values[writer]
-        last = write_until_cut(board, writer, number, moments.uniform(0.1, 1.5) * FACTOR)
+        moments = random.uniform(0, 0.5) * FACTOR, random.uniform(0, WRITE_SECONDS)
+        last = write_until_cut(board, writer, numbers[writer], moments)
         board.cut()
         made[writer] += 1
         board = Board(board.memory, board.port)
-        found = {other: held(board, other) for other in WRITERS}
-        news += found[writer] == (last + 1, rest)
-        values[writer] = found[writer] if found[writer] == (last + 1, rest) else (last, rest)
-        expect(found == values, f"cut {made} in {writer}: {last} was written, the board holds {found} and not {values}")
+        halves += "No such" not in board.system(f"ls {WRITERS[writer][0]}.new")
+        found = held(board)
+        numbers[writer] = last + (found[0][writer] == last + 1)
+        expect(found == (numbers, rest), f"cut {made} in {writer} at {moments}: {last} was written to its end, the "
+               f"board holds {found[0]} and, instead of\n{rest}\n{found[1]}")
         check_crc(board)
-    say(f"{sum(made.values())} of {cuts} cuts, of which {news} found the new value: {made}")
+    say(f"{sum(made.values())} of {cuts} cuts, {made}; {halves} left a file half-written beside the one in use")
     expect(any(made.values()), "there was no time for a cut")
     return board
 
