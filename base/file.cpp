@@ -1,5 +1,7 @@
 #include "base/file.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,7 +30,7 @@ int openPlainFile(const char* devicePath, std::size_t* size)
         return -1;
     }
     if (fd >= 0 && size != nullptr)
-        *size = static_cast<std::size_t>(status.st_size);
+        *size = static_cast<std::size_t>(std::min<std::uint64_t>(static_cast<std::uint64_t>(status.st_size), SIZE_MAX));
     return fd;
 }
 

@@ -34,7 +34,7 @@ ssize_t readAll(int fd, void* bytes, std::size_t size);
 bool writeAll(int fd, const void* bytes, std::size_t size);
 
 /// Opens a device file for reading if it is a plain file: a pipe, a device or a folder in its place neither hangs the
-/// caller nor is read. Returns the descriptor, which the caller closes, or -1; `size` is then left alone.
+/// caller nor is read. Returns the descriptor, which the caller closes, or -1; `size`, the file's, is then left alone.
 int openPlainFile(const char* devicePath, std::size_t* size = nullptr);
 
 /// Makes a device file anew, empty, for its owner alone; what stood at its name is removed, never written through.

@@ -1,5 +1,5 @@
-# What is installed, at the paths of the device: `cmake --install BUILD --prefix FOLDER` fills an image of its file system,
-# and `cpack` in the build folder makes a package of it for Debian.
+# What is installed, at the paths of the device: `cmake --install BUILD --prefix FOLDER` fills an image of its file
+# system, and `cpack` in the build folder makes a package of it for Debian.
 if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
   set(CMAKE_INSTALL_PREFIX "/" CACHE PATH "Root of the device's file system" FORCE)
 endif()
@@ -14,9 +14,16 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGE_CONTACT "The developers of cli <cli@example.org>")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION admin)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Its parent, when it looks for one, goes through these.
+# What pipes and the look at the parent go through; then what single commands take.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "coreutils, grep")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hostname, iproute2, net-tools, procps, tftp")
+if(CLI_ARCH)
+  # The tool that finds dependencies knows the packages of this machine alone.
+  set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE "${CLI_ARCH}")
+  string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS ", libc6 (>= 2.34), libreadline8 (>= 8.2)")
+else()
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+endif()
 file(WRITE "${CMAKE_BINARY_DIR}/conffiles" "/etc/cw.conf\n/etc/sys.conf\n")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${CMAKE_BINARY_DIR}/conffiles")
 include(CPack)

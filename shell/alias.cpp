@@ -72,8 +72,10 @@ void loadAliases()
         if (!defines && table != nullptr)
             continue;
         cli_node* grown = resized(table, count + (defines ? 1 : 0));
-        if (grown == nullptr)
-            break;
+        if (grown == nullptr) {
+            std::free(table);
+            return;
+        }
         table = grown;
         if (defines)
             table[count++] = row;

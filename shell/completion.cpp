@@ -168,6 +168,7 @@ void installCompletion()
 
 void bindHelpKey()
 {
-    for (const char* sequence : {"\033OP", "\033[11~", "\033[[A"})
-        rl_bind_keyseq_if_unbound(sequence, listCommands);
+    for (const char* keymap : {"emacs-standard", "vi-insert", "vi-command"})
+        for (const char* sequence : {"\033OP", "\033[11~", "\033[[A"})
+            rl_bind_keyseq_if_unbound_in_map(sequence, listCommands, rl_get_keymap_by_name(keymap));
 }

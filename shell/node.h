@@ -47,7 +47,7 @@ constexpr void setNodeText(char (&field)[Size], const char* text)
 }
 
 /// A table row that runs `handler`.
-constexpr cli_node command(const char* name, const char* help, CliHandler handler)
+consteval cli_node command(const char* name, const char* help, CliHandler handler)
 {
     cli_node row{};
     setNodeText(row.name, name);

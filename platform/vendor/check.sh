@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # check.sh [LIBRARY...]: installs what is missing, builds the shell for a vendor's platform, by default the stub, looks at
 # what it links, and plays the sessions of tests/sessions on a device's file system; nothing else of this machine is
-# changed. With libraries, which may be linker flags too, the session that shows the stub's own answers is left out.
+# changed. With libraries, which may be linker flags too, the sessions that show the stub's own answers are left out.
 set -euo pipefail
 libraries=()
 for library; do
@@ -40,11 +40,11 @@ if [ "$(machine_of "$vendor_program")" != "$(machine_of "$(realpath /bin/sh)")" 
     echo "check.sh: built and looked at, but NOT RUN: that takes a private mount namespace, and a program for this machine" >&2
     exit 0
 fi
-answers=()
-[ $# -eq 0 ] || answers=(! -name hardware)
-mapfile -t sessions < <(find tests/sessions -maxdepth 1 -type f "${answers[@]}" | sort)
-# Where shared libraries are found here they are on the device too.
-vendor_libraries=$(printf '%s\n' "${libraries[@]}" | grep '^/' || true)
+mapfile -t sessions < <(find tests/sessions -maxdepth 1 -type f | sort)
+# Serial number, version, which the factory file has too, and hardware are the library's to tell.
+[ $# -eq 0 ] || mapfile -t sessions < <(grep -LE 'STUB|build0241|etc/cw.conf|led_test' "${sessions[@]}")
+# The shared libraries that are not this machine's are on the device under the names by which they are found here.
+vendor_libraries=$(ldd "$vendor_program" | grep -oE '/[^ ]+' | grep -vE '^/(usr|lib)' || true)
 export vendor_libraries
 in_namespace scripts/play --vendor "$vendor_program" "${sessions[@]}" >&2
 echo "check.sh: the shell builds for a vendor's platform and runs on its paths" >&2
