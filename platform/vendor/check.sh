@@ -6,6 +6,7 @@ set -euo pipefail
 libraries=()
 for library; do
     [ ! -e "$library" ] || library=$(realpath "$library")
+    [[ -e $library || $library = -* ]] || { echo "check.sh: there is no $library" >&2 && exit 1; }
     libraries+=("$library")
 done
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
@@ -36,10 +37,12 @@ nm -C "$vendor_program" >"$vendor_build/symbols"
 machine_of() {
     readelf -h "$1" | grep Machine
 }
-if [ "$(machine_of "$vendor_program")" != "$(machine_of "$(realpath /bin/sh)")" ] || ! in_namespace true 2>/dev/null; then
-    echo "check.sh: built and looked at, but NOT RUN: that takes a private mount namespace, and a program for this machine" >&2
+not_run() {
+    echo "check.sh: built and looked at, but NOT RUN: $*" >&2
     exit 0
-fi
+}
+[ "$(machine_of "$vendor_program")" = "$(machine_of "$(realpath /bin/sh)")" ] || not_run "it is for another machine"
+in_namespace true || not_run "that takes a private mount namespace"
 mapfile -t sessions < <(find tests/sessions -maxdepth 1 -type f | sort)
 # Serial number, version, which the factory file has too, and hardware are the library's to tell.
 [ $# -eq 0 ] || mapfile -t sessions < <(grep -LE 'STUB|build0241|etc/cw.conf|led_test' "${sessions[@]}")
