@@ -19,7 +19,8 @@ namespace
 {
 
 constexpr char kTftpOutputFile[] = "/tmp/cmd_output";
-constexpr std::size_t kTftpCommandSize = 256;
+constexpr char kTftpCommand[] = "tftp %s -g -r %s -l %s > %s\n";
+constexpr std::size_t kTftpCommandSize = 256; ///< with the paths as they are on the device
 
 constexpr const char* kUsage[] = {
     "\t bios - BIOS platform information test \n",
@@ -100,18 +101,18 @@ void biosTftpGet(const char* server, const char* file)
     const DeviceFile rom(path);
     const DeviceFile log(kTftpOutputFile);
     char command[kTftpCommandSize];
-    if (!composeCommand(command, "tftp %s -g -r %s -l %s > %s\n", server, file, rom.path(), log.path()))
+    if (!composeCommand(command, kTftpCommand, server, file, path, kTftpOutputFile))
         return;
 
     // Neither file is written through a link that somebody planted, nor readable by others.
-    for (const char* written : {static_cast<const char*>(path), kTftpOutputFile}) {
+    for (const char* written : {kTftpOutputFile, static_cast<const char*>(path)}) {
         if (!makePrivateFile(written)) {
             cli_printf(kCanNotWrite, written);
             return;
         }
     }
     const mode_t mask = umask(S_IRWXG | S_IRWXO);
-    runCommand(command);
+    runCommandf(kTftpCommand, server, file, rom.path(), log.path());
     umask(mask);
     struct stat fetched;
     if (stat(rom.path(), &fetched) == 0 && fetched.st_size == 0)
