@@ -51,8 +51,8 @@ void call()
 }
 
 constexpr Verb kDebugVerbs[] = {
-    {"clear", clear_dbg_all},
-    {"all", dbg_all},
+    {"clear", call<clear_dbg_all>},
+    {"all", call<dbg_all>},
 };
 
 constexpr const char* kDebugNames[] = {
@@ -74,7 +74,7 @@ constexpr Facility kDebug = {
 
 constexpr Verb kKernelDebugVerbs[] = {
     {"show", call<print_kdebug>},
-    {"clear", clear_kdbg_all},
+    {"clear", call<clear_kdbg_all>},
     {"log-clear", call<clear_kdebug_log>},
 };
 
@@ -215,12 +215,13 @@ int showLogCommand(int, char**)
 
 int clearLogCommand(int, char**)
 {
+    const PipedOutput output;
     return clear_udebug_logs();
 }
 
 int clearCrashCommand(int, char**)
 {
-    clear_crash();
+    call<clear_crash>();
     return 0;
 }
 
