@@ -1,20 +1,22 @@
 #include "diag/hardware_commands.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <unistd.h>
+#include <ctime>
 
 #include "base/text.h"
 #include "platform/system_library.h"
 #include "platform/wireless_library.h"
 #include "shell/output.h"
+#include "shell/signals.h"
 #include "shell/tools.h"
 
 namespace
 {
 
 constexpr int kPowerLedLine = 57;
-constexpr unsigned kLedTestSeconds = 1;
+constexpr timespec kLedTestTime = {1, 0};
 
 /// Buffers that a scan is tried with, one after the other.
 constexpr int kScanSizes[] = {16384, 32768, 65535};
@@ -93,7 +95,10 @@ int ledTestCommand(int argc, char** argv)
         return -1;
     const int level = std::strcmp(argv[2], "on") == 0 ? 0 : 1;
     const int result = sys_set_led_sys_test();
-    sleep(kLedTestSeconds);
+    // A resized window is no reason to hurry.
+    timespec left = kLedTestTime;
+    while (nanosleep(&left, &left) != 0 && errno == EINTR && !isInterrupted()) {
+    }
     sys_set_gpio_status(kPowerLedLine, level);
     cli_printf("proc_led_test gpio_num=%d, gpio_data=%d, ret=%d\n", kPowerLedLine, level, result);
     return 0;
