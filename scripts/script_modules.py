@@ -1,0 +1,13 @@
+"""Programs of this folder as modules for another one of them."""
+
+import importlib.machinery
+import importlib.util
+from pathlib import Path
+
+
+def load(name):
+    """The program of that name, which has no suffix."""
+    loader = importlib.machinery.SourceFileLoader(name, str(Path(__file__).with_name(name)))
+    module = importlib.util.module_from_spec(importlib.util.spec_from_loader(name, loader))
+    loader.exec_module(module)
+    return module
