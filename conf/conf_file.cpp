@@ -32,11 +32,6 @@ ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time)
     return ConfFileStatus::Known;
 }
 
-void sayConfUnreadable(const char* reader, const char* devicePath)
-{
-    cli_printf("%s: Could not open conf file %s.\n", reader, devicePath);
-}
-
 ConfItems::ConfItems(const char* reader, const char* devicePath)
     : reader_(reader), path_(devicePath), lines_(devicePath)
 {
@@ -52,7 +47,7 @@ bool ConfItems::next()
         cli_printf("%s: %s Line %d: Invalid line '%s'\n", reader_, path_, lines_.count(), line);
     }
     if (failed())
-        sayConfUnreadable(reader_, path_);
+        cli_printf("%s: Could not open conf file %s.\n", reader_, path_);
     return false;
 }
 

@@ -30,9 +30,6 @@ enum class ConfFileStatus : std::uint8_t {
 /// Stores the modification time of a device file, zeros unless it is known.
 ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
 
-/// Says that `reader` cannot open a configuration file.
-void sayConfUnreadable(const char* reader, const char* devicePath);
-
 /// Reads the items of a configuration file: comments and empty lines are passed over, bad lines reported.
 class ConfItems
 {

@@ -84,10 +84,11 @@ bool isFolderClosed(int error)
     return error == EACCES || error == EPERM || error == EROFS;
 }
 
-/// Only the superuser can keep a foreign owner; for others the mode alone counts.
+/// Only the superuser can keep a foreign owner, and one that has no number here nobody; then the mode alone counts.
 bool keepOwnerAndMode(int fd, const struct stat& old)
 {
-    return (fchown(fd, old.st_uid, old.st_gid) == 0 || errno == EPERM) && fchmod(fd, old.st_mode & kModeBits) == 0;
+    return (fchown(fd, old.st_uid, old.st_gid) == 0 || errno == EPERM || errno == EINVAL) &&
+           fchmod(fd, old.st_mode & kModeBits) == 0;
 }
 
 /// A file system's clock ticks some hundred times a second. Whoever has read the old file must be able to tell the new
@@ -151,7 +152,7 @@ Outcome replaceFile(char* path, const OldFile& old, const ConfText& text)
     char temporary[kPathSize + sizeof kTemporarySuffix];
     std::snprintf(temporary, sizeof temporary, "%s%s", path, kTemporarySuffix);
     const int fd = createTemporary(temporary);
-    if (fd < 0 && old.fd < 0 && (isFolderClosed(errno) || errno == ENOENT || errno == ENOTDIR))
+    if (fd < 0 && old.fd < 0)
         return Outcome::NotOpened;
     if (fd < 0)
         return isFolderClosed(errno) && writeInPlace(old, text) ? Outcome::Written : Outcome::NotWritten;

@@ -64,10 +64,8 @@ int saveFile(const CwConfig& config)
     ConfFileTime time;
     composeFile(config, text);
     const ConfFolderLock lock;
-    if (cwFile.isUnreadable && confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing) {
-        sayConfUnreadable(kReader, kCwConfFile);
+    if (cwFile.isUnreadable && confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing)
         return -1;
-    }
     if (replaceConfFile(kCwConfFile, text) != 0)
         return -1;
     confFileTime(kCwConfFile, &time);

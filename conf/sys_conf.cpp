@@ -105,14 +105,12 @@ void sysConfLoad(SysConfig& config)
 int sysConfChange(const char* key, const char* value)
 {
     const ConfFolderLock lock;
-    if (sysFile.isUnreadable)
+    if (sysFile.isUnreadable && FileLines(kSysConfFile).isOpen())
         sysConfLoad(sysConfig);
     else
         sysConfRefresh(sysConfig);
-    if (sysFile.isUnreadable)
-        return -1;
     sysConfSetItem(key, value, sysConfig);
-    return sysConfWrite();
+    return sysFile.isUnreadable ? -1 : sysConfWrite();
 }
 
 int sysConfCommit()

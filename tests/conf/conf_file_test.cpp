@@ -163,7 +163,7 @@ TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
         EXPECT_EQ(type(line), unreadable);
         EXPECT_EQ(result_, -1);
     }
-    EXPECT_STREQ(sysConfig.hostname, "ap1");
+    EXPECT_STREQ(sysConfig.hostname, "ap3");
     EXPECT_EQ(prepare(), unreadable);
     sysConfig.hostname[0] = '\0';
     EXPECT_EQ(prepare(), unreadable);
@@ -191,7 +191,7 @@ TEST_F(ConfFileTest, AFileThatCannotBeReadCountsForNothing)
     EXPECT_STREQ(sysConfig.staticAddr, "192.168.1.2");
     EXPECT_STREQ(cwConfigSnapshot.hwVer, "QWX40R");
     EXPECT_EQ(type("drop cw_conf"), kUnreadable);
-    EXPECT_EQ(type("save cw_conf"), kUnreadable);
+    EXPECT_EQ(type("save cw_conf"), "");
     EXPECT_EQ(result_, -1);
     EXPECT_EQ(readFile("/cfg/cw.conf"), text);
     readableBytes = -1;
