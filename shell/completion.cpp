@@ -28,7 +28,8 @@ bool lastWordIsArgument(const cli_node* node)
 /// The node whose children are offered. Behind a word that only is an argument nothing is offered.
 const cli_node* offeringNode()
 {
-    const std::string_view line(rl_line_buffer, static_cast<std::size_t>(rl_point));
+    std::string_view line(rl_line_buffer, static_cast<std::size_t>(rl_point));
+    line.remove_prefix(line.rfind('\n') + 1); // of lines that were pasted the last
     if (parseLine(line, ParseMode::complete) != ParseResult::end) {
         rl_on_new_line();
         return nullptr;
@@ -89,7 +90,7 @@ int listCommands(int, int)
 {
     const int cursor = rl_point;
     std::string_view typed(rl_line_buffer, static_cast<std::size_t>(cursor));
-    typed.remove_prefix(typed.find_last_of("|&;") + 1); // behind no symbol it is 0
+    typed.remove_prefix(typed.find_last_of("|&;\n") + 1); // behind no symbol it is 0
     rl_point = rl_end;
     rl_redisplay();
     rl_crlf();

@@ -103,20 +103,18 @@ bool makeFile()
         return true;
     std::snprintf(linePipe.path, sizeof linePipe.path, "%s", kPipeFile);
     linePipe.fd = openLocked(DeviceFile(linePipe.path).path());
-    if (linePipe.fd >= 0)
-        return true;
-    const bool isHeld = errno == EWOULDBLOCK;
+    if (linePipe.fd >= 0 || errno != EWOULDBLOCK)
+        return linePipe.fd >= 0;
     std::snprintf(linePipe.path, sizeof linePipe.path, "%s.%d", kPipeFile, static_cast<int>(getpid()));
     copyText(ownFile, DeviceFile(linePipe.path).path());
     removeAtEnd(ownFile);
     linePipe.fd = openLocked(ownFile);
-    linePipe.ownFile = linePipe.fd >= 0 ? ownFile : nullptr;
-    if (linePipe.fd >= 0)
-        return true;
-    removeAtEnd(nullptr);
-    if (!isHeld)
-        std::snprintf(linePipe.path, sizeof linePipe.path, "%s", kPipeFile);
-    return false;
+    if (linePipe.fd < 0) {
+        removeAtEnd(nullptr);
+        return false;
+    }
+    linePipe.ownFile = ownFile;
+    return true;
 }
 
 void closeFile()
@@ -143,14 +141,15 @@ int openForTools()
     return -1;
 }
 
-/// Whether the file can grow, which tools do not check: tried with a page behind its end.
+/// Whether the file can grow, which tools do not check: tried with what is left of its last page, or a page.
 bool hasRoom()
 {
     static char page[4096]; // not constant: zeros in the program's file are worth nothing
     struct stat status;
     if (fstat(linePipe.fd, &status) != 0)
         return false;
-    const bool written = writeAll(linePipe.fd, page, sizeof page);
+    const std::size_t used = static_cast<std::size_t>(status.st_size) % sizeof page;
+    const bool written = writeAll(linePipe.fd, page, sizeof page - used);
     return ftruncate(linePipe.fd, status.st_size) == 0 && written;
 }
 

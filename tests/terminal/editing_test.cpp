@@ -214,7 +214,7 @@ TEST_F(Editing, ComesBackToTheForeground)
 TEST_F(Editing, PastedLinesRunOneByOne)
 {
     Session session;
-    session.ask("\x1b[200~ping a\rping b\r\x1b[201~list");
+    session.ask("\x1b[200~ping a\rpin\x1b[201~\tb\rlist");
     EXPECT_TRUE(session.screen().ends_with("\n0: ping a\n1: ping b\n2: list\nap  #")) << session.screen();
     EXPECT_EQ(calls(), "ping a\nping b\n");
 }
