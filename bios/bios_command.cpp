@@ -123,28 +123,6 @@ void biosTftpGet(const char* server, const char* file)
         runShellCommand(show);
 }
 
-void call(auto(*operation)(), char** /*argv*/)
-{
-    operation();
-}
-
-void call(auto(*operation)(const char*), char** argv)
-{
-    operation(argv[2]);
-}
-
-void call(auto(*operation)(const char*, const char*), char** argv)
-{
-    operation(argv[2], argv[3]);
-}
-
-/// Calls the operation with the words that it takes.
-template <auto operation>
-void run(char** argv)
-{
-    call(operation, argv);
-}
-
 struct BiosAction {
     const char* name;
     const char* help;
@@ -156,6 +134,18 @@ template <typename... Words>
 consteval int wordCount(auto(*)(Words...))
 {
     return 2 + static_cast<int>(sizeof...(Words));
+}
+
+/// Calls the operation with the words that it takes.
+template <auto operation>
+void run(char** argv)
+{
+    if constexpr (wordCount(operation) == 2)
+        operation();
+    else if constexpr (wordCount(operation) == 3)
+        operation(argv[2]);
+    else
+        operation(argv[2], argv[3]);
 }
 
 template <auto operation>

@@ -57,7 +57,7 @@ public:
 
     void removeFile() const
     {
-        if (hasFile())
+        if (fileSize() >= 0)
             runCommandf("rm %s", DeviceFile(devicePath_).path());
     }
 
@@ -98,16 +98,16 @@ private:
             return false;
         const DeviceFile file(devicePath_);
         runCommandf("cat %s%s > %s", commandLine_, filter, file.path());
-        struct stat status;
-        return hasFile() && lstat(file.path(), &status) == 0 && status.st_size > 0;
+        return fileSize() > 0;
     }
 
-    /// What somebody else planted at the name is not ours.
-    [[nodiscard]] bool hasFile() const
+    /// -1: there is none, or what somebody else planted at the name.
+    [[nodiscard]] off_t fileSize() const
     {
         struct stat status;
-        return lstat(DeviceFile(devicePath_).path(), &status) == 0 && S_ISREG(status.st_mode) &&
-               status.st_uid == geteuid();
+        const bool isOurs = lstat(DeviceFile(devicePath_).path(), &status) == 0 && S_ISREG(status.st_mode) &&
+                            status.st_uid == geteuid();
+        return isOurs ? status.st_size : -1;
     }
 
     pid_t process_;

@@ -144,7 +144,7 @@ void cfgRenderNumber(const CfgVariable& variable, std::span<char> text)
 
 void cfgRenderText(const CfgVariable& variable, std::span<char> text)
 {
-    std::snprintf(text.data(), text.size(), "%s", static_cast<const char*>(variable.field));
+    copyText(text, static_cast<const char*>(variable.field));
 }
 
 void cfgRenderAddress(const CfgVariable& variable, std::span<char> text)
@@ -155,7 +155,7 @@ void cfgRenderAddress(const CfgVariable& variable, std::span<char> text)
 
 void cfgRenderAddrMode(const CfgVariable& variable, std::span<char> text)
 {
-    std::snprintf(text.data(), text.size(), "%s", fieldOf<std::uint32_t>(variable) != 0 ? "DHCP" : "STATIC");
+    copyText(text, fieldOf<std::uint32_t>(variable) != 0 ? "DHCP" : "STATIC");
 }
 
 void cfgRenderSecurity(const CfgVariable&, std::span<char> text)

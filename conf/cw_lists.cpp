@@ -14,9 +14,11 @@ int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config)
 int cwConfListDelete(const CwItem& item, const char* value, CwConfig& config)
 {
     cwConfRefresh(config);
-    if (!isCwList(item))
+    if (!isCwList(item)) {
         sayNotInList(value);
-    if (!isCwList(item) || !item.kind->list->remove(value, config))
+        return -1;
+    }
+    if (!item.kind->list->remove(value, config))
         return -1;
     config.saved = 0;
     return 0;

@@ -268,15 +268,13 @@ constexpr cli_node kKernelDebugRows[] = {
 constinit auto debugTable = facilityTable<kDebugAppCount>(debugCommand, kDebugRows);
 constinit auto kdebugTable = facilityTable<kDebugKernelModuleCount>(kdebugCommand, kKernelDebugRows);
 
-constinit cli_node debugSwitchTable[] = {
-    command("on", "turn on this debug", debugCommand),
-    command("off", "turn off this debug", debugCommand),
-};
+consteval std::array<cli_node, 2> switchTable(CliHandler handler)
+{
+    return {command("on", "turn on this debug", handler), command("off", "turn off this debug", handler)};
+}
 
-constinit cli_node kdebugSwitchTable[] = {
-    command("on", "turn on this debug", kdebugCommand),
-    command("off", "turn off this debug", kdebugCommand),
-};
+constinit auto debugSwitchTable = switchTable(debugCommand);
+constinit auto kdebugSwitchTable = switchTable(kdebugCommand);
 
 /// What stands behind the submodules of a module.
 constexpr cli_node kModuleVerbs[] = {
