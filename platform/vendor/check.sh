@@ -45,10 +45,11 @@ not_run() {
 in_namespace true || not_run "that takes a private mount namespace"
 mapfile -t sessions < <(find tests/sessions -maxdepth 1 -type f | sort)
 # Serial number, version, which the factory file has too, and hardware are the library's to tell.
-of_stub='STUB|build0241|etc/cw.conf|led_test'
-if [ $# -ne 0 ]; then
-    echo "check.sh: left out, as they show the stub's answers:" $(grep -lE "$of_stub" "${sessions[@]}") >&2
-    mapfile -t sessions < <(grep -LE "$of_stub" "${sessions[@]}")
+if [ $# -gt 0 ]; then
+    answers='STUB|build0241|etc/cw.conf|led_test'
+    mapfile -t of_stub < <(grep -lE "$answers" "${sessions[@]}")
+    mapfile -t sessions < <(grep -LE "$answers" "${sessions[@]}")
+    echo "check.sh: left out, as they show the stub's answers: ${of_stub[*]##*/}" >&2
 fi
 # The shared libraries that are not this machine's are on the device under the names by which they are found here.
 vendor_libraries=$(ldd "$vendor_program" | grep -oE '/[^ ]+' | grep -vE '^/(usr|lib)' || true)
