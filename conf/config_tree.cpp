@@ -23,7 +23,8 @@ void setItem(int argc, char** argv)
     for (int i = 4; i < argc; ++i)
         length = appendWord(words, length, argv[i]);
     cwConfRefresh(cwConfig);
-    cwConfSetItem(argv[3], words + 1, cwConfig);
+    const char* value = words + 1; // behind the blank
+    cwConfSetItem(argv[3], value, cwConfig);
 }
 
 /// A CAPWAP item, named by the fourth word: shown, set to the fifth, or changed by the commands of a list. The security

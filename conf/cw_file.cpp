@@ -113,7 +113,7 @@ void cwConfLoad(CwConfig& config)
 
 int cwConfWrite()
 {
-    cwConfigSnapshot.saved = cwConfig.saved;
+    cwConfigSnapshot.saved = cwConfig.saved; // which is no difference
     // Records are only ever copied as bytes, so equal ones have equal padding. NOLINTNEXTLINE(cert-*,bugprone-*)
     if (!cwFile.isAheadOfSnapshot && std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
         return 0;

@@ -50,7 +50,9 @@ if [ $# -gt 0 ]; then
     echo "check.sh: left out, with the stub's serial number: ${of_stub[*]##*/}" >&2
 fi
 # The shared libraries that are not this machine's are on the device under the names by which they are found here.
-vendor_libraries=$(ldd "$vendor_program" | grep -oE '/[^ ]+' | grep -vE '^/(usr|lib)' || true)
+linked=$(ldd "$vendor_program")
+! grep 'not found' <<<"$linked" || fail "give shared libraries by their paths"
+vendor_libraries=$(grep -oE '/[^ ]+' <<<"$linked" | grep -vE '^/(usr|lib)' || true)
 export vendor_libraries
 in_namespace scripts/play --vendor "$vendor_program" "${sessions[@]}" >&2
 echo "check.sh: the shell builds for a vendor's platform and runs on its paths" >&2

@@ -13,7 +13,8 @@ build_vendor() {
         ar rcs "$vendor_build/libstub.a" "$vendor_build/stub.o"
         set -- "$PWD/$vendor_build/libstub.a"
     fi
-    cmake -G Ninja -S . -B "$vendor_build" -DCLI_PLATFORM=vendor -DCLI_VENDOR_LIBS="$(IFS=';' && echo "$*")" \
+    # Anew, as a toolchain that the environment names may be another.
+    cmake --fresh -G Ninja -S . -B "$vendor_build" -DCLI_PLATFORM=vendor -DCLI_VENDOR_LIBS="$(IFS=';' && echo "$*")" \
         -DBUILD_TESTING=OFF -DCMAKE_BUILD_TYPE=Release >/dev/null
     cmake --build "$vendor_build" >"$vendor_build/log" || { cat "$vendor_build/log" >&2 && return 1; }
 }
