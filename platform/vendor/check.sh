@@ -49,7 +49,7 @@ if [ $# -gt 0 ]; then
     mapfile -t sessions < <(grep -L STUB "${sessions[@]}")
     echo "check.sh: left out, with the stub's serial number: ${of_stub[*]##*/}" >&2
 fi
-# The shared libraries that are not this machine's are on the device under the names by which they are found here.
+# The shared libraries that are not this machine's.
 linked=$(ldd "$vendor_program")
 ! grep 'not found' <<<"$linked" || fail "give shared libraries by their paths"
 vendor_libraries=$(grep -oE '/[^ ]+' <<<"$linked" | grep -vE '^/(usr|lib)' || true)

@@ -29,8 +29,8 @@ in_namespace() {
 }
 
 # make_device FOLDER PROGRAM: mounts a device's file system on the empty folder, with the program as "/cli". Its tools, in
-# "/tools", are the few of the system's that the shell itself runs. The files that the lines of vendor_libraries name are
-# there too.
+# "/tools", are the few of the system's that the shell itself runs. The shared libraries that the lines of
+# vendor_libraries name are there too.
 make_device() {
     local root=$1 node folder tool library
     mount --make-rprivate /
@@ -50,7 +50,7 @@ make_device() {
         fi
     done
     while IFS= read -r library; do
-        [ -z "$library" ] || install -D "$library" "$root$library"
+        [ -z "$library" ] || cp "$library" "$root/tools"
     done <<<"${vendor_libraries-}"
     for tool in cat grep rm; do
         ln -s "$(command -v "$tool")" "$root/tools/$tool"
