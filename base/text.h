@@ -35,7 +35,7 @@ constexpr char* putHex(char* out, std::uint8_t byte)
     return out;
 }
 
-/// Adds " %s" to a text of `length` characters, cut to the buffer, so that the first word stands behind a blank. Returns
+/// Adds " %s" to a text of `length` characters, cut to the buffer; the first word stands behind a blank, too. Returns
 /// the new length.
 std::size_t appendWord(std::span<char> buffer, std::size_t length, const char* word);
 

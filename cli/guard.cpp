@@ -11,6 +11,8 @@
 #include "platform/device_file.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
+#include "shell/signals.h"
+#include "shell/terminal.h"
 #include "shell/tools.h"
 
 namespace
@@ -149,7 +151,9 @@ int factoryResetCommand(int argc, char** argv)
 {
     const bool unattended = argc == 2 && std::strcmp(argv[1], "-n") == 0;
     std::fflush(stdout);
-    if (!unattended && act_confirm("The operation will do factory reset!\n") == 0)
+    const bool confirmed = unattended || act_confirm("The operation will do factory reset!\n") != 0;
+    restoreTerminal();
+    if (!confirmed || isInterrupted())
         return 0;
     resetStarted = true;
     return sys_factory_reset(unattended ? 1 : 0);

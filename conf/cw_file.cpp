@@ -47,7 +47,7 @@ void composeFile(const CwConfig& config, ConfText& text)
     char version[256] = "";
     get_full_version_string(version, sizeof version, kModelPrefix, numberFrom(kFirmwareMajor),
                             numberFrom(kFirmwareMinor), kFirmwareBuild);
-    text.append("# %s\n%s", version, kCwFrameLine);
+    text.append("# %.256s\n%s", version, kCwFrameLine);
     for (const CwSection& section : cwSections) {
         text.append("%s", section.fileTitle);
         for (const CwItem* item : section.items)

@@ -236,6 +236,7 @@ void appendToPipe(const char* text)
 
 PipedOutput::PipedOutput() : terminal_(-1)
 {
+    std::fflush(stdout);
     if (!linePipe.active)
         return;
     pieces.finish(store);
@@ -244,7 +245,6 @@ PipedOutput::PipedOutput() : terminal_(-1)
         linePipe.failed = true;
         file = open("/dev/null", O_WRONLY | O_CLOEXEC);
     }
-    std::fflush(stdout);
     terminal_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     if (terminal_ >= 0)
         dup2(file, STDOUT_FILENO);

@@ -78,6 +78,11 @@ void catchSignals()
         if (sigaction(signal, nullptr, &old) == 0 && old.sa_handler == SIG_DFL)
             sigaction(signal, &ending, nullptr);
     }
+    // Whoever started this process, or a library, may have left signals blocked, and the end of tools unheard.
+    sigprocmask(SIG_UNBLOCK, &ending.sa_mask, nullptr);
+    struct sigaction child;
+    if (sigaction(SIGCHLD, nullptr, &child) == 0 && child.sa_handler == SIG_IGN)
+        std::signal(SIGCHLD, SIG_DFL);
 }
 
 void removeAtEnd(const char* path)

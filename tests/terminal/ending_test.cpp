@@ -36,8 +36,12 @@ TEST_F(Ending, LeavesTheTerminalAsItWasFound)
     EXPECT_EQ(calls(), "reboot \n");
 }
 
+/// Also where its parent left the signals blocked.
 TEST_F(Ending, LeavesTheTerminalWhenASignalEndsIt)
 {
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_BLOCK, &all, nullptr);
     for (const int signal : {SIGTERM, SIGHUP, SIGUSR1}) {
         Session session;
         kill(session.pid(), signal);
