@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
@@ -33,20 +34,52 @@ constinit Reading reading{};
 
 void drawNothing() {}
 
+/// As readline knows it.
+struct Screen {
+    Screen() { rl_get_screen_size(&rows, &columns); }
+    int rows = 0;
+    int columns = 0;
+};
+
+/// In a single row readline 8.2 divides by a third of the width. As it does itself for one column, a screen too narrow
+/// for that gets the usual width; 1 then. A hook of readline's.
+int widenScreen()
+{
+    constexpr int kNarrowest = 3;
+    constexpr int kUsualWidth = 80;
+    const Screen screen;
+    if (screen.columns >= kNarrowest)
+        return 0;
+    rl_set_screen_size(screen.rows, kUsualWidth);
+    return 1;
+}
+
+/// readline cannot go back over a line that is higher than the screen, which is then cleared as a whole.
+void clearLine()
+{
+    const Screen screen;
+    if ((static_cast<int>(std::strlen(reading.prompt)) + rl_end) / screen.columns < screen.rows) {
+        rl_clear_visible_line();
+        return;
+    }
+    rl_explicit_arg = 0;
+    rl_clear_screen(1, 0);
+}
+
 /// Shows a dropped line as an interrupted prompt, where the terminal can take back what was typed. What readline does
 /// from here on to find its way out is not to be seen.
 void dropLine()
 {
     reading.isDropped = true;
+    reading.redisplay = rl_redisplay_function;
+    rl_redisplay_function = drawNothing;
     if (RL_ISSTATE(RL_STATE_TERMPREPPED) && !RL_ISSTATE(RL_STATE_COMPLETING) && rl_get_termcap("ce") != nullptr) {
-        rl_clear_visible_line();
+        clearLine();
         std::fputs(reading.prompt, stdout);
     }
     rl_echo_signal_char(SIGINT);
     rl_crlf();
     rl_deprep_terminal();
-    reading.redisplay = rl_redisplay_function;
-    rl_redisplay_function = drawNothing;
     reading.bell = rl_variable_value(kBellStyle);
     rl_variable_bind(kBellStyle, "none");
 }
@@ -61,8 +94,8 @@ void forgetDroppedLine()
     rl_variable_bind(kBellStyle, reading.bell);
 }
 
-/// readline's own way, but without stops of the output from the keyboard: the shell would stand still with them, deaf
-/// to its idle time and to signals. The two keys are then readline's.
+/// readline's own way, but without what would leave the shell deaf to its idle time and to signals: stops of the output
+/// from the keyboard, whose two keys are then readline's, and a read that waits for the key that an interrupt took.
 void prepareTerminal(int usesMeta)
 {
     rl_prep_terminal(usesMeta);
@@ -70,6 +103,7 @@ void prepareTerminal(int usesMeta)
     if (!RL_ISSTATE(RL_STATE_TERMPREPPED) || tcgetattr(STDIN_FILENO, &modes) != 0)
         return;
     modes.c_iflag &= ~static_cast<tcflag_t>(IXON);
+    modes.c_cc[VMIN] = 0;
     tcsetattr(STDIN_FILENO, TCSANOW, &modes);
 }
 
@@ -84,8 +118,10 @@ void adoptWindow()
 void redrawLine()
 {
     takeSignal(SIGCONT);
+    restoreTerminal();
     prepareTerminal(1);
     adoptWindow();
+    widenScreen();
     rl_forced_update_display();
 }
 
@@ -106,8 +142,13 @@ void handleSignals()
         rl_deprep_terminal();
         redrawLine();
     }
-    if (takeSignal(SIGWINCH) && followWindow())
-        rl_resize_terminal();
+    if (takeSignal(SIGWINCH) && followWindow()) {
+        rl_reset_screen_size();
+        if (widenScreen() != 0)
+            rl_forced_update_display();
+        else
+            rl_resize_terminal();
+    }
     if (isInterrupted())
         dropLine();
 }
@@ -140,9 +181,10 @@ int readKey(FILE* stream)
                 bindHelpKeyOnce();
             return key;
         }
-        if (count == 0)
+        // A terminal that is there may have lost the key to an interrupt.
+        if (count == 0 && (!RL_ISSTATE(RL_STATE_TERMPREPPED) || (input.revents & POLLHUP) != 0))
             return EOF;
-        if (errno != EINTR && errno != EAGAIN)
+        if (count < 0 && errno != EINTR && errno != EAGAIN)
             break;
     }
     // A command, a search or a half-typed key gives up at EOF, and comes back here for the next one.
@@ -170,6 +212,7 @@ void prepareLineReader()
     rl_catch_sigwinch = 0;
     rl_getc_function = readKey;
     rl_prep_term_function = prepareTerminal;
+    rl_startup_hook = widenScreen;
     unbindTraps();
     rememberTerminal();
     catchSignals();
@@ -192,11 +235,8 @@ void beginFreshRow()
 {
     if (isatty(STDOUT_FILENO) == 0)
         return;
-    int rows = 0;
-    int columns = 0;
-    rl_get_screen_size(&rows, &columns);
     if (rl_get_termcap("ce") != nullptr)
-        std::printf("%*s\r", columns - 1, "");
+        std::printf("%*s\r", Screen().columns - 1, "");
     else
         std::putchar('\n');
 }
