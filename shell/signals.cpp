@@ -1,6 +1,7 @@
 #include "shell/signals.h"
 
 #include <cstdio>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <readline/readline.h>
@@ -18,14 +19,24 @@ constexpr int kEndings[] = {SIGHUP, SIGTERM, SIGPIPE, SIGUSR1, SIGUSR2};
 constinit volatile std::sig_atomic_t noted[NSIG]{};
 constinit const char* volatile removedAtEnd = nullptr;
 
+/// A library's thread holds no signal back. One that it got is handed to the session's, whose number is the process's.
+bool isHandedOver(int signal)
+{
+    const pid_t process = getpid();
+    return syscall(SYS_gettid) != process && syscall(SYS_tgkill, process, process, signal) == 0;
+}
+
 void note(int signal)
 {
-    noted[signal] = 1;
+    if (!isHandedOver(signal))
+        noted[signal] = 1;
 }
 
 /// readline's terminal is only prepared while signals are held, so it is never caught in the middle of its work.
 void end(int signal)
 {
+    if (isHandedOver(signal))
+        return;
     if (removedAtEnd != nullptr)
         unlink(removedAtEnd);
     rl_deprep_terminal();
