@@ -147,8 +147,10 @@ void HeldSignals::stop()
     struct sigaction noting;
     sigset_t held;
     sigaction(SIGTSTP, &byDefault, &noting);
-    raise(SIGTSTP);
     sigprocmask(SIG_SETMASK, &outside_, &held);
+    // Who lost the terminal first, as beside another process of the job, has stood still and was continued already.
+    if (noted[SIGCONT] == 0)
+        raise(SIGTSTP);
     sigprocmask(SIG_SETMASK, &held, nullptr);
     sigaction(SIGTSTP, &noting, nullptr);
 }
