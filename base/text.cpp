@@ -39,6 +39,13 @@ void copyField(std::span<char> field, std::span<const char> text)
     fill(field, text.data(), std::min(text.size(), field.size() - 1));
 }
 
+void maskControlBytes(char* text, const char* kept)
+{
+    for (; *text != '\0'; ++text)
+        if (isControlByte(*text) && std::strchr(kept, *text) == nullptr)
+            *text = '?';
+}
+
 bool isDigits(const char* text)
 {
     while (isDigit(*text))

@@ -13,6 +13,15 @@ void copyText(std::span<char> field, const char* text);
 /// The same for a text that ends at its first zero or with the span.
 void copyField(std::span<char> field, std::span<const char> text);
 
+/// Whether a byte is a control byte: 0 to 31, or 127.
+constexpr bool isControlByte(char c)
+{
+    return (static_cast<unsigned char>(c) < ' ') || c == '\x7f';
+}
+
+/// Replaces the control bytes of `text` by '?', so that a terminal can show it. Those of `kept` stay.
+void maskControlBytes(char* text, const char* kept = "");
+
 /// Whether `text` consists of the characters 0 to 9 only; an empty text does.
 bool isDigits(const char* text);
 

@@ -12,7 +12,7 @@
 #include "platform/device_file.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
-#include "shell/pipe.h"
+#include "shell/pass_through.h"
 #include "shell/tools.h"
 
 namespace

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "base/text.h"
 #include "cli/guard.h"
 #include "conf/replay.h"
 #include "conf/sys_conf.h"
@@ -41,6 +42,7 @@ const char* nextPrompt()
     const std::size_t length = strnlen(sysConfig.hostname, sizeof prompt - sizeof kMark);
     std::memcpy(prompt, sysConfig.hostname, length);
     std::memcpy(prompt + length, kMark, sizeof kMark);
+    maskControlBytes(prompt);
     return prompt;
 }
 

@@ -10,7 +10,7 @@
 #include "diag/hardware_commands.h"
 #include "diag/radio_commands.h"
 #include "shell/executor.h"
-#include "shell/pipe.h"
+#include "shell/pass_through.h"
 
 namespace
 {

@@ -12,7 +12,7 @@
 #include "debug/debug_mask.h"
 #include "platform/debug_library.h"
 #include "shell/output.h"
-#include "shell/pipe.h"
+#include "shell/pipe_file.h"
 
 namespace
 {
@@ -232,7 +232,8 @@ int showCrashCommand(int, char**)
         char text[kCrashTextSize + 1] = {};
         if (read_crash(i, text, kCrashTextSize) < 0)
             break;
-        cli_printf("%d: %s", i + 1, text);
+        cli_printf("%d: ", i + 1);
+        cli_printLines(text);
     }
     read_crash_reset();
     return 0;

@@ -90,7 +90,9 @@ void printApInfo(std::span<const std::uint8_t> reply)
                info.acPorts[1]);
     cli_printf("    retry count          : %d\n", info.retryCount);
     cli_printf("    retry reason         : %.64s\n", info.retryReason);
-    cli_printf("    connect time         : %s\n", dateText(info.connectTime));
+    cli_print("    connect time         : ");
+    cli_printLines(dateText(info.connectTime));
+    cli_print("\n");
     cli_printf("    base-mac             : %s\n", macText(info.baseMac).text);
     cli_printf("    bulk data seq num    : %d\n", info.bulkSequence);
     cli_printf("    ap-mgmt-vlanid       : %d\n", info.managementVlan);

@@ -4,7 +4,7 @@
 #include "bios/platform_info.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
-#include "shell/pipe.h"
+#include "shell/pass_through.h"
 
 namespace
 {
@@ -35,8 +35,9 @@ int performanceCommand(int, char**)
     char uptime[256] = "";
     cli_printf("cpu usage rate: %d%%\n", get_cpu_usage_rate());
     cli_printf("memory usage rate: %d%%\n", get_memory_usage_rate());
-    uptime_main(uptime, sizeof uptime);
-    cli_printf("%.256s\n", uptime);
+    uptime_main(uptime, sizeof uptime - 1); // leaves a terminator
+    cli_printLines(uptime);
+    cli_print("\n");
     return 0;
 }
 

@@ -8,7 +8,7 @@
 
 #include "base/file_lines.h"
 #include "base/text.h"
-#include "shell/pipe.h"
+#include "shell/pass_through.h"
 #include "shell/tokenizer.h"
 
 namespace

@@ -2,9 +2,12 @@
 
 #include <cstdio>
 
+#include "base/text.h"
 #include "shell/alias.h"
 #include "shell/output.h"
-#include "shell/pipe.h"
+#include "shell/pass_through.h"
+#include "shell/pipe_file.h"
+#include "shell/signals.h"
 #include "shell/tokenizer.h"
 
 namespace
@@ -27,13 +30,29 @@ cli_node* selectNode(const char* line)
 bool segmentsAreCommands()
 {
     for (std::size_t i = 0; i <= tokenStore.segmentIndex; ++i) {
-        const char* word = tokenStore.segments[i];
+        char* word = tokenStore.segments[i];
         if (!isRootCommand(word)) {
+            maskControlBytes(word);
             std::printf("Command \"%s\" is not supported.\n", word);
             return false;
         }
     }
     return true;
+}
+
+/// Runs a built-in of the current line, then the rest of the line on what it printed. Returns the built-in's result.
+int runPiped(CliHandler handler)
+{
+    beginPipe();
+    setOutputSink(appendToPipe);
+    const int result = handler(tokenStore.pipeIndex, tokenStore.tokens);
+    setOutputSink(nullptr);
+    if (!flushPipe())
+        printPipeError();
+    else if (!isInterrupted())
+        runRestOfLine();
+    endPipe();
+    return result;
 }
 
 } // namespace
@@ -59,10 +78,8 @@ void sayNode(const cli_node& node)
 
 int helpLister(int argc, char** argv)
 {
-    for (int i = 0; i < argc; ++i) {
-        cli_print(argv[i]);
-        cli_print(" ");
-    }
+    for (int i = 0; i < argc; ++i)
+        cli_printf("%s ", argv[i]);
     cli_print(":\n");
     const cli_node* node = findNode(argc, argv);
     if (node == nullptr)

@@ -1,18 +1,21 @@
 #include "shell/output.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include <unistd.h>
 
 #include "base/file.h"
+#include "base/text.h"
 #include "shell/pieces.h"
-#include "shell/pipe.h"
 #include "shell/signals.h"
 
 namespace
 {
 
 constinit char message[kMessageSize]{};
+constinit OutputSink sink = nullptr;
 constinit bool isGathered = false;
 constinit Pieces pieces;
 
@@ -25,14 +28,38 @@ void show(const char* bytes, std::size_t length)
     });
 }
 
+std::ptrdiff_t countControlBytes(const char* text)
+{
+    return std::count_if(text, text + std::strlen(text), isControlByte);
+}
+
+/// Replaces the control bytes that the arguments brought into the message by '?'. To find them, formats the arguments
+/// once more, with blanks in place of the format's own control bytes.
+void maskArguments(const char* format, va_list arguments)
+{
+    char plainFormat[kMessageSize];
+    copyText(plainFormat, format);
+    std::replace_if(plainFormat, plainFormat + std::strlen(plainFormat), isControlByte, ' ');
+    char plain[kMessageSize];
+    std::vsnprintf(plain, sizeof plain, plainFormat, arguments);
+    for (std::size_t i = 0; plain[i] != '\0'; ++i)
+        if (isControlByte(plain[i]))
+            message[i] = '?';
+}
+
 } // namespace
+
+void setOutputSink(OutputSink newSink)
+{
+    sink = newSink;
+}
 
 void cli_print(const char* text)
 {
     if (isInterrupted())
         return;
-    if (pipeIsActive())
-        appendToPipe(text);
+    if (sink != nullptr)
+        sink(text);
     else if (isGathered)
         pieces.append(text, show);
     else
@@ -41,13 +68,26 @@ void cli_print(const char* text)
 
 int cli_printf(const char* format, ...)
 {
+    constexpr int kLongest = static_cast<int>(kMessageSize) - 1;
     va_list arguments;
     va_start(arguments, format);
     const int length = std::vsnprintf(message, sizeof message, format, arguments);
     va_end(arguments);
+    // A whole message with as many control bytes as its format has none from the arguments.
+    if (length > kLongest || countControlBytes(message) != countControlBytes(format)) {
+        va_start(arguments, format);
+        maskArguments(format, arguments);
+        va_end(arguments);
+    }
     cli_print(message);
-    constexpr int kLongest = static_cast<int>(kMessageSize) - 1;
-    return length < kLongest ? length : kLongest;
+    return std::min(length, kLongest);
+}
+
+void cli_printLines(const char* text)
+{
+    copyText(message, text);
+    maskControlBytes(message, "\n");
+    cli_print(message);
 }
 
 GatheredOutput::GatheredOutput()

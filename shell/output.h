@@ -1,4 +1,4 @@
-// What handlers say: the output routine and the shared message buffer.
+// What handlers print: the output routine and the shared message buffer.
 
 #ifndef SHELL_OUTPUT_H
 #define SHELL_OUTPUT_H
@@ -8,18 +8,27 @@
 /// Longest message, its terminator included; a longer one is cut.
 inline constexpr std::size_t kMessageSize = 1024;
 
-/// Said where a file cannot take what it should; the format of its device path.
+/// Printed when a file cannot take what it should; the format of its device path.
 inline constexpr char kCanNotWrite[] = "    Error: Can not write %s.\n";
 
-/// Says `text`: on standard output, or into the pipe while the line has one. Behind an interrupt nothing is said any
-/// more until the line ends.
+using OutputSink = void (*)(const char* text);
+
+/// Leads what is printed to `sink`, or back to the standard output if it is null.
+void setOutputSink(OutputSink sink);
+
+/// Prints the shell's own text as it stands. After an interrupt nothing is printed until the line ends.
 void cli_print(const char* text);
 
-/// Formats into the shared message buffer and says the result. Returns the number of characters said.
+/// Formats into the shared message buffer and prints the result. Control bytes stand in the format alone: those that
+/// the arguments bring along are shown as '?', so that data cannot drive the terminal. Returns the number of characters
+/// printed.
 [[gnu::format(printf, 1, 2)]] int cli_printf(const char* format, ...);
 
-/// While an object lives, what cli_print() says reaches the terminal in pieces of some kilobytes, for long texts that
-/// nothing waits within. What else is written to standard output meanwhile may come before them.
+/// Prints a text that a library returns whole: its line feeds stand, its other control bytes are shown as '?'.
+void cli_printLines(const char* text);
+
+/// While an object lives, what is printed reaches the terminal by the kilobyte. It is for long texts that are printed
+/// without a pause. What else is written to standard output meanwhile may come before them.
 class GatheredOutput
 {
 public:

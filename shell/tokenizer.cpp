@@ -219,7 +219,7 @@ void dumpTokens()
                tokenStore.tokenCount, kClassNames[static_cast<int>(tokenStore.previous)]);
     for (int i = 0; i < tokenStore.tokenCount; ++i) {
         cli_print("\"");
-        cli_print(tokenStore.tokens[i]);
+        cli_printf("%s", tokenStore.tokens[i]);
         cli_print("\"");
     }
     cli_print("\n");

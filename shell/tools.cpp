@@ -23,14 +23,10 @@ bool compose(std::span<char> buffer, const char* format, va_list arguments)
     return false;
 }
 
+/// Whether Ctrl-C or Ctrl-\ ended the system shell. A tool's exit status says nothing about it.
 bool endedByInterrupt(int status)
 {
-    constexpr int kSignalBase = 128; ///< a system shell reports a tool's signal above it
-    const auto isInterrupt = [](int signal) {
-        return signal == SIGINT || signal == SIGQUIT;
-    };
-    return status != -1 &&
-           (WIFSIGNALED(status) ? isInterrupt(WTERMSIG(status)) : isInterrupt(WEXITSTATUS(status) - kSignalBase));
+    return status != -1 && WIFSIGNALED(status) && (WTERMSIG(status) == SIGINT || WTERMSIG(status) == SIGQUIT);
 }
 
 } // namespace

@@ -12,8 +12,8 @@ inline constexpr std::size_t kCommandLength = 1024;
 /// Composes a command line. One that does not fit `buffer` is refused with a message: false, and the buffer is empty.
 [[gnu::format(printf, 2, 3)]] bool composeCommand(std::span<char> buffer, const char* format, ...);
 
-/// Says what was said before, then runs `command` with the system shell; the terminal is as it was found when it ends,
-/// and a tool that an interrupt ended interrupts the line. Returns the wait status, -1 if none.
+/// Says what was said before, then runs `command` with the system shell; the terminal is as it was found when it ends.
+/// If an interrupt ends the system shell, the line is interrupted. Returns the wait status, -1 if none.
 int runCommand(const char* command);
 
 /// Composes a command line of at most kCommandLength characters and runs it. A refused one returns -1.

@@ -182,6 +182,7 @@ TEST(StationList, ShowsEveryFieldInOrder)
          "invalid  \n    VlanID      : 65535"},
         {[](auto& r) { r.aid = 0; }, ": c00a\n", ": 0\n"},
         {[](auto& r) { r.radio = 255, r.vap = 0; }, "wlan1-va3", "wlan255-va0"},
+        {[](auto& r) { set(r.ssid, "g\x1b[2J\n"); }, "guest", "g?[2J?"},
         {[](auto& r) { fill(r.ssid, 's'), fill(r.reserved123, 's'); }, "guest", std::string(33, 's')},
     });
 }

@@ -15,7 +15,7 @@
 #include "shell/completion.h"
 #include "shell/executor.h"
 #include "shell/node.h"
-#include "shell/pipe.h"
+#include "shell/pass_through.h"
 #include "tests/terminal/shell.h"
 
 /// The sanitizer's own count, when there is a sanitizer.

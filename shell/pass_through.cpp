@@ -1,0 +1,65 @@
+#include "shell/pass_through.h"
+
+#include "platform/device_file.h"
+#include "shell/pipe_file.h"
+#include "shell/tokenizer.h"
+#include "shell/tools.h"
+
+namespace
+{
+
+/// Tokens of the current line as command text, a blank before each. One byte longer than a command may be, so that
+/// the composer notices the overflow.
+class TokenText
+{
+public:
+    TokenText(int first, int last) { appendTokens(text_, first, last); }
+    [[nodiscard]] const char* text() const { return text_; }
+
+private:
+    char text_[kCommandLength + 2];
+};
+
+/// False if the tool was not run, because there is no file for its output.
+bool runCaptured()
+{
+    if (!testPipeRoom())
+        return false;
+    const DeviceFile file(pipeFilePath());
+    runCommandf("%s > %s; cat %s%s", TokenText(0, wordCount()).text(), file.path(), file.path(),
+                TokenText(wordCount(), tokenStore.argc).text());
+    if (!testPipeRoom())
+        printPipeError();
+    return true;
+}
+
+} // namespace
+
+int capturePassThrough(int argc, char** argv)
+{
+    beginPipe();
+    const bool hasRun = runCaptured();
+    endPipe();
+    return hasRun ? 0 : directPassThrough(argc, argv);
+}
+
+int directPassThrough(int, char**)
+{
+    runCommandf("%s", TokenText(0, tokenStore.argc).text());
+    return 0;
+}
+
+void runShellCommand(const char* command)
+{
+    if (!pipeIsActive()) {
+        runCommand(command);
+    } else if (flushPipe()) {
+        runCommandf("%s >> %s", command, DeviceFile(pipeFilePath()).path());
+        testPipeRoom();
+    }
+}
+
+void runRestOfLine()
+{
+    runCommandf("cat %s%s", DeviceFile(pipeFilePath()).path(), TokenText(tokenStore.pipeIndex, tokenStore.argc).text());
+}
