@@ -10,6 +10,7 @@
 #include "conf/sys_conf.h"
 #include "platform/system_library.h"
 #include "shell/alias.h"
+#include "shell/environment.h"
 #include "shell/node.h"
 #include "shell/session.h"
 
@@ -51,6 +52,7 @@ const char* nextPrompt()
 int main(int argc, char** argv)
 {
     openStandardDescriptors();
+    secureEnvironment();
     install_signal_handler("cli", 0);
     loadAliases();
     prepareTree(cliRoot);

@@ -7,9 +7,11 @@
 #include <stdio_ext.h>
 
 #include <readline/history.h>
+#include <readline/readline.h>
 
 #include "base/text.h"
 #include "shell/completion.h"
+#include "shell/environment.h"
 #include "shell/executor.h"
 #include "shell/idle_timeout.h"
 #include "shell/line_reader.h"
@@ -73,8 +75,11 @@ void runLine(const char* line)
 
 void prepareSession()
 {
+    checkReadlineEnvironment();
     prepareLineReader();
     installCompletion();
+    // Reads readline's files while signals still end the process.
+    rl_initialize();
 }
 
 void runSession(const SessionHost& host)

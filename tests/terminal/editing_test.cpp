@@ -1,6 +1,8 @@
 #include <filesystem>
 #include <sstream>
 
+#include <sys/stat.h>
+
 #include "tests/terminal/shell.h"
 
 namespace
@@ -195,6 +197,14 @@ TEST_F(Editing, AWindowResizedUnderAToolIsKnown)
         session.send("\025ping\r");
         session.waitFor(example.after);
     }
+}
+
+TEST_F(Editing, StartsInAnyEnvironment)
+{
+    plantTool("ping", "echo \"[$COLUMNS $INPUTRC $BASH_ENV $LESSSECURE]\"");
+    ASSERT_EQ(mkfifo(path("/tmp/fifo").c_str(), S_IRUSR | S_IWUSR), 0);
+    Session session(shell({"COLUMNS=2147483647", "INPUTRC=" + path("/tmp/fifo"), "BASH_ENV=x"}));
+    EXPECT_EQ(session.ask("ping"), "[ /dev/null  1]\n");
 }
 
 TEST_F(Editing, ComesBackToTheForeground)
