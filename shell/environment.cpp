@@ -1,6 +1,7 @@
 #include "shell/environment.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -120,6 +121,21 @@ void checkInputrc()
     setenv(kInputrc, replacement, 1);
 }
 
+/// The terminal library reads the terminal's description below the user's folder first. It would wait for the other end
+/// of a pipe there, so it is not told of that folder then.
+void checkHome()
+{
+    const char* home = std::getenv("HOME");
+    const char* terminal = std::getenv("TERM");
+    if (home == nullptr || terminal == nullptr || *terminal == '\0')
+        return;
+    char path[PATH_MAX];
+    std::snprintf(path, sizeof path, "%s/.terminfo/%c/%s", home, *terminal, terminal);
+    struct stat status;
+    if (stat(path, &status) == 0 && !S_ISREG(status.st_mode))
+        unsetenv("HOME");
+}
+
 } // namespace
 
 void secureEnvironment()
@@ -139,4 +155,5 @@ void checkReadlineEnvironment()
         if (const char* text = std::getenv(name); text != nullptr && !isSize(text))
             unsetenv(name);
     checkInputrc();
+    checkHome();
 }

@@ -8,7 +8,8 @@
 void secureEnvironment();
 
 /// Removes a size of the screen that is no whole number from 1 to 1000. Has readline read its configuration file only
-/// if that and the files that it includes are small plain files. To be called before readline starts.
+/// if that and the files that it includes are small plain files. Removes a home folder whose description of the
+/// terminal is no plain file. To be called before readline starts.
 void checkReadlineEnvironment();
 
 #endif

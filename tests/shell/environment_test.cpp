@@ -81,4 +81,11 @@ TEST_F(Environment, KeepsReadlineFromFilesThatItCannotReadAtOnce)
     setenv("INPUTRC", "", 1);
     checkReadlineEnvironment();
     EXPECT_EQ(valueOf("INPUTRC"), "/etc/inputrc");
+    EXPECT_EQ(valueOf("HOME"), home);
+    setenv("TERM", "tty", 1);
+    for (const char* folder : {"/.terminfo", "/.terminfo/t"})
+        ASSERT_EQ(mkdir((home + folder).c_str(), S_IRWXU), 0);
+    ASSERT_EQ(mkfifo((home + "/.terminfo/t/tty").c_str(), S_IRUSR), 0);
+    checkReadlineEnvironment();
+    EXPECT_EQ(valueOf("HOME"), "-");
 }
