@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 #include <unistd.h>
 
 #include "base/file.h"
@@ -28,9 +29,12 @@ void show(const char* bytes, std::size_t length)
     });
 }
 
-std::ptrdiff_t countControlBytes(const char* text)
+int countControlBytes(std::string_view text)
 {
-    return std::count_if(text, text + std::strlen(text), isControlByte);
+    int count = 0;
+    for (const char c : text)
+        count += isControlByte(c) ? 1 : 0;
+    return count;
 }
 
 /// Replaces the control bytes that the arguments brought into the message by '?'. To find them, formats the arguments
