@@ -7,7 +7,7 @@
 #include <unistd.h>
 
 #include "base/address.h"
-#include "base/file.h"
+#include "base/text.h"
 #include "bios/platform_info.h"
 #include "platform/device_file.h"
 #include "platform/system_library.h"
@@ -92,6 +92,32 @@ void biosShowMac()
         cli_printf("%s\n", macText(mac).text);
 }
 
+/// Whether a folder of a path below "/tmp" is a link, which may lead out of it.
+bool leadsThroughLink(const char* devicePath)
+{
+    char folder[kRomPathSize];
+    copyText(folder, devicePath);
+    for (char* end = std::strrchr(folder, '/'); end >= folder + sizeof "/tmp"; end = std::strrchr(folder, '/')) {
+        *end = '\0';
+        struct stat status;
+        if (lstat(DeviceFile(folder).path(), &status) == 0 && S_ISLNK(status.st_mode))
+            return true;
+    }
+    return false;
+}
+
+/// Leaves at a name that a tool writes to nothing but this user's plain file that has no other name. False: what stands
+/// there cannot be removed.
+bool clearForTool(const char* devicePath)
+{
+    const DeviceFile file(devicePath);
+    struct stat status;
+    if (lstat(file.path(), &status) != 0)
+        return true;
+    const bool isOwn = S_ISREG(status.st_mode) && status.st_nlink == 1 && status.st_uid == geteuid();
+    return isOwn || unlink(file.path()) == 0;
+}
+
 /// Fetches `file` into "/tmp", where `save` expects it, and shows what the TFTP client said.
 void biosTftpGet(const char* server, const char* file)
 {
@@ -104,9 +130,9 @@ void biosTftpGet(const char* server, const char* file)
     if (!composeCommand(command, kTftpCommand, server, file, path, kTftpOutputFile))
         return;
 
-    // Neither file is written through a link that somebody planted, nor readable by others.
+    // Neither file is written through a link that somebody planted, nor is a new one readable by others.
     for (const char* written : {kTftpOutputFile, static_cast<const char*>(path)}) {
-        if (!makePrivateFile(written)) {
+        if (leadsThroughLink(written) || !clearForTool(written)) {
             cli_printf(kCanNotWrite, written);
             return;
         }
@@ -114,9 +140,6 @@ void biosTftpGet(const char* server, const char* file)
     const mode_t mask = umask(S_IRWXG | S_IRWXO);
     runCommandf(kTftpCommand, server, file, rom.path(), log.path());
     umask(mask);
-    struct stat fetched;
-    if (stat(rom.path(), &fetched) == 0 && fetched.st_size == 0)
-        unlink(rom.path());
 
     char show[DeviceFile::kPathSize + sizeof "cat "];
     if (composeCommand(show, "cat %s", log.path()))

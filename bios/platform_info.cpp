@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 #include <unistd.h>
 
 #include "base/file.h"
@@ -28,6 +29,8 @@ constexpr std::size_t kPartNumberLength = 9;
 
 /// The letter stands behind "Regcode:".
 constexpr std::size_t kRegionLetterOffset = offsetof(FlashImage, regionCode) + 8;
+
+constexpr char kRomNameCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-/";
 
 constexpr std::size_t kDumpLineBytes = 50;
 constexpr std::size_t kDumpByteWidth = 3;
@@ -197,7 +200,8 @@ int biosSaveDefaultRom()
 bool biosRomFilePath(char (&path)[kRomPathSize], const char* name)
 {
     std::snprintf(path, sizeof path, "/tmp/%s", name);
-    if (std::strchr(name, '/') == nullptr)
+    const bool leavesFolder = std::strstr(path, "/../") != nullptr || std::string_view(path).ends_with("/..");
+    if (*name != '-' && name[std::strspn(name, kRomNameCharacters)] == '\0' && !leavesFolder)
         return true;
     cli_printf("    Error: Invalid file name '%s'.\n", name);
     return false;

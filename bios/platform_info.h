@@ -36,7 +36,8 @@ int biosSaveDefaultRom();
 /// Longer than any name that a line can hold, behind the folder.
 inline constexpr std::size_t kRomPathSize = 1024;
 
-/// The device path of the ROM file `name` in "/tmp". A name that leads elsewhere is refused with a message: false.
+/// The device path of the ROM file `name` below "/tmp". A name that leads out of it, that begins like an option, or
+/// that has another character than letters, digits and "._-/" is refused with a message: false.
 bool biosRomFilePath(char (&path)[kRomPathSize], const char* name);
 
 /// Saves the ROM file `name` from "/tmp"; a refused name is -1.
