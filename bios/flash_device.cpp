@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <mtd/mtd-user.h>
 #include <sys/file.h>
@@ -35,6 +36,25 @@ bool opens(const char* path)
     if (fd < 0)
         return false;
     close(fd);
+    return true;
+}
+
+/// Waits until no other process has the lock, or for five seconds. False: an interrupt gave it up.
+bool waitForLock(int fd)
+{
+    constexpr timespec kPause = {0, 1'000'000};
+    constexpr time_t kPatience = 5;
+    timespec start;
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &start);
+    do {
+        if (flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+            return true;
+        nanosleep(&kPause, nullptr);
+        if (isInterrupted())
+            return false;
+        clock_gettime(CLOCK_MONOTONIC, &now);
+    } while (now.tv_sec - start.tv_sec - (now.tv_nsec < start.tv_nsec ? 1 : 0) < kPatience);
     return true;
 }
 
@@ -70,9 +90,7 @@ FlashDevice::FlashDevice(Access access)
 {
     if (biosFindMtdDevice(path_, sizeof path_) == 0)
         fd_ = openNode(path_, access == Access::kRead ? O_RDONLY : O_RDWR);
-    while (isOpen() && flock(fd_, LOCK_EX) != 0 && errno == EINTR) {
-        if (!isInterrupted())
-            continue;
+    if (isOpen() && !waitForLock(fd_)) {
         close(fd_);
         fd_ = -1;
     }
@@ -132,6 +150,8 @@ bool FlashDevice::storeCrc(const FlashImage* image) const
 
 void FlashDevice::erase()
 {
+    if (!isOpen())
+        return;
     erase_info_user block{.start = 0, .length = kEraseBlockSize};
     for (; block.start < sizeof(FlashImage); block.start += block.length) {
         eraseRequest(MEMUNLOCK, block);
@@ -149,5 +169,6 @@ void FlashDevice::eraseRequest(unsigned long request, erase_info_user& block)
         std::snprintf(path, sizeof path, "/dev/mtd%s", std::strpbrk(path_, "0123456789"));
         characterFd_ = openNode(path, O_RDWR);
     }
-    control(ioctl, characterFd_, request, block);
+    if (characterFd_ >= 0)
+        control(ioctl, characterFd_, request, block);
 }

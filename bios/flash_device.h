@@ -14,8 +14,9 @@ struct erase_info_user;
 /// when there is none; `path` then holds whatever was read last.
 int biosFindMtdDevice(char* path, std::size_t size);
 
-/// Opens the partition, waits until no other process has it open in this way, and closes it again. Where none opened,
-/// reads and writes do nothing.
+/// Opens the partition, lets other processes that have it open in this way finish, and closes it again. It waits for
+/// them for at most five seconds and then goes on beside them; an interrupt meanwhile closes it. Where none is open,
+/// nothing is read, written or erased.
 class FlashDevice
 {
 public:

@@ -93,9 +93,8 @@ int readField(const char* operation, std::size_t offset, char* text, std::size_t
 }
 
 /// Writes one field; the checksum is then that of the partition as it stands.
-int writeField(const char* operation, std::size_t offset, const char* text, std::size_t size)
+int writeField(const FlashDevice& device, const char* operation, std::size_t offset, const char* text, std::size_t size)
 {
-    const FlashDevice device(FlashDevice::Access::kReadWrite);
     if (!device.isOpen())
         return -1;
     device.write(offset, text, size);
@@ -103,26 +102,8 @@ int writeField(const char* operation, std::size_t offset, const char* text, std:
     return 0;
 }
 
-} // namespace
-
-constinit PlatformInfo platformInfo{};
-
-int biosErase()
+void printDump(const FlashImage& image)
 {
-    FlashDevice(FlashDevice::Access::kReadWrite).erase();
-    return 0;
-}
-
-int biosDumpRawInfo()
-{
-    FlashImage image{};
-    // Other processes do not wait until a slow terminal has taken the dump.
-    const bool matches = [&image] {
-        const FlashDevice device(FlashDevice::Access::kRead);
-        device.read(0, &image, sizeof image);
-        return device.crcMatches();
-    }();
-
     const GatheredOutput gathered;
     char line[kDumpLineBytes * kDumpByteWidth + sizeof "\n"];
     char* end = line;
@@ -139,7 +120,25 @@ int biosDumpRawInfo()
     }
     *end = '\0';
     cli_print(line);
-    if (!matches)
+}
+
+} // namespace
+
+constinit PlatformInfo platformInfo{};
+
+int biosErase()
+{
+    FlashDevice(FlashDevice::Access::kReadWrite).erase();
+    return 0;
+}
+
+int biosDumpRawInfo()
+{
+    // Unlocked between the two: other processes do not wait until a slow terminal has taken the dump.
+    FlashImage image{};
+    FlashDevice(FlashDevice::Access::kRead).read(0, &image, sizeof image);
+    printDump(image);
+    if (!FlashDevice(FlashDevice::Access::kRead).crcMatches())
         sayCrcError("biosDumpRawInfo");
     return 0;
 }
@@ -258,6 +257,7 @@ int biosGetRegCode(char& letter)
 
 int biosSetMac(const char* text)
 {
+    const FlashDevice device(FlashDevice::Access::kReadWrite);
     char digits[kMacDigits];
     std::size_t count = 0;
     for (; *text != '\0' && count < kMacDigits; ++text)
@@ -267,17 +267,19 @@ int biosSetMac(const char* text)
         cli_printf(" [Error - %s]: Invalid Mac Address length (%d)\n", "biosSetMac", static_cast<int>(count));
         return -1;
     }
-    return writeField("biosSetMac", offsetof(FlashImage, mac), digits, sizeof digits);
+    return writeField(device, "biosSetMac", offsetof(FlashImage, mac), digits, sizeof digits);
 }
 
 int biosSetOemSn(const char* text)
 {
     setField(platformInfo.oemSn, text);
-    return writeField("biosSetOemSn", offsetof(FlashImage, oemSn), platformInfo.oemSn, kFlashSlotSize);
+    const FlashDevice device(FlashDevice::Access::kReadWrite);
+    return writeField(device, "biosSetOemSn", offsetof(FlashImage, oemSn), platformInfo.oemSn, kFlashSlotSize);
 }
 
 int biosSetQlnSn(const char* text)
 {
     setField(platformInfo.qlnSn, text);
-    return writeField("biosSetQlnSn", offsetof(FlashImage, qlnSn), platformInfo.qlnSn, kFlashSlotSize);
+    const FlashDevice device(FlashDevice::Access::kReadWrite);
+    return writeField(device, "biosSetQlnSn", offsetof(FlashImage, qlnSn), platformInfo.qlnSn, kFlashSlotSize);
 }

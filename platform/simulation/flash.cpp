@@ -111,7 +111,9 @@ bool readRecord(int fd, PlatformInfo& info)
 {
     if (fd < 0)
         return false;
-    flock(fd, LOCK_EX); // A writer of whole images is let finish.
+    // A writer of whole images is let finish, within five seconds.
+    for (int tries = 0; tries < 500 && flock(fd, LOCK_EX | LOCK_NB) != 0; ++tries)
+        usleep(10'000);
     FlashImage image;
     const bool complete = readImage(fd, image, offsetof(FlashImage, mac));
     close(fd);
