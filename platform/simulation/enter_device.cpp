@@ -1,7 +1,8 @@
-// What keeps a shell on its simulated device: no line that is typed reaches a program or a process of the PC.
+// What keeps a program on its simulated device: no line that is typed reaches a program or a process of the PC.
 
 #include "platform/simulation/enter_device.h"
 
+#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
@@ -13,6 +14,9 @@
 
 namespace
 {
+
+/// The root stands in PATH, and unquoted in command lines.
+constexpr char kRootCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/._-";
 
 constexpr const char* kTools[] = {
     "brctl",
@@ -44,6 +48,17 @@ constexpr const char* kTools[] = {
     "top",
 };
 
+/// Gives a variable its only value: of several, programs differ in which one they take. Ends the process where there is
+/// no memory for that.
+void setVariable(const char* app, const char* variable, const char* value)
+{
+    if (unsetenv(variable) == 0 && setenv(variable, value, 1) == 0)
+        return;
+    std::fprintf(stderr, "%s: cannot set %s, which keeps this program on its simulated access point: %s.\n", app,
+                 variable, std::strerror(errno));
+    std::exit(EXIT_FAILURE);
+}
+
 bool isExecutable(const char* devicePath)
 {
     return access(DeviceFile(devicePath).path(), X_OK) == 0;
@@ -55,25 +70,28 @@ void enterDevice(const char* app)
 {
     const char* named = std::getenv("CLI_SIM_ROOT");
     char root[PATH_MAX];
-    if (named == nullptr || realpath(named, root) == nullptr || std::strpbrk(root, ":") != nullptr ||
+    if (named == nullptr || realpath(named, root) == nullptr || root[std::strspn(root, kRootCharacters)] != '\0' ||
         std::strcmp(root, "/") == 0) {
-        std::fprintf(stderr, "%s: CLI_SIM_ROOT must name the folder of a simulated access point.\n", app);
-        std::exit(EXIT_FAILURE);
-    }
-    setenv("CLI_SIM_ROOT", root, 1);
-    for (const char* tool : kTools) {
-        char path[32];
-        std::snprintf(path, sizeof path, "/bin/%s", tool);
-        char link[32];
-        std::snprintf(link, sizeof link, "/usr/bin/%s", tool);
-        if (isExecutable(path) || isExecutable(link))
-            continue;
-        std::fprintf(stderr, "%s: %s has no tool \"%s\", see platform/simulation/lay_out.\n", app, root, tool);
+        std::fprintf(
+            stderr,
+            "%s: CLI_SIM_ROOT must name the folder of a simulated access point, of A-Z a-z 0-9 / . _ - alone.\n", app);
         std::exit(EXIT_FAILURE);
     }
     char path[sizeof root + sizeof root + sizeof "/bin:/usr/bin"];
     std::snprintf(path, sizeof path, "%s/bin:%s/usr/bin", root, root);
-    setenv("PATH", path, 1);
+    setVariable(app, "PATH", path);
+    setVariable(app, "CLI_SIM_ROOT", root);
+
+    for (const char* tool : kTools) {
+        char file[32];
+        std::snprintf(file, sizeof file, "/bin/%s", tool);
+        char link[32];
+        std::snprintf(link, sizeof link, "/usr/bin/%s", tool);
+        if (isExecutable(file) || isExecutable(link))
+            continue;
+        std::fprintf(stderr, "%s: %s has no tool \"%s\", see platform/simulation/lay_out.\n", app, root, tool);
+        std::exit(EXIT_FAILURE);
+    }
     // An emulator of another processor would have its own name.
     prctl(PR_SET_NAME, app);
 }

@@ -9,15 +9,13 @@
 
 #include "platform/device_file.h"
 #include "platform/simulation/daemon/supervisor.h"
+#include "platform/simulation/enter_device.h"
 
 int main()
 {
     const pid_t parent = getppid();
+    enterDevice("cwWtpd");
     const char* root = std::getenv("CLI_SIM_ROOT");
-    if (root == nullptr || *root == '\0') {
-        std::fprintf(stderr, "cwWtpd: CLI_SIM_ROOT must name the folder of a simulated access point.\n");
-        return EXIT_FAILURE;
-    }
     umask(S_IRWXG | S_IRWXO);
     const int lock =
         open(DeviceFile("/tmp/cwWtpd.lock").path(), O_CREAT | O_RDWR | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
