@@ -3,6 +3,7 @@
 //
 //     booted                        when, in seconds since 1970
 //     consoles/<process>            a link to the terminal of a shell
+//     idle_ends/<process>           the idle time that ended a shell, until scripts/run has said so
 //     hostname                      in use, until a reboot takes up the configured one
 //     traffic                       what the daemon counts for each interface
 //     debug_*, kernel_log, crashes  switches, logs and records of the debug library
