@@ -106,8 +106,8 @@ bool leadsThroughLink(const char* devicePath)
     return false;
 }
 
-/// Leaves at a name that a tool writes to nothing but this user's plain file that has no other name. False: what stands
-/// there cannot be removed.
+/// Removes what stands at a name that a tool will write to, unless it is a plain file of this user without a second
+/// name. False: it cannot be removed.
 bool clearForTool(const char* devicePath)
 {
     const DeviceFile file(devicePath);

@@ -14,9 +14,9 @@ struct erase_info_user;
 /// when there is none; `path` then holds whatever was read last.
 int biosFindMtdDevice(char* path, std::size_t size);
 
-/// Opens the partition, lets other processes that have it open in this way finish, and closes it again. It waits for
-/// them for at most five seconds and then goes on beside them; an interrupt meanwhile closes it. Where none is open,
-/// nothing is read, written or erased.
+/// Opens the partition, locks it against other objects of this class, and closes it at the end. Another process's lock
+/// is waited for for at most five seconds, then ignored; an interrupt while waiting leaves the partition closed. While
+/// it is closed, nothing is read, written or erased.
 class FlashDevice
 {
 public:
