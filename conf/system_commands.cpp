@@ -63,9 +63,12 @@ int applyMgmtAddr(const char* value)
     return runCommand(command);
 }
 
+// The tools that take up the name would take one that begins with '-' for an option.
 int applyHostname(const char* value)
 {
     constexpr int kTooLong = -2;
+    if (value[0] == '-')
+        return refuseValue(value);
     const int verdict = valid_hostname(value);
     if (verdict == kTooLong)
         return refuse("    Error: The string is too long, the upper limit is 36.\n");
