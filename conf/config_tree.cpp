@@ -22,9 +22,8 @@ void setItem(int argc, char** argv)
     std::size_t length = 0;
     for (int i = 4; i < argc; ++i)
         length = appendWord(words, length, argv[i]);
-    cwConfRefresh(cwConfig);
     const char* value = words + 1; // behind the blank
-    cwConfSetItem(argv[3], value, cwConfig);
+    cwConfChange(argv[3], value);
 }
 
 /// A CAPWAP item, named by the fourth word: shown, set to the fifth, or changed by the commands of a list. The security

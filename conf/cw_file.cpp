@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "base/address.h"
 #include "base/firmware_version.h"
 #include "base/text.h"
 #include "conf/conf_file.h"
@@ -73,26 +74,58 @@ int saveFile(const CwConfig& config)
     return 0;
 }
 
+/// Whether an item gives the record its own address.
+bool setsOwnAddress(const char* key, const char* value)
+{
+    const CwItem* item = cwConfItem(key);
+    std::uint32_t address;
+    return item != nullptr && item->kind == &kOwnAddress && parseIpv4(value, &address);
+}
+
+/// The system record shows the address that was last set.
+void showOwnAddress(const CwConfig& config)
+{
+    copyText(sysConfig.staticAddr, ipv4Text(config.staticIpAddr).text);
+}
+
+/// Reads the file over `config`, whose lists it empties first. False when it cannot be read to its end, which is said.
+bool readItems(CwConfig& config, bool& hasOwnAddress)
+{
+    ConfItems items(kReader, kCwConfFile);
+    cwConfClearLists(config);
+    while (items.next()) {
+        cwConfSetItem(items.key(), items.value(), config);
+        hasOwnAddress = hasOwnAddress || setsOwnAddress(items.key(), items.value());
+    }
+    return !items.failed();
+}
+
 } // namespace
 
 // The items go to a copy first: a file that cannot be read to its end counts for nothing.
 int cwConfRead(CwConfig& config)
 {
-    ConfItems items(kReader, kCwConfFile);
     CwConfig fresh;
-    char staticAddr[sizeof sysConfig.staticAddr];
+    bool hasOwnAddress = false;
     std::memcpy(&fresh, &config, sizeof fresh);
-    std::memcpy(staticAddr, sysConfig.staticAddr, sizeof staticAddr);
-    cwConfClearLists(fresh);
-    while (items.next())
-        cwConfSetItem(items.key(), items.value(), fresh);
-    if (items.failed()) {
+    if (!readItems(fresh, hasOwnAddress)) {
         cwConfCopy(fresh, config);
-        std::memcpy(sysConfig.staticAddr, staticAddr, sizeof staticAddr);
         return -1;
     }
     fresh.saved = 1;
     cwConfCopy(config, fresh);
+    if (hasOwnAddress)
+        showOwnAddress(config);
+    return 0;
+}
+
+int cwConfChange(const char* key, const char* value)
+{
+    cwConfRefresh(cwConfig);
+    if (cwConfSetItem(key, value, cwConfig) != 0)
+        return -1;
+    if (setsOwnAddress(key, value))
+        showOwnAddress(cwConfig);
     return 0;
 }
 

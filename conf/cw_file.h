@@ -8,8 +8,8 @@
 inline constexpr char kCwConfFile[] = "/cfg/cw.conf";
 
 /// Reads the file over the record: both AC lists are rebuilt, every other item without a line keeps its value. 0, with
-/// the record marked as saved, or -1 when the file cannot be opened or not be read to its end, which is said; the
-/// record is then as it was.
+/// the record marked as saved and an address of the access point shown by the system record, too. -1 when the file
+/// cannot be opened or not be read to its end, which is said; both records are then as they were.
 int cwConfRead(CwConfig& config);
 
 /// When the file is another than the one last read or written, or could not be read: reads it and takes the snapshot.
@@ -17,6 +17,10 @@ void cwConfRefresh(CwConfig& config);
 
 /// Reads the file whatever its time and takes the snapshot. A missing file changes nothing, silently.
 void cwConfLoad(CwConfig& config);
+
+/// Refreshes the process's record and applies an item to it, as cwConfSetItem() does. The system record shows an
+/// address of the access point, too.
+int cwConfChange(const char* key, const char* value);
 
 /// Saves the process's record and has the daemon restarted, unless the record equals the snapshot and the snapshot the
 /// file. 0, or -1 when the file cannot be written, or could not be read; the old file then stays.

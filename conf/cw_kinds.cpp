@@ -6,7 +6,6 @@
 
 #include "base/address.h"
 #include "base/text.h"
-#include "conf/sys_conf.h"
 #include "shell/output.h"
 
 namespace
@@ -119,24 +118,15 @@ void renderAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> 
 }
 
 /// A bad address is named by what it should be.
-bool storeAddress(const CwItem& item, const char* value, CwConfig& config, const char* what = "IP")
+void storeAddress(const CwItem& item, const char* value, CwConfig& config, const char* what)
 {
-    if (parseIpv4(value, &(config.*item.field.doubleWord)))
-        return true;
-    cli_printf("    Error: Invalid %s address '%s'\n", what, value);
-    return false;
+    if (!parseIpv4(value, &(config.*item.field.doubleWord)))
+        cli_printf("    Error: Invalid %s address '%s'\n", what, value);
 }
 
 bool setAddress(const CwItem& item, const char* value, CwConfig& config)
 {
-    storeAddress(item, value, config);
-    return true;
-}
-
-bool setOwnAddress(const CwItem& item, const char* value, CwConfig& config)
-{
-    if (storeAddress(item, value, config))
-        copyText(sysConfig.staticAddr, ipv4Text(config.staticIpAddr).text);
+    storeAddress(item, value, config, "IP");
     return true;
 }
 
@@ -229,7 +219,7 @@ const CwKind kVlan = {setVlan, renderNumber, nullptr};
 const CwKind kDiscoveryType = {setDiscoveryType, renderNumber, nullptr};
 const CwKind kAddrMode = {setAddrMode, renderAddrMode, nullptr};
 const CwKind kAddress = {setAddress, renderAddress, nullptr};
-const CwKind kOwnAddress = {setOwnAddress, renderAddress, nullptr};
+const CwKind kOwnAddress = {setAddress, renderAddress, nullptr};
 const CwKind kMulticast = {setMulticast, renderAddress, nullptr};
 const CwKind kSecurity = {setSecurity, renderSecurity, nullptr};
 const CwKind kText = {setText, renderTextItem, nullptr};

@@ -68,7 +68,7 @@ extern const CwKind kVlan;          ///< checked; two reserved numbers are answe
 extern const CwKind kDiscoveryType; ///< a number or its keyword
 extern const CwKind kAddrMode;      ///< "static" or "dhcp"
 extern const CwKind kAddress;       ///< an address; a bad one is answered by a message, and accepted
-extern const CwKind kOwnAddress;    ///< the same; the system record holds its text too
+extern const CwKind kOwnAddress;    ///< the same; the system record shows it too
 extern const CwKind kMulticast;     ///< the same with another message
 extern const CwKind kSecurity;      ///< list of data channel options
 extern const CwKind kText;          ///< cut to the field

@@ -163,7 +163,7 @@ TEST_F(ConfTest, OtherValues)
     set("ApScanRptTimer", "65537");
     for (const int timer : cwConfig.apScanRptTimer)
         EXPECT_EQ(timer, 1);
-    EXPECT_STREQ(sysConfig.staticAddr, "1.2.0.3");
+    EXPECT_STREQ(sysConfig.staticAddr, "192.168.1.2") << "a record changes no other";
     EXPECT_STREQ(cwConfigSnapshot.hwVer, "QWX40R") << "the snapshot keeps the text it was taken with";
     EXPECT_EQ(set("Echo-interval", "5"), unknown + "Echo-interval'\n");
 }
