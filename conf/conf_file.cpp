@@ -1,12 +1,9 @@
 #include "conf/conf_file.h"
 
-#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
-#include <sys/stat.h>
 
-#include "platform/device_file.h"
 #include "shell/output.h"
 
 bool splitConfLine(char* line, char** key, char** value)
@@ -18,18 +15,6 @@ bool splitConfLine(char* line, char** key, char** value)
     *key = line;
     *value = equals + 1;
     return true;
-}
-
-ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time)
-{
-    struct stat status;
-    *time = {};
-    if (stat(DeviceFile(devicePath).path(), &status) != 0)
-        return errno == ENOENT || errno == ENOTDIR ? ConfFileStatus::Missing : ConfFileStatus::Unknown;
-    *time = {.seconds = static_cast<std::uint32_t>(status.st_mtim.tv_sec),
-             .nanoseconds = static_cast<std::uint32_t>(status.st_mtim.tv_nsec),
-             .number = status.st_ino};
-    return ConfFileStatus::Known;
 }
 
 ConfItems::ConfItems(const char* reader, const char* devicePath)

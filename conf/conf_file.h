@@ -4,31 +4,11 @@
 #define CONF_CONF_FILE_H
 
 #include <cstddef>
-#include <cstdint>
 
 #include "base/file_lines.h"
 
 /// Splits `line` in place at its first '='; blanks stay. False, and nothing changed, without one.
 bool splitConfLine(char* line, char** key, char** value);
-
-/// Modification time of a file, cut to the width of the records' field, and its number on the disk: some file systems
-/// count only seconds, but a file that was replaced is another one.
-struct ConfFileTime {
-    std::uint32_t seconds;
-    std::uint32_t nanoseconds;
-    std::uint64_t number;
-
-    bool operator==(const ConfFileTime&) const = default;
-};
-
-enum class ConfFileStatus : std::uint8_t {
-    Known,
-    Missing, ///< there is no such file
-    Unknown, ///< nobody can say; it may still be readable
-};
-
-/// Stores the modification time of a device file, zeros unless it is known.
-ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
 
 /// Reads the items of a configuration file: comments and empty lines are passed over, bad lines reported.
 class ConfItems

@@ -13,6 +13,7 @@ static_assert(std::is_trivially_copyable_v<CwConfig> && std::is_standard_layout_
 
 constinit CwConfig cwConfig{};
 constinit CwConfig cwConfigSnapshot{};
+constinit CwConfig cwConfigBase{};
 
 namespace
 {
@@ -166,9 +167,12 @@ bool refersTo(const CwConfig& config, const char* text)
 
 void releaseVersion(const char* text)
 {
-    const bool isDefault = text == kHwVer || text == kSwVer;
-    if (!isDefault && !refersTo(cwConfig, text) && !refersTo(cwConfigSnapshot, text))
-        std::free(const_cast<char*>(text));
+    if (text == kHwVer || text == kSwVer)
+        return;
+    for (const CwConfig* config : {&cwConfig, &cwConfigSnapshot, &cwConfigBase})
+        if (refersTo(*config, text))
+            return;
+    std::free(const_cast<char*>(text));
 }
 
 } // namespace
@@ -215,14 +219,6 @@ bool cwConfAppendHostname(CwConfig& config, const char* name)
         return false;
     copyText(config.acHostnames[config.acHostnameCount++], name);
     return true;
-}
-
-void cwConfClearLists(CwConfig& config)
-{
-    std::memset(config.acAddresses, 0, sizeof config.acAddresses);
-    std::memset(config.acHostnames, 0, sizeof config.acHostnames);
-    config.acAddressCount = 0;
-    config.acHostnameCount = 0;
 }
 
 void cw_assert(int value)

@@ -1,4 +1,4 @@
-// The CAPWAP configuration: the record in memory, and the snapshot that holds it as the file last had it.
+// The CAPWAP configuration: the record in memory, and copies of it as the file had it.
 
 #ifndef CONF_CW_CONF_H
 #define CONF_CW_CONF_H
@@ -152,15 +152,18 @@ inline constexpr std::uint8_t kSecIpsec = 0x80;
 /// The instance that the shell's record is made for.
 inline constexpr std::uint8_t kShellInstance = 2;
 
-/// The process's record, and its copy as last read from the file. Both are zero until `config` is prepared.
+/// The process's record; its copy as last read from the file, with which saving compares it; its copy as last read or
+/// written, and before that as it began, from which it differs by what this session has changed. All are zero until
+/// `config` is prepared.
 extern CwConfig cwConfig;
 extern CwConfig cwConfigSnapshot;
+extern CwConfig cwConfigBase;
 
 /// Fills the record with the defaults.
 void cwConfDefault(CwConfig& config, std::uint8_t instance);
 
-/// Replaces a version text by a copy of `value` on the heap. The old copy is released unless the process's record or
-/// its snapshot still refers to it. False when memory is short; the text then stays.
+/// Replaces a version text by a copy of `value` on the heap. The old copy is released unless one of the process's
+/// records still refers to it. False when memory is short; the text then stays.
 bool cwConfSetVersion(const char*& text, const char* value);
 
 /// Makes `to` the same bytes as `from`. Version texts that `to` alone referred to are released.
@@ -169,9 +172,6 @@ void cwConfCopy(CwConfig& to, const CwConfig& from);
 /// Appends without any check but that of the record's room. False: the list is full.
 bool cwConfAppendAddress(CwConfig& config, std::uint32_t address);
 bool cwConfAppendHostname(CwConfig& config, const char* name);
-
-/// Empties both lists.
-void cwConfClearLists(CwConfig& config);
 
 /// Returns only when `value` is not zero; otherwise the process dies of a memory fault, one second later.
 void cw_assert(int value);

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "conf/conf_file.h"
 #include "conf/cw_items.h"
+#include "conf/file_watch.h"
 #include "conf/sys_conf.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
@@ -18,29 +19,16 @@ namespace
 constexpr char kReader[] = "cwConfRead";
 constexpr char kModelPrefix[] = "QK91MV";
 
-/// What there is to know of the file beside the record.
-struct CwFileState {
-    ConfFileTime time;      ///< when it was last read or written
-    bool isUnreadable;      ///< the last attempt to read it failed
-    bool isAheadOfSnapshot; ///< it was written since the snapshot was taken
-};
+constinit FileWatch cwFile(kCwConfFile);
 
-constinit CwFileState cwFile{};
-
-/// Reads the file and takes the snapshot. After a failure everything is as before, so the next refresh tries again.
-void readCwFile(CwConfig& config, const ConfFileTime& time)
+/// Reads the file and takes the snapshot.
+void readCwFile(CwConfig& config)
 {
-    cwFile.isUnreadable = cwConfRead(config) != 0;
-    if (cwFile.isUnreadable)
+    if (!cwFile.read([&config] { return cwConfRead(config) == 0; }))
         return;
-    config.fileTime = time.seconds;
+    config.fileTime = cwFile.seconds();
     cwConfCopy(cwConfigSnapshot, config);
-    cwFile = {time, false, false};
-}
-
-bool isReadAt(const CwConfig& config, const ConfFileTime& time)
-{
-    return !cwFile.isUnreadable && time.seconds == config.fileTime && time == cwFile.time;
+    cwConfCopy(cwConfigBase, config);
 }
 
 void composeFile(const CwConfig& config, ConfText& text)
@@ -56,22 +44,6 @@ void composeFile(const CwConfig& config, ConfText& text)
                          [&text](const char* key, const char* value) { text.append("%s=%s\n", key, value); });
     }
     text.append("#Wireless temp:\n%s", kCwFrameLine);
-}
-
-/// What could not be read is not overwritten: nobody has seen what it holds.
-int saveFile(const CwConfig& config)
-{
-    ConfText text;
-    ConfFileTime time;
-    composeFile(config, text);
-    const ConfFolderLock lock;
-    if (cwFile.isUnreadable && confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing)
-        return -1;
-    if (replaceConfFile(kCwConfFile, text) != 0)
-        return -1;
-    confFileTime(kCwConfFile, &time);
-    cwFile = {time, false, true};
-    return 0;
 }
 
 /// Whether an item gives the record its own address.
@@ -92,12 +64,42 @@ void showOwnAddress(const CwConfig& config)
 bool readItems(CwConfig& config, bool& hasOwnAddress)
 {
     ConfItems items(kReader, kCwConfFile);
-    cwConfClearLists(config);
+    for (const CwItem& item : cwItems)
+        if (isCwList(item))
+            item.kind->list->clear(config);
     while (items.next()) {
         cwConfSetItem(items.key(), items.value(), config);
         hasOwnAddress = hasOwnAddress || setsOwnAddress(items.key(), items.value());
     }
     return !items.failed();
+}
+
+/// Reads the file over `config`, a copy of the process's record, but for the items that this session has changed. The
+/// system record is left alone.
+bool mergeFile(CwConfig& config)
+{
+    bool hasOwnAddress = false;
+    if (!readItems(config, hasOwnAddress))
+        return false;
+    for (const CwSection& section : cwSections)
+        for (const CwItem* item : section.items)
+            if (!cwConfItemIsSame(*item, cwConfig, cwConfigBase))
+                cwConfCopyItem(*item, cwConfig, config);
+    return true;
+}
+
+/// Writes `config`, a copy of the process's record, to the file, with what others have changed there since it was read.
+bool saveFile(CwConfig& config)
+{
+    ConfText text;
+    const ConfFolderLock lock;
+    if (!cwFile.catchUp([&config] { return mergeFile(config); }))
+        return false;
+    composeFile(config, text);
+    if (replaceConfFile(kCwConfFile, text) != 0)
+        return false;
+    cwFile.noteWritten();
+    return true;
 }
 
 } // namespace
@@ -131,28 +133,32 @@ int cwConfChange(const char* key, const char* value)
 
 void cwConfRefresh(CwConfig& config)
 {
-    ConfFileTime time;
-    if (confFileTime(kCwConfFile, &time) == ConfFileStatus::Known && !isReadAt(config, time))
-        readCwFile(config, time);
+    if (cwFile.hasChanged())
+        readCwFile(config);
 }
 
 void cwConfLoad(CwConfig& config)
 {
-    ConfFileTime time;
-    cwFile = {};
-    if (confFileTime(kCwConfFile, &time) != ConfFileStatus::Missing)
-        readCwFile(config, time);
+    cwConfCopy(cwConfigBase, config);
+    if (cwFile.exists())
+        readCwFile(config);
 }
 
 int cwConfWrite()
 {
     cwConfigSnapshot.saved = cwConfig.saved; // which is no difference
     // Records are only ever copied as bytes, so equal ones have equal padding. NOLINTNEXTLINE(cert-*,bugprone-*)
-    if (!cwFile.isAheadOfSnapshot && std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
+    if (!cwFile.isNewerThanSnapshot() && std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
         return 0;
-    if (saveFile(cwConfig) != 0)
+    CwConfig merged;
+    std::memcpy(&merged, &cwConfig, sizeof merged);
+    if (!saveFile(merged)) {
+        cwConfCopy(merged, cwConfig);
         return -1;
-    cwConfig.saved = 1;
+    }
+    merged.saved = 1;
+    cwConfCopy(cwConfig, merged);
+    cwConfCopy(cwConfigBase, merged);
     cli_print("CAPWAP parameter changed, capwap daemon is reloading\n");
     runCommand("pkill cwWtpd\n");
     cwConfRefresh(cwConfig);
@@ -162,5 +168,6 @@ int cwConfWrite()
 void cwConfDrop()
 {
     cwConfig.fileTime = 0;
-    cwConfLoad(cwConfig);
+    if (cwFile.exists())
+        readCwFile(cwConfig);
 }

@@ -13,20 +13,24 @@ inline constexpr char kCwConfFile[] = "/cfg/cw.conf";
 int cwConfRead(CwConfig& config);
 
 /// When the file is another than the one last read or written, or could not be read: reads it and takes the snapshot.
+/// That it cannot be read is said once for a file in one state.
 void cwConfRefresh(CwConfig& config);
 
-/// Reads the file whatever its time and takes the snapshot. A missing file changes nothing, silently.
+/// Starts with a record of defaults: reads the file whatever its time and takes the snapshot. A missing file changes
+/// nothing, silently.
 void cwConfLoad(CwConfig& config);
 
 /// Refreshes the process's record and applies an item to it, as cwConfSetItem() does. The system record shows an
 /// address of the access point, too.
 int cwConfChange(const char* key, const char* value);
 
-/// Saves the process's record and has the daemon restarted, unless the record equals the snapshot and the snapshot the
-/// file. 0, or -1 when the file cannot be written, or could not be read; the old file then stays.
+/// Saves the process's record and has the daemon restarted, unless the record equals the snapshot. What others have
+/// changed in the file since it was last read or written is taken into the record first, but for the items that have
+/// been changed in the record, too; a list is one item. 0, or -1 when the file cannot be written, or be read if it has
+/// changed, which is said; file and record are then as they were.
 int cwConfWrite();
 
-/// Throws away the unsaved changes of the process's record that the file has a line for.
+/// Reads the file whatever its time, over the unsaved changes of the process's record.
 void cwConfDrop();
 
 #endif

@@ -1,6 +1,7 @@
 #include "conf/cw_items.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 #include "conf/messages.h"
@@ -197,4 +198,25 @@ int cwConfSetItem(const char* key, const char* value, CwConfig& config)
     }
     config.saved = 0;
     return 0;
+}
+
+bool cwConfItemIsSame(const CwItem& item, const CwConfig& one, const CwConfig& other)
+{
+    const int count = cwValueCount(item, one);
+    bool isSame = count == cwValueCount(item, other);
+    for (int i = 0; isSame && i < count; ++i) {
+        char value[kCwValueSize];
+        char otherValue[kCwValueSize];
+        item.kind->render(item, one, i, std::span(value));
+        item.kind->render(item, other, i, std::span(otherValue));
+        isSame = std::strcmp(value, otherValue) == 0;
+    }
+    return isSame;
+}
+
+void cwConfCopyItem(const CwItem& item, const CwConfig& from, CwConfig& to)
+{
+    if (isCwList(item))
+        item.kind->list->clear(to);
+    forEachValue(item, from, [&](const char*, const char* value) { item.kind->set(item, value, to); });
 }

@@ -35,17 +35,28 @@ const CwItem* cwConfItem(std::string_view key);
 /// that is unknown are answered by a message and -1, with the record as it was.
 int cwConfSetItem(const char* key, const char* value, CwConfig& config);
 
+/// Whether two records have the same values of an item of the file.
+bool cwConfItemIsSame(const CwItem& item, const CwConfig& one, const CwConfig& other);
+
+/// Gives `to` the values that `from` has of an item of the file.
+void cwConfCopyItem(const CwItem& item, const CwConfig& from, CwConfig& to);
+
 /// Whether the item holds several values.
 inline bool isCwList(const CwItem& item)
 {
     return item.kind->list != nullptr;
 }
 
+inline int cwValueCount(const CwItem& item, const CwConfig& config)
+{
+    return isCwList(item) ? item.kind->list->count(config) : 1;
+}
+
 /// Calls `line(key, value)` for every value of an item.
 template <typename Line>
 void forEachValue(const CwItem& item, const CwConfig& config, Line line)
 {
-    const int count = isCwList(item) ? item.kind->list->count(config) : 1;
+    const int count = cwValueCount(item, config);
     for (int i = 0; i < count; ++i) {
         char value[kCwValueSize];
         item.kind->render(item, config, i, std::span(value));

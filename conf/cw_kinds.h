@@ -45,6 +45,7 @@ struct CwItem {
 /// What an item of several values has besides.
 struct CwList {
     int (*count)(const CwConfig& config);
+    void (*clear)(CwConfig& config);
     const char* countName; ///< how the display names the number of values
     const char* addHelp;
     const char* deleteHelp;

@@ -58,6 +58,12 @@ int countAcAddresses(const CwConfig& config)
     return config.acAddressCount;
 }
 
+void clearAcAddresses(CwConfig& config)
+{
+    std::memset(config.acAddresses, 0, sizeof config.acAddresses);
+    config.acAddressCount = 0;
+}
+
 bool holdsAcAddress(const CwConfig& config, std::uint32_t address)
 {
     for (int i = 0; i < config.acAddressCount; ++i)
@@ -107,6 +113,12 @@ int countAcHostnames(const CwConfig& config)
     return config.acHostnameCount;
 }
 
+void clearAcHostnames(CwConfig& config)
+{
+    std::memset(config.acHostnames, 0, sizeof config.acHostnames);
+    config.acHostnameCount = 0;
+}
+
 /// A surplus name is dropped silently.
 bool addAcHostname(const char* value, CwConfig& config)
 {
@@ -122,6 +134,7 @@ bool removeAcHostname(const char* value, CwConfig& config)
 
 constexpr CwList kAddressList = {
     .count = countAcAddresses,
+    .clear = clearAcAddresses,
     .countName = "acStaticIpAddrListCnt",
     .addHelp = kAddAcAddressHelp,
     .deleteHelp = kDeleteAcAddressHelp,
@@ -131,6 +144,7 @@ constexpr CwList kAddressList = {
 
 constexpr CwList kHostnameList = {
     .count = countAcHostnames,
+    .clear = clearAcHostnames,
     .countName = "acHostNameCnt",
     .addHelp = kAddAcHostnameHelp,
     .deleteHelp = kDeleteAcHostnameHelp,

@@ -4,5 +4,6 @@
 #define CONF_MESSAGES_H
 
 inline constexpr char kInvalidParameter[] = "    Error: Invalid parameter '%s'.\n";
+inline constexpr char kCanNotRead[] = "    Error: Can not read %s.\n";
 
 #endif

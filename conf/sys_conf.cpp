@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "conf/conf_file.h"
+#include "conf/file_watch.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
 
@@ -15,24 +16,25 @@ namespace
 
 constexpr char kFrameLine[] = "#=====================SYS CONF PARAMs========================\n";
 
-/// What there is to know of the file beside the record.
-struct SysFileState {
-    ConfFileTime time; ///< when it was last read, or could not be
-    bool isUnreadable; ///< the last attempt to read it failed, although it is there
-};
-
-constinit SysFileState sysFile{};
+constinit FileWatch sysFile(kSysConfFile);
 
 void setSerialNumber(SysConfig& config)
 {
     read_sn(config.hostname, sizeof config.hostname, 0);
 }
 
-/// Keeps the time also when reading fails: every prompt refreshes the record, and the failure is to be said once.
-void readSysFile(SysConfig& config, const ConfFileTime& time)
+bool readSysFile(SysConfig& config)
 {
-    sysFile = {time, sysConfRead(config) != 0};
-    config.fileTime = time.seconds;
+    const bool isRead = sysFile.read([&config] { return sysConfRead(config) == 0; });
+    if (isRead)
+        config.fileTime = sysFile.seconds();
+    return isRead;
+}
+
+/// Has the process's record hold what others have written. False, which is said, when that cannot be read.
+bool catchUp()
+{
+    return sysFile.catchUp([] { return readSysFile(sysConfig); });
 }
 
 } // namespace
@@ -86,38 +88,27 @@ int sysConfWrite()
 
 void sysConfRefresh(SysConfig& config)
 {
-    ConfFileTime time;
-    if (confFileTime(kSysConfFile, &time) != ConfFileStatus::Known)
-        return;
-    if (time.seconds != config.fileTime || time != sysFile.time)
-        readSysFile(config, time);
+    if (sysFile.hasChanged())
+        readSysFile(config);
 }
 
 void sysConfLoad(SysConfig& config)
 {
-    ConfFileTime time;
-    const ConfFileStatus status = confFileTime(kSysConfFile, &time);
-    readSysFile(config, time);
-    if (status == ConfFileStatus::Missing)
-        sysFile.isUnreadable = false;
+    readSysFile(config);
 }
 
 int sysConfChange(const char* key, const char* value)
 {
     const ConfFolderLock lock;
-    if (sysFile.isUnreadable && FileLines(kSysConfFile).isOpen())
-        sysConfLoad(sysConfig);
-    else
-        sysConfRefresh(sysConfig);
+    const bool isCaughtUp = catchUp();
     sysConfSetItem(key, value, sysConfig);
-    return sysFile.isUnreadable ? -1 : sysConfWrite();
+    return isCaughtUp ? sysConfWrite() : -1;
 }
 
 int sysConfCommit()
 {
     const ConfFolderLock lock;
-    sysConfRefresh(sysConfig);
-    return sysFile.isUnreadable ? -1 : sysConfWrite();
+    return catchUp() ? sysConfWrite() : -1;
 }
 
 void sysConfShow(const char* item, SysConfig& config)

@@ -31,15 +31,16 @@ int sysConfSetItem(const char* key, const char* value, SysConfig& config);
 /// Replaces the file by the process's record. 0, or -1 when it cannot be written; the old file then stays.
 int sysConfWrite();
 
-/// Re-reads the file when it is another than the one last read.
+/// Re-reads the file when it is another than the one last read, or could not be read. That it cannot be read is said
+/// once for a file in one state.
 void sysConfRefresh(SysConfig& config);
 
-/// Reads the file whatever its time.
+/// Reads the file whatever its time. A failure is said likewise.
 void sysConfLoad(SysConfig& config);
 
 /// Applies one item to the process's record and writes the file. What other shells wrote meanwhile is kept. 0, or -1
-/// when the file cannot be written, or is there and cannot be read; it then stays. What could not be written is in the
-/// record nevertheless.
+/// when the file cannot be written, or is there and cannot be read, which is said; it then stays. What could not be
+/// written is in the record nevertheless.
 int sysConfChange(const char* key, const char* value);
 
 /// Writes the file anew from the process's record, with what other shells wrote meanwhile. 0 or -1 likewise.
