@@ -295,11 +295,18 @@ void cfgCommit(char**)
     cwConfWrite();
 }
 
+/// `cp` writes into the old file: until the copy is on the disk a power cut can leave a part of it.
+void copyFactoryFile(const char* from, const char* to)
+{
+    runCommandf("cp %s %s", DeviceFile(from).path(), DeviceFile(to).path());
+    syncConfFile(to);
+}
+
 void cfgFactoryReset(char**)
 {
     const ConfFolderLock lock;
-    runCommandf("cp %s %s", DeviceFile("/etc/cw.conf").path(), DeviceFile(kCwConfFile).path());
-    runCommandf("cp %s %s", DeviceFile("/etc/sys.conf").path(), DeviceFile(kSysConfFile).path());
+    copyFactoryFile("/etc/cw.conf", kCwConfFile);
+    copyFactoryFile("/etc/sys.conf", kSysConfFile);
     configPrepare(nullptr, nullptr);
     runCommand("pkill cwWtpd");
 }

@@ -73,4 +73,7 @@ public:
 /// with a message when the text cannot be written to its end or another shell keeps the lock.
 int replaceConfFile(const char* devicePath, const ConfText& text);
 
+/// Has a configuration file that a tool wrote, and its folder, reach the disk.
+void syncConfFile(const char* devicePath);
+
 #endif

@@ -235,3 +235,16 @@ int replaceConfFile(const char* devicePath, const ConfText& text)
         cli_printf(kCanNotWrite, devicePath);
     return outcome == Outcome::Written ? 0 : -1;
 }
+
+void syncConfFile(const char* devicePath)
+{
+    char path[kPathSize];
+    const int fd = openPlainFile(devicePath);
+    if (fd < 0)
+        return;
+    fsync(fd);
+    close(fd);
+    copyText(path, DeviceFile(devicePath).path());
+    if (followLinks(path))
+        syncFolder(path);
+}

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <sstream>
 #include <sys/resource.h>
 #include <unistd.h>
 #include <utility>
@@ -21,22 +22,38 @@ namespace
 /// it is left alone.
 ssize_t readableBytes = -1;
 
+/// Whether every fsync() is a line of the recorders, too.
+bool isSyncRecorded = false;
+
+std::string nameOf(int fd)
+{
+    std::error_code none;
+    return fs::read_symlink("/proc/self/fd/" + std::to_string(fd), none).string();
+}
+
 } // namespace
 
 extern "C" ssize_t __real_read(int fd, void* bytes, size_t size);
 
-// The linker puts this in the place of every read() of the shell.
+// The linker puts this and the next in the place of every read() and fsync() of the shell.
 extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
 {
     static bool isInterrupted = false;
-    const std::string link = "/proc/self/fd/" + std::to_string(fd);
-    std::error_code none;
-    if (readableBytes < 0 || fs::read_symlink(link, none).string().find("/cfg/") == std::string::npos)
+    if (readableBytes < 0 || nameOf(fd).find("/cfg/") == std::string::npos)
         return __real_read(fd, bytes, size);
     isInterrupted = !isInterrupted;
     const off_t left = readableBytes - lseek(fd, 0, SEEK_CUR);
     errno = isInterrupted ? EINTR : EIO;
     return isInterrupted || left <= 0 ? -1 : __real_read(fd, bytes, std::min(size, static_cast<size_t>(left)));
+}
+
+extern "C" int __real_fsync(int fd);
+
+extern "C" int __wrap_fsync(int fd)
+{
+    if (isSyncRecorded)
+        std::system(("echo sync " + nameOf(fd) + " >>$CLI_SIM_ROOT/tmp/calls").c_str());
+    return __real_fsync(fd);
 }
 
 namespace
@@ -150,6 +167,21 @@ TEST_F(ConfFileTest, AReplacementIsNewer)
     EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::Missing);
 }
 
+// A power cut then leaves the factory's configuration.
+TEST_F(ConfFileTest, FactoryFilesAreOnTheDiskBeforeTheDaemonEnds)
+{
+    startSaved();
+    plantRecorder("cp");
+    isSyncRecorded = true;
+    EXPECT_EQ(type("cfg -x"), "");
+    isSyncRecorded = false;
+    std::ostringstream expected;
+    for (const char* file : {"/cw.conf", "/sys.conf"})
+        expected << "cp " << path("/etc") << file << ' ' << path("/cfg") << file << "\nsync " << path("/cfg") << file
+                 << "\nsync " << path("/cfg") << '\n';
+    EXPECT_EQ(calls(), expected.str() + "pkill cwWtpd\n");
+}
+
 // A failure is said once for a file; whoever would write over it hears of it each time.
 TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
 {
@@ -158,6 +190,7 @@ TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
     const std::string items = "factorysn=F1\nhostname=ap2\nbaudrate=115200\nadmin-timeout=";
     const std::string text = fileOf(items + "5\n");
     readableBytes = 100;
+    sysConfig.hostname[0] = '\0';
     for (const int change : {0, 1}) {
         writeAt(change, "/cfg/sys.conf", text);
         EXPECT_EQ(prepare(), said);
