@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
@@ -11,6 +10,7 @@
 #include <readline/readline.h>
 
 #include "shell/completion.h"
+#include "shell/screen.h"
 #include "shell/signals.h"
 #include "shell/terminal.h"
 
@@ -33,38 +33,6 @@ struct Reading {
 constinit Reading reading{};
 
 void drawNothing() {}
-
-/// As readline knows it.
-struct Screen {
-    Screen() { rl_get_screen_size(&rows, &columns); }
-    int rows = 0;
-    int columns = 0;
-};
-
-/// In a single row readline 8.2 divides by a third of the width. As it does itself for one column, a screen too narrow
-/// for that gets the usual width; 1 then. A hook of readline's.
-int widenScreen()
-{
-    constexpr int kNarrowest = 3;
-    constexpr int kUsualWidth = 80;
-    const Screen screen;
-    if (screen.columns >= kNarrowest)
-        return 0;
-    rl_set_screen_size(screen.rows, kUsualWidth);
-    return 1;
-}
-
-/// readline cannot go back over a line that is higher than the screen, which is then cleared as a whole.
-void clearLine()
-{
-    const Screen screen;
-    if ((static_cast<int>(std::strlen(reading.prompt)) + rl_end) / screen.columns < screen.rows) {
-        rl_clear_visible_line();
-        return;
-    }
-    rl_explicit_arg = 0;
-    rl_clear_screen(1, 0);
-}
 
 /// Shows a dropped line as an interrupted prompt, where the terminal can take back what was typed. What readline does
 /// from here on to find its way out is not to be seen.
@@ -107,22 +75,13 @@ void prepareTerminal(int usesMeta)
     tcsetattr(STDIN_FILENO, TCSANOW, &modes);
 }
 
-/// For where readline shows nothing that depends on the size.
-void adoptWindow()
-{
-    if (followWindow() && RL_ISSTATE(RL_STATE_INITIALIZED))
-        rl_reset_screen_size();
-}
-
 /// What the session went through while the process stood still leaves the screen and the modes to be made again.
 void redrawLine()
 {
     takeSignal(SIGCONT);
     restoreTerminal();
     prepareTerminal(1);
-    adoptWindow();
-    widenScreen();
-    rl_forced_update_display();
+    drawLine();
 }
 
 void handleSignals()
@@ -142,13 +101,8 @@ void handleSignals()
         rl_deprep_terminal();
         redrawLine();
     }
-    if (takeSignal(SIGWINCH) && followWindow()) {
-        rl_reset_screen_size();
-        if (widenScreen() != 0)
-            rl_forced_update_display();
-        else
-            rl_resize_terminal();
-    }
+    if (takeSignal(SIGWINCH))
+        redrawResizedLine();
     if (isInterrupted())
         dropLine();
 }
@@ -228,17 +182,6 @@ void keepLine(const char* line)
         isPrepared = true;
     }
     add_history(line);
-}
-
-// Blanks, one fewer than a row has, end in the next row unless they began in the first column.
-void beginFreshRow()
-{
-    if (isatty(STDOUT_FILENO) == 0)
-        return;
-    if (rl_get_termcap("ce") != nullptr)
-        std::printf("%*s\r", Screen().columns - 1, "");
-    else
-        std::putchar('\n');
 }
 
 char* readLine(const LineSource& source)

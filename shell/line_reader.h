@@ -3,6 +3,8 @@
 #ifndef SHELL_LINE_READER_H
 #define SHELL_LINE_READER_H
 
+#include "shell/screen.h"
+
 /// What the reader needs of its session.
 struct LineSource {
     /// Writes the prompt of the next line into the buffer that is returned, which stays until the next call.
@@ -18,9 +20,6 @@ void prepareLineReader();
 
 /// Adds a line to the history, which holds the last 1,000, as they were entered whatever is edited later.
 void keepLine(const char* line);
-
-/// Puts the cursor of the terminal, wherever it stands, at the beginning of a row that holds nothing.
-void beginFreshRow();
 
 /// Reads a line, which the caller frees. Null: the end of input. An interrupt drops the line and begins a fresh one.
 char* readLine(const LineSource& source);
