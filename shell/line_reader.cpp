@@ -76,7 +76,7 @@ void prepareTerminal(int usesMeta)
 }
 
 /// What the session went through while the process stood still leaves the screen and the modes to be made again.
-void redrawLine()
+void redrawAfterStop()
 {
     takeSignal(SIGCONT);
     restoreTerminal();
@@ -95,14 +95,14 @@ void handleSignals()
         rl_crlf();
         rl_deprep_terminal();
         reading.signals->stop();
-        redrawLine();
+        redrawAfterStop();
     }
     if (takeSignal(SIGCONT)) {
         rl_deprep_terminal();
-        redrawLine();
+        redrawAfterStop();
     }
-    if (takeSignal(SIGWINCH))
-        redrawResizedLine();
+    if (takeSignal(SIGWINCH) && RL_ISSTATE(RL_STATE_TERMPREPPED))
+        redrawLine();
     if (isInterrupted())
         dropLine();
 }

@@ -1,7 +1,6 @@
 #include "shell/screen.h"
 
 #include <cstdio>
-#include <cstring>
 #include <unistd.h>
 
 #include <readline/readline.h>
@@ -18,19 +17,47 @@ struct Screen {
     int columns = 0;
 };
 
+/// readline breaks a prompt into rows when it is set. While it shows a message, like that of a search, it keeps the
+/// prompt aside.
+void layOutPrompts()
+{
+    if (rl_display_prompt != rl_prompt) {
+        rl_restore_prompt();
+        rl_expand_prompt(rl_prompt);
+        rl_save_prompt();
+    }
+    rl_expand_prompt(rl_display_prompt);
+}
+
+void fitWindow()
+{
+    adoptWindow();
+    widenScreen();
+    layOutPrompts();
+}
+
+/// readline 8.2 does not move the cursor to a row of the line whose number is above the height of the screen. On a
+/// screen of one row it scrolls the line instead.
+void withAnyHeight(rl_hook_func_t* draw)
+{
+    constexpr int kAnyHeight = 32767;
+    const Screen screen;
+    if (screen.rows > 1)
+        rl_set_screen_size(kAnyHeight, 0);
+    draw();
+    rl_set_screen_size(screen.rows, 0);
+}
+
 } // namespace
 
-// In a single row readline 8.2 divides by a third of the width. As it does itself for one column, a screen too narrow
-// for that gets the usual width.
+// readline 8.2 divides by columns / 3 on a screen of one row.
 int widenScreen()
 {
     constexpr int kNarrowest = 3;
     constexpr int kUsualWidth = 80;
-    const Screen screen;
-    if (screen.columns >= kNarrowest)
-        return 0;
-    rl_set_screen_size(screen.rows, kUsualWidth);
-    return 1;
+    if (Screen().columns < kNarrowest)
+        rl_set_screen_size(0, kUsualWidth);
+    return 0;
 }
 
 void adoptWindow()
@@ -39,34 +66,26 @@ void adoptWindow()
         rl_reset_screen_size();
 }
 
-// readline cannot go back over a line that is higher than the screen, which is then cleared as a whole.
 void clearLine()
 {
-    const Screen screen;
-    if ((static_cast<int>(std::strlen(rl_prompt)) + rl_end) / screen.columns < screen.rows) {
-        rl_clear_visible_line();
-        return;
-    }
-    rl_explicit_arg = 0;
-    rl_clear_screen(1, 0);
+    withAnyHeight(rl_clear_visible_line);
 }
 
 void drawLine()
 {
-    adoptWindow();
-    widenScreen();
-    rl_forced_update_display();
+    fitWindow();
+    withAnyHeight(rl_forced_update_display);
 }
 
-void redrawResizedLine()
+// The rows are counted, and cleared, as they were drawn: for the old size.
+void redrawLine()
 {
-    if (!followWindow())
+    if (RL_ISSTATE(RL_STATE_COMPLETING)) {
+        fitWindow();
         return;
-    rl_reset_screen_size();
-    if (widenScreen() != 0)
-        rl_forced_update_display();
-    else
-        rl_resize_terminal();
+    }
+    clearLine();
+    drawLine();
 }
 
 // Blanks, one fewer than a row has, end in the next row unless they began in the first column.
@@ -74,6 +93,7 @@ void beginFreshRow()
 {
     if (isatty(STDOUT_FILENO) == 0)
         return;
+    adoptWindow();
     if (rl_get_termcap("ce") != nullptr)
         std::printf("%*s\r", Screen().columns - 1, "");
     else

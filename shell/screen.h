@@ -3,21 +3,21 @@
 #ifndef SHELL_SCREEN_H
 #define SHELL_SCREEN_H
 
-/// A hook of readline's for the start of a line: pretends a usual width where the window is too narrow for readline.
-/// Returns 1 then.
+/// A hook of readline's for the start of a line: tells it of 80 columns if the window is too narrow for it.
 int widenScreen();
 
-/// Takes over the size of the window. Call it where nothing that depends on the size is on the screen.
+/// Tells readline the size of the window if that has changed. For where nothing is shown that depends on the size.
 void adoptWindow();
 
-/// Clears the rows of the line and leaves the cursor at the beginning of the first one.
+/// Clears the rows of the line. The cursor then stands at the beginning of the first one.
 void clearLine();
 
-/// Draws the line in a window of any size, beginning at the cursor.
+/// Draws the line for the size of the window; its first row is the cursor's.
 void drawLine();
 
-/// Draws the line anew where it stands, if the window was resized.
-void redrawResizedLine();
+/// Draws the line anew for the size of the window, where it stands. If readline asks a question below it, it draws the
+/// line itself after the answer.
+void redrawLine();
 
 /// Puts the cursor of the terminal, wherever it stands, at the beginning of a row that holds nothing.
 void beginFreshRow();

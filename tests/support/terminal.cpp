@@ -134,6 +134,16 @@ void Terminal::waitForScreen(const std::string& text)
     consumed_ = shown_.size();
 }
 
+void Terminal::waitForExactly(const std::string& text, VTermPos place)
+{
+    const auto isThere = [&] {
+        return screen() == withoutBlanksAtTheEnd(text) && vterm_pos_cmp(cursor(), place) == 0;
+    };
+    waitUntil([&] { return isThere() && !readMore(kQuiet); },
+              text + "\nwith the cursor at " + std::to_string(place.row) + ", " + std::to_string(place.col));
+    consumed_ = shown_.size();
+}
+
 void Terminal::waitForEnd()
 {
     waitUntil([this] { return hasEnded_; }, "the end of the output");

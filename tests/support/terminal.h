@@ -37,6 +37,8 @@ public:
     void waitForRow(const std::string& text);
     /// Waits until the terminal is quiet and shows `text` anywhere.
     void waitForScreen(const std::string& text);
+    /// Waits until the terminal is quiet, shows exactly `text` and has its cursor there.
+    void waitForExactly(const std::string& text, VTermPos place);
     /// Reads until the program and all that it left behind have let go of the terminal.
     void waitForEnd();
     /// The exit status of the program, or the signal that ended it, negative.

@@ -174,31 +174,6 @@ TEST_F(Editing, AnInterruptDropsWhatABuiltInHasStillToSay)
     EXPECT_EQ(session.ask("nosuch"), kUnknown);
 }
 
-TEST_F(Editing, AWindowResizedUnderAToolIsKnown)
-{
-    plantTool("ping", "echo \"[$COLUMNS $LINES]\"; read -r line");
-    const struct {
-        std::vector<std::string> login;
-        const char* before;
-        const char* after;
-    } cases[] = {
-        {{}, "[ ]", "[ ]"},
-        {{"COLUMNS=120", "LINES=30"}, "[120 30]", "[60 10]"},
-    };
-    for (const auto& example : cases) {
-        Session session(shell(example.login));
-        session.send("ping\r");
-        session.waitForScreen(example.before);
-        session.resize(10, 60);
-        session.send("\r");
-        session.waitForRow(kPrompt);
-        session.send(std::string(100, 'x'));
-        session.waitForRow(std::string(100 + 6 - 60, 'x'));
-        session.send("\025ping\r");
-        session.waitFor(example.after);
-    }
-}
-
 TEST_F(Editing, StartsInAnyEnvironment)
 {
     plantTool("ping", "echo \"[$COLUMNS $INPUTRC $BASH_ENV $LESSSECURE]\"");

@@ -1,0 +1,156 @@
+// Windows that are resized: the screen shows what stood there, the prompt and the line, and nothing else.
+
+#include <csignal>
+
+#include "tests/terminal/shell.h"
+
+namespace
+{
+
+struct Size {
+    unsigned short rows;
+    unsigned short columns;
+};
+
+using Screen = ShellTest;
+
+const std::string kText = "nosuch abcdefghijklmnopqrstuvwxyz0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+
+/// Waits until the window shows `above` and, below it, `line` broken into rows; of both the last rows that it holds.
+void waitForLine(Terminal& terminal, Size window, const std::vector<std::string>& above, const std::string& line,
+                 std::size_t cursor)
+{
+    std::vector<std::string> rows = above;
+    for (std::size_t i = 0; i < line.size(); i += window.columns)
+        rows.push_back(line.substr(i, window.columns));
+    const std::size_t hidden = rows.size() > window.rows ? rows.size() - window.rows : 0;
+    std::string text;
+    for (std::size_t i = hidden; i < rows.size(); ++i)
+        text += rows[i].substr(0, std::min<std::size_t>(rows[i].find_last_not_of(' ') + 1, window.columns)) + "\n";
+    const std::size_t row = above.size() + cursor / window.columns - hidden;
+    terminal.waitForExactly(text, {static_cast<int>(row), static_cast<int>(cursor % window.columns)});
+}
+
+} // namespace
+
+TEST_F(Screen, ShowsTheLineInAWindowOfAnySize)
+{
+    plantTool("ping", "printf '\\033[H\\033[2Jabove\\n'");
+    const std::string prompt = kPrompt;
+    const struct {
+        std::string keys;
+        std::string prompt; ///< or the message in its place
+        std::size_t cursor; ///< in the text
+        std::string end;    ///< keys
+        std::string added;  ///< to the text by then; the cursor stands behind it
+    } states[] = {
+        {"", prompt, kText.size(), "q", "q"},
+        {"\001", prompt, 0, "\005", ""},
+        {"\026", prompt, kText.size(), "q", "q"},
+        {"\022mno", "(reverse-i-search)`mno': ", kText.find("mno"), "\005", ""},
+        {"\x1b"
+         "12",
+         "(arg: 12) ", kText.size(), "q", "qqqqqqqqqqqq"},
+    };
+    constexpr Size kSizes[] = {{24, 40}, {24, 5}, {24, 132}, {24, 20}, {24, 5}};
+    for (const auto& state : states) {
+        SCOPED_TRACE(state.prompt + std::to_string(state.cursor));
+        Session session;
+        session.ask("ping");
+        session.send(kText + state.keys);
+        waitForLine(session, {24, 80}, {"above"}, state.prompt + kText, state.prompt.size() + state.cursor);
+        for (const Size size : kSizes) {
+            session.resize(size.rows, size.columns);
+            waitForLine(session, size, {"above"}, state.prompt + kText, state.prompt.size() + state.cursor);
+        }
+        session.send(state.end);
+        const std::string line = prompt + kText + state.added;
+        waitForLine(session, {24, 5}, {"above"}, line, line.size());
+    }
+}
+
+TEST_F(Screen, ShowsTheLineInAWindowThatIsTooSmallForIt)
+{
+    const std::string line = kPrompt + kText;
+    Session session;
+    session.send(kText);
+    for (const Size size : {Size{6, 10}, Size{24, 40}, Size{6, 10}, Size{24, 80}}) {
+        session.resize(size.rows, size.columns);
+        waitForLine(session, size, {}, line, line.size());
+    }
+    session.resize(1, 40);
+    session.waitForRow("<" + kText.substr(kText.find('B')));
+    session.resize(1, 2);
+    session.waitForScreen("Z");
+    session.resize(24, 80);
+    session.endLine("\r");
+}
+
+/// What the process sees of a change there and back is the signal alone.
+TEST_F(Screen, IsDrawnAnewWhenTheSizeIsTheSame)
+{
+    const struct {
+        std::vector<std::string> login;
+        int row; ///< where a line of 100 characters begins, as readline counts
+    } cases[] = {{{}, 0}, {{"COLUMNS=120", "LINES=30"}, 1}};
+    for (const auto& example : cases) {
+        Session session(shell(example.login));
+        kill(session.pid(), SIGWINCH);
+        session.waitFor(kPrompt);
+        session.send(std::string(100, 'x') + '\001');
+        session.waitForExactly(kPrompt + std::string(74, 'x') + "\n" + std::string(26, 'x'), {example.row, 6});
+    }
+}
+
+TEST_F(Screen, WaitsForTheAnswerToAQuestion)
+{
+    std::string profile;
+    for (int i = 0; i < 120; ++i)
+        profile += "alias lan" + std::to_string(i) + "='ifconfig'\n";
+    writeFile("/etc/profile", profile);
+    const std::string line = kPrompt + ("lan" + kText);
+    constexpr const char* kQuestion = "Display all 120 possibilities? (y or n)";
+    Session session;
+    session.send(kText + "\001lan\t\t");
+    session.waitForScreen(kQuestion);
+    session.resize(24, 40);
+    session.send("n");
+    waitForLine(session, {24, 40}, {line.substr(0, 40), kQuestion}, line, 9);
+}
+
+TEST_F(Screen, KnowsAWindowThatIsResizedUnderATool)
+{
+    plantTool("ping", "printf \"[$COLUMNS $LINES]\"; read -r line");
+    const struct {
+        std::vector<std::string> login;
+        std::string before;
+        std::string after;
+        Size size;
+    } cases[] = {
+        {{}, "[ ]", "[ ]", {24, 40}},
+        {{}, "[ ]", "[ ]", {24, 132}},
+        {{"COLUMNS=80", "LINES=24"}, "[80 24]", "[40 10]", {10, 40}},
+    };
+    for (const auto& example : cases) {
+        Session session(shell(example.login));
+        session.send("ping\r");
+        session.waitForScreen(example.before);
+        session.resize(example.size.rows, example.size.columns);
+        session.send(kControlC);
+        const std::vector<std::string> above{"ap  # ping", example.before + "^C"};
+        waitForLine(session, example.size, above, kPrompt, 6);
+        session.send(kText);
+        waitForLine(session, example.size, above, kPrompt + kText, 6 + kText.size());
+        session.send("\025ping\r");
+        session.waitForScreen("\n" + example.after);
+    }
+}
+
+TEST_F(Screen, IsNotDrawnAnewWithoutATerminalForTheKeys)
+{
+    Terminal terminal({"/bin/sh", {"sh", "-c", "(read -r line; echo nosuch) | \"$0\"", CLI_PROGRAM}, {}});
+    terminal.waitForRow(kPrompt);
+    terminal.resize(24, 40);
+    terminal.send("\r");
+    EXPECT_EQ(terminal.waitFor("nosuch").find(kPrompt), std::string::npos);
+}
