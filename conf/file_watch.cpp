@@ -58,7 +58,6 @@ void FileWatch::noteWritten()
         known_ = time;
     else
         known_.reset();
-    unreadable_.reset();
     isNewerThanSnapshot_ = true;
 }
 

@@ -47,8 +47,8 @@ public:
     /// Modification time of the file last read, in seconds; 0 before the first.
     [[nodiscard]] std::uint32_t seconds() const { return known_ ? known_->seconds : 0; }
 
-    /// Has `take` read the file, which returns whether it could, and says so if not. A failure is said once for a file
-    /// in one state: then `take` is not called again until the file can be read. Returns whether it was read.
+    /// Has `take` read the file, which returns whether it could, and says so if not. The failure is said once for a
+    /// file in one state: `take` is then not called again until the file can be read. Returns whether it was read.
     template <typename Take>
     bool read(Take take);
 
@@ -75,16 +75,14 @@ template <typename Take>
 bool FileWatch::read(Take take)
 {
     ConfFileTime time;
-    const ConfFileStatus status = confFileTime(path_, &time);
-    const bool isThere = status != ConfFileStatus::Missing;
+    const bool isThere = confFileTime(path_, &time) != ConfFileStatus::Missing;
     if (isThere && unreadable_ == time && !canBeRead())
         return false;
     if (take()) {
         noteRead(time);
         return true;
     }
-    if (isThere)
-        unreadable_ = time;
+    unreadable_ = time;
     return false;
 }
 
