@@ -1,5 +1,6 @@
 #include "shell/completion.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -10,6 +11,7 @@
 
 #include "shell/executor.h"
 #include "shell/node.h"
+#include "shell/pass_through.h"
 #include "shell/tokenizer.h"
 
 namespace
@@ -18,6 +20,8 @@ namespace
 constexpr std::size_t kCandidateSize = 255;
 
 constinit std::int32_t candidateIndex = 0;
+constinit const char* firstCandidate = nullptr; ///< of the last request
+constinit bool candidatesDiffer = false;
 
 /// Whether the last complete word selects nothing: `node` takes it as an argument.
 bool lastWordIsArgument(const cli_node* node)
@@ -25,12 +29,18 @@ bool lastWordIsArgument(const cli_node* node)
     return tokenStore.argc > 0 && node == findNode(tokenStore.argc - 1, tokenStore.tokens);
 }
 
+/// What is typed before the cursor, of several lines in the last.
+std::string_view typedText()
+{
+    std::string_view line(rl_line_buffer, static_cast<std::size_t>(rl_point));
+    line.remove_prefix(line.rfind('\n') + 1);
+    return line;
+}
+
 /// The node whose children are offered. Behind a word that only is an argument nothing is offered.
 const cli_node* offeringNode()
 {
-    std::string_view line(rl_line_buffer, static_cast<std::size_t>(rl_point));
-    line.remove_prefix(line.rfind('\n') + 1); // of lines that were pasted the last
-    if (parseLine(line, ParseMode::complete) != ParseResult::end) {
+    if (parseLine(typedText(), ParseMode::complete) != ParseResult::end) {
         rl_on_new_line();
         return nullptr;
     }
@@ -38,9 +48,69 @@ const cli_node* offeringNode()
     return lastWordIsArgument(node) ? nullptr : node;
 }
 
+/// Below the line that is being typed.
+void beginRows()
+{
+    rl_point = rl_end;
+    rl_redisplay();
+    rl_crlf();
+}
+
+/// Whether a child that can be typed next was listed.
+bool listChildren(const cli_node& node, std::string_view partial, bool behindPipe)
+{
+    bool found = false;
+    for (const cli_node& child : std::span(node.children, static_cast<std::size_t>(node.childCount))) {
+        if (child.visibility == kHidden || !std::string_view(child.name).starts_with(partial) ||
+            (behindPipe && !isTool(child)))
+            continue;
+        if (!found)
+            beginRows();
+        sayNode(child);
+        found = true;
+    }
+    return found;
+}
+
+/// Lists what can follow the words of a segment. Whether there was something.
+bool listFollowers(std::string_view segment, bool behindPipe)
+{
+    const auto isForbidden = [](char c) {
+        return classOf(c) == CharClass::invalid;
+    };
+    const ParseMode mode = segment.ends_with(' ') ? ParseMode::execute : ParseMode::complete;
+    if (std::ranges::any_of(segment, isForbidden) || parseLine(segment, mode) != ParseResult::end)
+        return false;
+    const cli_node* node = findNode(tokenStore.argc, tokenStore.tokens);
+    if (node == nullptr)
+        return false;
+    const char* partial = partialWord();
+    if (!lastWordIsArgument(node) && listChildren(*node, partial != nullptr ? partial : "", behindPipe))
+        return true;
+    if (node->handler == nullptr || (behindPipe && !isTool(*node)))
+        return false;
+    beginRows();
+    sayNode(*node);
+    return true;
+}
+
+/// Lists below the line, which readline then draws anew.
+int listCommands(int, int)
+{
+    const int cursor = rl_point;
+    const std::string_view typed = typedText();
+    const std::size_t start = typed.find_last_of("|&;") + 1;          // behind no symbol it is 0
+    const bool behindPipe = typed.find_first_not_of(' ') + 1 < start; // a symbol that begins the line means nothing
+    if (!listFollowers(typed.substr(start), behindPipe))
+        return rl_ding();
+    rl_point = cursor;
+    rl_on_new_line();
+    return 0;
+}
+
 /// Completes as readline's function does. Behind trailing blanks it completes the word before them, and puts them back
-/// when there was nothing to add: so no key repeats that word. A menu goes on behind the blank that it puts there
-/// itself.
+/// when there was nothing to add: so no key repeats that word. A menu of several words goes on behind the blank that it
+/// puts there itself.
 int completeBehindBlanks(rl_command_func_t* complete, bool isMenu, bool again, int count, int key)
 {
     if (again)
@@ -49,7 +119,7 @@ int completeBehindBlanks(rl_command_func_t* complete, bool isMenu, bool again, i
     int wordEnd = cursor;
     while (wordEnd > 0 && rl_line_buffer[wordEnd - 1] == ' ')
         --wordEnd;
-    if (wordEnd == 0 || wordEnd == cursor || (isMenu && again))
+    if (wordEnd == 0 || wordEnd == cursor || (isMenu && again && candidatesDiffer))
         return complete(count, key);
 
     rl_begin_undo_group();
@@ -72,39 +142,13 @@ int completeWord(int count, int key)
     return completeBehindBlanks(Complete, IsMenu, again, count, key);
 }
 
-/// Whether a child that can be typed next was listed.
-bool listChildren(const cli_node& node, std::string_view partial)
+/// A second time behind a blank, as a first one often leaves it, it lists.
+int completeOrList(int count, int key)
 {
-    bool found = false;
-    for (const cli_node& child : std::span(node.children, static_cast<std::size_t>(node.childCount))) {
-        if (child.visibility == kHidden || !std::string_view(child.name).starts_with(partial))
-            continue;
-        sayNode(child);
-        found = true;
-    }
-    return found;
-}
-
-/// Lists below the line, which readline then draws anew.
-int listCommands(int, int)
-{
-    const int cursor = rl_point;
-    std::string_view typed(rl_line_buffer, static_cast<std::size_t>(cursor));
-    typed.remove_prefix(typed.find_last_of("|&;\n") + 1); // behind no symbol it is 0
-    rl_point = rl_end;
-    rl_redisplay();
-    rl_crlf();
-    const ParseMode mode = typed.ends_with(' ') ? ParseMode::execute : ParseMode::complete;
-    const bool isCut = parseLine(typed, mode) == ParseResult::end;
-    const cli_node* node = isCut ? findNode(tokenStore.argc, tokenStore.tokens) : nullptr;
-    const char* partial = partialWord();
-    const bool listed =
-        node != nullptr && !lastWordIsArgument(node) && listChildren(*node, partial != nullptr ? partial : "");
-    if (node != nullptr && !listed && node->handler != nullptr)
-        sayNode(*node);
-    rl_point = cursor;
-    rl_on_new_line();
-    return 0;
+    const bool again = rl_last_func == completeOrList;
+    if (again && rl_point > 0 && rl_line_buffer[rl_point - 1] == ' ')
+        return listCommands(count, key);
+    return completeBehindBlanks(rl_complete, false, again, count, key);
 }
 
 struct CompletionCommand {
@@ -113,7 +157,7 @@ struct CompletionCommand {
 };
 
 constexpr CompletionCommand kCommands[] = {
-    {"complete", completeWord<rl_complete>},
+    {"complete", completeOrList},
     {"possible-completions", completeWord<rl_possible_completions>},
     {"insert-completions", completeWord<rl_insert_completions>},
     {"menu-complete", completeWord<rl_menu_complete, true>},
@@ -127,6 +171,10 @@ constexpr CompletionCommand kCommands[] = {
 
 char* completionGenerator(const char*, int)
 {
+    if (candidateIndex == 0) {
+        firstCandidate = nullptr;
+        candidatesDiffer = false;
+    }
     const cli_node* node = offeringNode();
     if (node == nullptr)
         return nullptr;
@@ -137,6 +185,10 @@ char* completionGenerator(const char*, int)
         if (child.visibility == kHidden ||
             std::strncmp(child.name, partial != nullptr ? partial : "", partialLength) != 0)
             continue;
+        // An alias may have the name of a command.
+        if (firstCandidate == nullptr)
+            firstCandidate = child.name;
+        candidatesDiffer = candidatesDiffer || std::strcmp(child.name, firstCandidate) != 0;
         char* candidate = static_cast<char*>(std::malloc(kCandidateSize));
         if (candidate != nullptr)
             std::snprintf(candidate, kCandidateSize, "%s", child.name);
@@ -154,15 +206,15 @@ void installCompletion()
     for (const CompletionCommand& row : kCommands)
         rl_add_funmap_entry(row.name, row.function);
     KEYMAP_ENTRY* const emacs = rl_get_keymap_by_name("emacs-standard");
-    emacs['\t'].function = completeWord<rl_complete>;
+    emacs['\t'].function = completeOrList;
     KEYMAP_ENTRY* const meta = rl_get_keymap_by_name("emacs-meta");
-    meta[ESC].function = completeWord<rl_complete>;
+    meta[ESC].function = completeOrList;
     meta['?'].function = completeWord<rl_possible_completions>;
     meta['='].function = completeWord<rl_possible_completions>;
     meta['*'].function = completeWord<rl_insert_completions>;
     meta['h'].function = listCommands;
     KEYMAP_ENTRY* const vi = rl_get_keymap_by_name("vi-insert");
-    vi['\t'].function = completeWord<rl_complete>;
+    vi['\t'].function = completeOrList;
     vi[CTRL('N')].function = completeWord<rl_menu_complete, true>;
     vi[CTRL('P')].function = completeWord<rl_backward_menu_complete, true>;
 }

@@ -67,8 +67,8 @@ int executeLine(const char* line)
         return 0;
     }
     const CliHandler handler = node->handler != nullptr ? node->handler : helpLister;
-    const bool isTool = handler == capturePassThrough || handler == directPassThrough;
-    return tokenStore.pipeIndex != 0 && !isTool ? runPiped(handler) : handler(tokenStore.argc, tokenStore.tokens);
+    return tokenStore.pipeIndex != 0 && !isTool(*node) ? runPiped(handler)
+                                                       : handler(tokenStore.argc, tokenStore.tokens);
 }
 
 void sayNode(const cli_node& node)

@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
@@ -10,6 +12,7 @@
 #include <readline/readline.h>
 
 #include "shell/completion.h"
+#include "shell/paste.h"
 #include "shell/screen.h"
 #include "shell/signals.h"
 #include "shell/terminal.h"
@@ -20,12 +23,20 @@ namespace
 constexpr int kHistoryLimit = 1000;
 constexpr char kBellStyle[] = "bell-style";
 
+constexpr const char* kKeymaps[] = {"emacs-standard", "vi-insert", "vi-command"};
+
+enum class Outcome {
+    line,    ///< what was typed
+    dropped, ///< an interrupt took what was typed
+    end      ///< the input ended, or cannot be read
+};
+
 /// The line that is being read.
 struct Reading {
     HeldSignals* signals;
     const char* prompt;
     void (*endIdle)();
-    bool isDropped;           ///< every further key of it is the end
+    Outcome outcome;          ///< once it is no line, readline gets no more keys
     rl_voidfunc_t* redisplay; ///< what readline does otherwise, while it must not draw
     const char* bell;         ///< nor ring
 };
@@ -38,7 +49,7 @@ void drawNothing() {}
 /// from here on to find its way out is not to be seen.
 void dropLine()
 {
-    reading.isDropped = true;
+    reading.outcome = Outcome::dropped;
     reading.redisplay = rl_redisplay_function;
     rl_redisplay_function = drawNothing;
     if (RL_ISSTATE(RL_STATE_TERMPREPPED) && !RL_ISSTATE(RL_STATE_COMPLETING) && rl_get_termcap("ce") != nullptr) {
@@ -47,6 +58,7 @@ void dropLine()
     }
     rl_echo_signal_char(SIGINT);
     rl_crlf();
+    dropPaste(reading.signals->outside());
     rl_deprep_terminal();
     reading.bell = rl_variable_value(kBellStyle);
     rl_variable_bind(kBellStyle, "none");
@@ -107,13 +119,36 @@ void handleSignals()
         dropLine();
 }
 
-/// The keys of a terminal begin with an escape; a session that types none does not pay for them.
-void bindHelpKeyOnce()
+/// Stands for Ctrl-S and Ctrl-Q where the user's configuration file does not bind them.
+int ignoreKey(int, int)
 {
-    static constinit bool isBound = false;
-    if (!isBound)
-        bindHelpKey();
-    isBound = true;
+    return 0;
+}
+
+/// Also in a search, which would end at a command and take any other key for text.
+bool isIgnored(unsigned char key)
+{
+    return (key == CTRL('S') || key == CTRL('Q')) && rl_get_keymap()[key].function == ignoreKey &&
+           RL_ISSTATE(RL_STATE_READCMD | RL_STATE_ISEARCH | RL_STATE_NSEARCH);
+}
+
+/// The keys of a terminal begin with an escape; a session that types none does not pay for them.
+void bindTerminalKeysOnce()
+{
+    static constinit bool areBound = false;
+    if (areBound)
+        return;
+    bindHelpKey();
+    for (const char* keymap : kKeymaps)
+        rl_bind_keyseq_in_map("\033[200~", pasteBlock, rl_get_keymap_by_name(keymap));
+    areBound = true;
+}
+
+/// What was typed of the line is not run.
+void endInput()
+{
+    reading.outcome = Outcome::end;
+    dropPaste(reading.signals->outside());
 }
 
 /// readline's source of keys: signals are heard while it waits and nowhere else, so they never meet readline at work.
@@ -121,7 +156,7 @@ int readKey(FILE* stream)
 {
     static constexpr timespec kNow{};
     const sigset_t& outside = reading.signals->outside();
-    while (!reading.isDropped) {
+    while (reading.outcome == Outcome::line) {
         pollfd input{.fd = fileno(stream), .events = POLLIN, .revents = 0};
         // A key that waits hides the signals that wait too; an interrupt has taken what was typed before it.
         if (ppoll(&input, 1, nullptr, &outside) < 0 || ppoll(nullptr, 0, &kNow, &outside) < 0) {
@@ -130,16 +165,19 @@ int readKey(FILE* stream)
         }
         unsigned char key;
         const ssize_t count = read(input.fd, &key, sizeof key);
+        if (count == 1 && isIgnored(key))
+            continue;
         if (count == 1) {
             if (key == ESC)
-                bindHelpKeyOnce();
+                bindTerminalKeysOnce();
             return key;
         }
-        // A terminal that is there may have lost the key to an interrupt.
-        if (count == 0 && (!RL_ISSTATE(RL_STATE_TERMPREPPED) || (input.revents & POLLHUP) != 0))
+        // The last line of a file needs no line feed.
+        if (count == 0 && !RL_ISSTATE(RL_STATE_TERMPREPPED))
             return EOF;
-        if (count < 0 && errno != EINTR && errno != EAGAIN)
-            break;
+        // A terminal that is there may have lost the key to an interrupt.
+        if (count == 0 ? (input.revents & POLLHUP) != 0 : errno != EINTR && errno != EAGAIN)
+            endInput();
     }
     // A command, a search or a half-typed key gives up at EOF, and comes back here for the next one.
     return RL_ISSTATE(RL_STATE_READCMD) ? READERR : EOF;
@@ -155,6 +193,16 @@ void unbindTraps()
         meta[key].function = nullptr;
 }
 
+/// readline's functions for them would swallow the next key. The user's configuration file is read later.
+void ignoreFlowControl()
+{
+    for (const char* name : kKeymaps) {
+        KEYMAP_ENTRY* const keymap = rl_get_keymap_by_name(name);
+        keymap[CTRL('S')].function = ignoreKey;
+        keymap[CTRL('Q')].function = ignoreKey;
+    }
+}
+
 } // namespace
 
 void prepareLineReader()
@@ -167,7 +215,9 @@ void prepareLineReader()
     rl_getc_function = readKey;
     rl_prep_term_function = prepareTerminal;
     rl_startup_hook = widenScreen;
+    rl_pre_input_hook = typePastedLine;
     unbindTraps();
+    ignoreFlowControl();
     rememberTerminal();
     catchSignals();
 }
@@ -188,13 +238,15 @@ char* readLine(const LineSource& source)
 {
     for (;;) {
         HeldSignals signals;
+        if (isInterrupted())
+            dropPaste(signals.outside());
+        forgetInterrupt();
         reading = {.signals = &signals,
                    .prompt = source.prompt(),
                    .endIdle = source.endIdle,
-                   .isDropped = false,
+                   .outcome = Outcome::line,
                    .redisplay = nullptr,
                    .bell = nullptr};
-        forgetInterrupt();
         takeSignal(SIGALRM);
         takeSignal(SIGCONT);
         alarm(source.idleTimeout);
@@ -202,8 +254,11 @@ char* readLine(const LineSource& source)
         char* line = readline(reading.prompt);
         alarm(0);
         adoptWindow();
-        if (!reading.isDropped)
+        if (reading.outcome == Outcome::line)
             return line;
+        std::free(line);
+        if (reading.outcome == Outcome::end)
+            return nullptr;
         forgetDroppedLine();
     }
 }

@@ -49,6 +49,11 @@ int directPassThrough(int, char**)
     return 0;
 }
 
+bool isTool(const cli_node& node)
+{
+    return node.handler == capturePassThrough || node.handler == directPassThrough;
+}
+
 void runShellCommand(const char* command)
 {
     if (!pipeIsActive()) {

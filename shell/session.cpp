@@ -16,6 +16,7 @@
 #include "shell/idle_timeout.h"
 #include "shell/line_reader.h"
 #include "shell/output.h"
+#include "shell/paste.h"
 #include "shell/signals.h"
 #include "shell/tokenizer.h"
 
@@ -53,7 +54,6 @@ void listHistory()
 /// What an interrupted line had still to say is dropped. Its echo stays on the screen, and the prompt goes below it.
 void endInterruptedLine()
 {
-    forgetInterrupt();
     __fpurge(stdout);
     beginFreshRow();
 }
@@ -89,9 +89,12 @@ void runSession(const SessionHost& host)
         char* line = readLine(source);
         if (line == nullptr)
             std::exit(EXIT_FAILURE);
-        // A terminal that pastes in brackets hands over several lines at once.
+        InterruptWatch watch(pasteGoesOn());
+        // A line feed that was quoted ends a line too.
         for (char* rest = line; rest != nullptr && !isInterrupted();)
             runLine(strsep(&rest, "\n"));
+        if (watch.end())
+            noteInterrupt();
         if (isInterrupted())
             endInterruptedLine();
         std::free(line);

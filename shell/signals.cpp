@@ -1,7 +1,11 @@
 #include "shell/signals.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <readline/readline.h>
@@ -18,6 +22,9 @@ constexpr int kEndings[] = {SIGHUP, SIGTERM, SIGPIPE, SIGUSR1, SIGUSR2};
 
 constinit volatile std::sig_atomic_t noted[NSIG]{};
 constinit const char* volatile removedAtEnd = nullptr;
+constinit pid_t session = -1;
+constinit struct sigaction abortAction {
+};
 
 /// A library's thread holds no signal back. One that it got is handed to the session's, whose number is the process's.
 bool isHandedOver(int signal)
@@ -33,15 +40,30 @@ void note(int signal)
 }
 
 /// readline's terminal is only prepared while signals are held, so it is never caught in the middle of its work.
-void end(int signal)
+void leave()
 {
-    if (isHandedOver(signal))
-        return;
     if (removedAtEnd != nullptr)
         unlink(removedAtEnd);
     rl_deprep_terminal();
     restoreTerminal();
-    std::signal(signal, SIG_DFL);
+}
+
+/// readline calls exit() when there is no memory. A copy of the process that ends does not end the session.
+void leaveAtExit()
+{
+    if (getpid() == session)
+        leave();
+}
+
+void end(int signal)
+{
+    if (isHandedOver(signal))
+        return;
+    leave();
+    if (signal == SIGABRT)
+        sigaction(SIGABRT, &abortAction, nullptr);
+    else
+        std::signal(signal, SIG_DFL);
     sigset_t one;
     sigemptyset(&one);
     sigaddset(&one, signal);
@@ -59,6 +81,7 @@ sigset_t sessionSignals()
         sigaddset(&signals, signal);
     for (const int signal : kEndings)
         sigaddset(&signals, signal);
+    sigaddset(&signals, SIGABRT);
     sigaddset(&signals, SIGTSTP);
     return signals;
 }
@@ -77,6 +100,8 @@ struct sigaction actionFor(void (*handler)(int), int flags)
 
 void catchSignals()
 {
+    session = getpid();
+    std::atexit(leaveAtExit);
     const struct sigaction interrupt = actionFor(note, 0);
     for (const int signal : kInterrupts)
         sigaction(signal, &interrupt, nullptr);
@@ -89,6 +114,7 @@ void catchSignals()
         if (sigaction(signal, nullptr, &old) == 0 && old.sa_handler == SIG_DFL)
             sigaction(signal, &ending, nullptr);
     }
+    sigaction(SIGABRT, &ending, &abortAction);
     // Whoever started this process, or a library, may have left signals blocked, and the end of tools unheard.
     sigprocmask(SIG_UNBLOCK, &ending.sa_mask, nullptr);
     struct sigaction child;
@@ -122,6 +148,39 @@ void forgetInterrupt()
 {
     for (const int signal : kInterrupts)
         noted[signal] = 0;
+}
+
+InterruptWatch::InterruptWatch(bool isNeeded) : child_(-1)
+{
+    if (!isNeeded)
+        return;
+    sigset_t awaited;
+    sigset_t old;
+    sigemptyset(&awaited);
+    for (const int signal : kInterrupts)
+        sigaddset(&awaited, signal);
+    sigaddset(&awaited, SIGTERM);
+    sigprocmask(SIG_BLOCK, &awaited, &old);
+    child_ = fork();
+    if (child_ == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        int came = SIGTERM;
+        sigwait(&awaited, &came); // of several it is the one with the lowest number
+        _exit(came);
+    }
+    sigprocmask(SIG_SETMASK, &old, nullptr);
+}
+
+bool InterruptWatch::end()
+{
+    int status = 0;
+    if (child_ < 0)
+        return false;
+    kill(child_, SIGTERM);
+    while (waitpid(child_, &status, 0) < 0 && errno == EINTR)
+        continue;
+    child_ = -1;
+    return WIFEXITED(status) && WEXITSTATUS(status) != SIGTERM;
 }
 
 HeldSignals::HeldSignals()

@@ -5,12 +5,14 @@
 #define SHELL_SIGNALS_H
 
 #include <csignal>
+#include <sys/types.h>
 
-/// Catches the signals of a session. What ends the process restores the terminal first and then does its work; what
-/// somebody else handles, or asked to be ignored, stays as it is.
+/// Catches the signals of a session. What ends the process, exit() and abort() included, restores the terminal first
+/// and then does its work; other signals that somebody else handles, or asked to be ignored, stay as they are.
 void catchSignals();
 
-/// Has a file removed when a signal ends the process. `path` stays valid until another one, or null, takes its place.
+/// Has a file removed when a signal or exit() ends the process. `path` stays valid until another one, or null, takes
+/// its place.
 void removeAtEnd(const char* path);
 
 /// Whether `signal` came since this was last asked; it is then forgotten.
@@ -20,6 +22,22 @@ bool takeSignal(int signal);
 bool isInterrupted();
 void noteInterrupt();
 void forgetInterrupt();
+
+/// Notices an interrupt that system() has this process ignore and that the tool takes for itself: a child of the same
+/// process group waits for it.
+class InterruptWatch
+{
+public:
+    explicit InterruptWatch(bool isNeeded);
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+
+    /// Whether one came. To be called once.
+    bool end();
+
+private:
+    pid_t child_; ///< -1: there is none
+};
 
 /// While an object lives every signal of a session waits, but for where `outside()` is given to the kernel as the mask.
 /// Ctrl-Z, which otherwise just stops the process, is noted like the others.

@@ -30,11 +30,6 @@ consteval std::array<CharClass, 256> makeClasses()
 
 constexpr std::array<CharClass, 256> kClasses = makeClasses();
 
-constexpr CharClass classOf(char c)
-{
-    return kClasses[static_cast<unsigned char>(c)];
-}
-
 std::string_view trimmed(std::string_view text)
 {
     while (!text.empty() && kWhiteSpace.find(text.front()) != std::string_view::npos)
@@ -175,6 +170,11 @@ const char* gluedWord(int index)
 }
 
 } // namespace
+
+CharClass classOf(char c)
+{
+    return kClasses[static_cast<unsigned char>(c)];
+}
 
 ParseResult parseLine(std::string_view line, ParseMode mode)
 {

@@ -15,6 +15,7 @@ inline constexpr std::size_t kTokenCount = 256;
 
 /// What a character means to the tokenizer.
 enum class CharClass : std::uint8_t { normal = 0, tab = 1, blank = 5, end = 6, pipe = 12, invalid = 13 };
+CharClass classOf(char c);
 
 /// Completion does not count a word that is still being typed.
 enum class ParseMode { complete, execute };

@@ -42,6 +42,9 @@ TEST_F(Editing, CompletesWords)
         {"show \t\t", "show "},
         {"get \x1b?", "get "},
         {"get \x1b*", "get "},
+        {"get \x14\x14\x14", "get "},
+        {"pin\x14\x14", "ping "},
+        {"c\x14\x14", "cw_debug "},
         {"  con\tcap\tti\tst\t", "  config capwap timers statistics-timer "},
         {"Con\t", "Con"},
         {"con wtp\001\006\006\006\t\005", "config wtp"},
@@ -51,8 +54,10 @@ TEST_F(Editing, CompletesWords)
         {"nosuch con\t", "nosuch con"},
         {"debug nosuch debug al\t", "debug nosuch debug al"},
     };
+    writeFile("/etc/profile", "alias ping='ifconfig'\n");
+    writeFile("/etc/inputrc", "\"\\C-t\": menu-complete\n");
     for (const auto& example : cases) {
-        Session session;
+        Session session(shell({"INPUTRC=" + path("/etc/inputrc")}));
         session.send(example.typed);
         session.waitForRow(std::string(kPrompt) + example.line);
     }
@@ -69,19 +74,32 @@ TEST_F(Editing, OffersWhatCanBeTypedNext)
 
     const struct {
         std::string line;
-        const char* key;
-        const char* names; ///< of the rows
+        const char* keys;
+        const char* names; ///< of the rows, none: the bell rings
     } lists[] = {
         {"ca", "\x1bh", "calibration cable "},
         {"get wtp ", "\033OP", "info stations "},
+        {"get ", "\t\t", "vap wtp radio system qsky "},
+        {"get", "\t\t", "vap wtp radio system qsky "},
         {"save cw_conf 7", "\033[[A", "cw_conf "},
-        {"nosuch | pin", "\033[11~", "ping "},
+        {"debug nosuch ", "\t\t", "debug "},
+        {"nosuch | ca", "\033[11~", "cable "},
+        {"show;grep ", "\t\t", "grep "},
+        {"; sav", "\x1bh", "save "},
+        {"show | get ", "\x1bh", ""},
+        {"show | help ", "\x1bh", ""},
+        {"get x", "\x1bh", ""},
         {"nosuch ", "\x1bh", ""},
+        {"ping $x ", "\x1bh", ""},
     };
     for (const auto& list : lists) {
-        session.send("\x15" + list.line + list.key);
-        session.waitFor("\n");
-        session.waitForRow(kPrompt + list.line);
+        SCOPED_TRACE(list.line);
+        session.send("\x15" + list.line + list.keys);
+        const bool rings = list.names[0] == '\0';
+        EXPECT_EQ(session.waitFor(rings ? "\a" : "\n").find('\n') == std::string::npos, rings);
+        session.waitForRow(kPrompt + list.line + (list.line == "get" ? " " : ""));
+        if (rings)
+            continue;
         std::istringstream rows(session.rowsAbove());
         std::string names;
         for (std::string row; std::getline(rows, row);)
@@ -198,12 +216,82 @@ TEST_F(Editing, ComesBackToTheForeground)
     terminal.waitForRow("ap  # half");
 }
 
-TEST_F(Editing, PastedLinesRunOneByOne)
+TEST_F(Editing, PastedLinesReadAsIfTyped)
 {
+    writeFile("/etc/inputrc", "set editing-mode vi\n");
+    for (const std::string type : {"xterm", "vt100", "dumb"}) {
+        for (const std::string& file : {std::string("/dev/null"), path("/etc/inputrc")}) {
+            SCOPED_TRACE(testing::Message() << type << ' ' << file);
+            Session session(shell({"TERM=" + type, "INPUTRC=" + file}));
+            session.send("ping a\x1b[D\x1b[200~x\rnosuch\r\rlist \rlist\rhalf\x1b[201~");
+            session.waitForRow("ap  # half");
+            EXPECT_EQ(session.screen(), "ap  # ping xa\n"
+                                        "ap  # nosuch\nCommand \"nosuch\" is not supported.\n"
+                                        "ap  #\n"
+                                        "ap  # list\nCommand \"list\" is not supported.\n"
+                                        "ap  # list\n0: ping xa\n1: nosuch\n2: list\n3: list\n"
+                                        "ap  # half");
+            EXPECT_EQ(session.ask("\x7f"), "Command \"hal\" is not supported.\n");
+            session.send("\x1b[200~quit\rping never\r\x1b[201~");
+            EXPECT_EQ(session.waitForExit(), 0);
+        }
+    }
+    EXPECT_EQ(calls().find("never"), std::string::npos);
+}
+
+TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
+{
+    plantTool("ping", "echo started; exec sleep 600");
+    const struct {
+        std::string keys;
+        const char* shown; ///< when the interrupt comes
+        const char* after; ///< comes behind it
+    } cases[] = {
+        {"ping\rbrctl\r\x1b[201~", "started", ""},
+        {"nosuch\rbrctl half\x1b[201~", "half", ""},
+        {"brctl\rbrctl", "ap", "brctl\rbrctl\r\x1b[201~"},
+    };
+    for (const auto& example : cases) {
+        SCOPED_TRACE(example.keys);
+        Session session;
+        session.send("\x1b[200~" + example.keys);
+        session.waitForScreen(example.shown);
+        session.send(kControlC + std::string(example.after));
+        session.waitForScreen("^C");
+        session.waitForRow(kPrompt);
+        EXPECT_EQ(session.ask("nosuch"), kUnknown);
+    }
+    // Another system shell becomes its last tool. If that ends well at an interrupt, only the rest of the group tells.
+    plantTool("ping", R"(read -r _ _ _ session _ </proc/$PPID/stat
+        for child in $(cat /proc/$session/task/$session/children); do [ $child = $PPID ] || kill -INT $child; done
+        echo statistics)");
     Session session;
-    session.ask("\x1b[200~ping a\rpin\x1b[201~\tb\rlist");
-    EXPECT_TRUE(session.screen().ends_with("\n0: ping a\n1: ping b\n2: list\nap  #")) << session.screen();
-    EXPECT_EQ(calls(), "ping a\nping b\n");
+    session.send("\x1b[200~ping\rbrctl\r\x1b[201~");
+    session.waitForScreen("statistics");
+    session.waitForRow(kPrompt);
+    EXPECT_EQ(session.ask("nosuch"), kUnknown);
+    EXPECT_EQ(calls(), "");
+}
+
+TEST_F(Editing, FlowControlKeysDoNothingUnlessTheyAreBound)
+{
+    const struct {
+        const char* inputrc;
+        const char* keys;
+        const char* shown;
+    } cases[] = {
+        {"", "\023no\021such", "ap  # nosuch"},
+        {"", "\022\023k\021", "`k': kept"},
+        {"set editing-mode vi\n", "\023no\021such\0330\023x\021ix", "ap  # xosuch"},
+        {"\"\\C-s\": \"a\"\nset keymap vi\n\"\\C-s\": \"b\"\n", "\023\021c", "ap  # ac"},
+    };
+    for (const auto& example : cases) {
+        writeFile("/etc/inputrc", example.inputrc);
+        Session session(shell({"INPUTRC=" + path("/etc/inputrc")}));
+        session.ask("kept");
+        session.send(example.keys);
+        session.waitForScreen(example.shown);
+    }
 }
 
 /// Searches from which readline returns with an undo list that it frees twice, and keys that switch its mode.

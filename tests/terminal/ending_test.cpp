@@ -4,6 +4,9 @@
 
 #include "tests/terminal/shell.h"
 
+/// The sanitizer's, when there is one.
+extern "C" [[gnu::weak]] std::size_t __sanitizer_get_current_allocated_bytes();
+
 using Ending = ShellTest;
 
 TEST_F(Ending, LeavesTheTerminalAsItWasFound)
@@ -42,7 +45,7 @@ TEST_F(Ending, LeavesTheTerminalWhenASignalEndsIt)
     sigset_t all;
     sigfillset(&all);
     sigprocmask(SIG_BLOCK, &all, nullptr);
-    for (const int signal : {SIGTERM, SIGHUP, SIGUSR1}) {
+    for (const int signal : {SIGTERM, SIGHUP, SIGUSR1, SIGABRT}) {
         Session session;
         kill(session.pid(), signal);
         EXPECT_EQ(session.waitForExit(), -signal);
@@ -56,6 +59,19 @@ TEST_F(Ending, LeavesTheTerminalWhenASignalEndsIt)
     EXPECT_TRUE(terminal.isAsFound());
 }
 
+/// readline calls exit() when it gets no memory for its configuration file.
+TEST_F(Ending, LeavesTheTerminalWhenThereIsNoMemory)
+{
+    if (__sanitizer_get_current_allocated_bytes == nullptr)
+        GTEST_SKIP() << "only a sanitizer refuses memory";
+    Session session(shell(
+        {"INPUTRC=" + path("/etc/inputrc"), "ASAN_OPTIONS=max_allocation_size_mb=1:allocator_may_return_null=1"}));
+    writeFile("/etc/inputrc", std::string(2 << 20, '\n'));
+    session.send("half\x18\x12");
+    EXPECT_EQ(session.waitForExit(), 2);
+    EXPECT_TRUE(session.isAsFound());
+}
+
 TEST_F(Ending, EndsWithItsTerminal)
 {
     plantTool("ping", "exec sleep 600");
@@ -65,6 +81,19 @@ TEST_F(Ending, EndsWithItsTerminal)
         session.hangUp();
         session.waitForExit();
     }
+}
+
+/// The shell then sees the end of the input.
+TEST_F(Ending, RunsNoLineThatAHangUpCutsOff)
+{
+    for (const char* keys : {"brctl half", "brctl half\x1b[200~ pasted\rbrctl", "\022brctl half"}) {
+        Session session({"/bin/sh", {"sh", "-c", "trap '' HUP; exec \"$0\"", CLI_PROGRAM}, {}});
+        session.send(keys);
+        session.waitForScreen("half");
+        session.hangUp();
+        EXPECT_EQ(session.waitForExit(), 1);
+    }
+    EXPECT_EQ(calls(), "");
 }
 
 TEST_F(Ending, IdleSessionEndsAsItsParentAsks)

@@ -1,0 +1,99 @@
+#include "shell/paste.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <poll.h>
+#include <unistd.h>
+
+#include <readline/readline.h>
+
+namespace
+{
+
+constexpr char kEnd[] = "\033[201~";
+
+/// Read to its end before its first line runs: a tool would read the rest of the keys, and the terminal echo them.
+struct Block {
+    char* text;
+    std::size_t size;
+    std::size_t length;
+    char* next; ///< the line to be typed next, null: there is none
+    bool isComing;
+};
+
+constinit Block block{};
+
+void forgetBlock()
+{
+    std::free(block.text);
+    block = {};
+}
+
+/// False: there is no memory for it.
+bool add(char c)
+{
+    if (block.length == block.size) {
+        const std::size_t size = 2 * block.size + 256;
+        auto* text = static_cast<char*>(std::realloc(block.text, size));
+        if (text == nullptr)
+            return false;
+        block.text = text;
+        block.size = size;
+    }
+    block.text[block.length++] = c;
+    return true;
+}
+
+} // namespace
+
+int pasteBlock(int, int)
+{
+    bool fits = true;
+    std::size_t matched = 0;
+    block.isComing = true;
+    for (int key; kEnd[matched] != '\0' && (key = rl_read_key()) >= 0;) {
+        matched = key == kEnd[matched] ? matched + 1 : key == kEnd[0];
+        fits = fits && (key == '\0' || add(key == '\r' ? '\n' : static_cast<char>(key)));
+    }
+    const bool isDropped = !block.isComing;
+    if (isDropped)
+        return 0;
+    block.isComing = false;
+    block.length -= fits ? matched : 0;
+    if (!fits || !add('\0')) {
+        forgetBlock();
+        return rl_ding();
+    }
+    block.next = block.text;
+    return typePastedLine();
+}
+
+int typePastedLine()
+{
+    if (block.next == nullptr)
+        return 0;
+    rl_insert_text(strsep(&block.next, "\n"));
+    rl_redisplay();
+    if (block.next != nullptr)
+        rl_execute_next(RETURN);
+    else
+        forgetBlock();
+    return 0;
+}
+
+bool pasteGoesOn()
+{
+    return block.next != nullptr;
+}
+
+void dropPaste(const sigset_t& mask)
+{
+    constexpr timespec kPause{.tv_sec = 0, .tv_nsec = 100'000'000};
+    pollfd input{.fd = fileno(rl_instream), .events = POLLIN, .revents = 0};
+    char keys[256];
+    // The end of the block may have been lost to the interrupt.
+    while (block.isComing && ppoll(&input, 1, &kPause, &mask) > 0 && read(input.fd, keys, sizeof keys) > 0)
+        continue;
+    forgetBlock();
+}
