@@ -179,6 +179,9 @@ int readKey(FILE* stream)
         if (count == 0 ? (input.revents & POLLHUP) != 0 : errno != EINTR && errno != EAGAIN)
             endInput();
     }
+    // A question about completions is answered, because readline leaks them if it gives up.
+    if (RL_ISSTATE(RL_STATE_COMPLETING))
+        return 'n';
     // A command, a search or a half-typed key gives up at EOF, and comes back here for the next one.
     return RL_ISSTATE(RL_STATE_READCMD) ? READERR : EOF;
 }

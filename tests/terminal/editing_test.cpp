@@ -149,6 +149,8 @@ TEST_F(Editing, AnInterruptDropsTheLine)
             EXPECT_EQ(session.ask("nosuch"), kUnknown);
         }
         EXPECT_EQ(session.ask("list").find("dropped"), std::string::npos);
+        session.send("quit\r");
+        EXPECT_EQ(session.waitForExit(), 0) << "nothing leaks";
     }
     EXPECT_EQ(calls(), "ping kept\nping kept\nping kept\nping kept\n");
 }
