@@ -5,7 +5,20 @@ if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
 endif()
 include(GNUInstallDirs)
 install(TARGETS cli RUNTIME)
-install(FILES docs/cli.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+# The manual page is made of the Markdown when it is installed. Without lowdown there is none.
+install(CODE "set(source \"${CMAKE_SOURCE_DIR}/docs/commands.md\")
+  set(page \"${CMAKE_BINARY_DIR}/cli.1\")
+  set(folder \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_MANDIR}/man1\")")
+install(CODE [[
+  unset(LOWDOWN CACHE)
+  find_program(LOWDOWN lowdown)
+  if(LOWDOWN)
+    execute_process(COMMAND "${LOWDOWN}" -s -tman -M title=cli -M section=1 -o "${page}" "${source}"
+      COMMAND_ERROR_IS_FATAL ANY)
+    file(INSTALL "${page}" DESTINATION "${folder}")
+  else()
+    message(STATUS "Not installed: the manual page, which takes lowdown")
+  endif()]])
 install(FILES conf/factory/cw.conf conf/factory/sys.conf DESTINATION "${CMAKE_INSTALL_SYSCONFDIR}")
 
 set(CPACK_GENERATOR DEB)
