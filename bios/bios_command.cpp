@@ -1,12 +1,14 @@
 #include "bios/bios_command.h"
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <iterator>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "base/address.h"
+#include "base/file.h"
 #include "base/text.h"
 #include "bios/platform_info.h"
 #include "platform/device_file.h"
@@ -106,16 +108,27 @@ bool leadsThroughLink(const char* devicePath)
     return false;
 }
 
-/// Removes what stands at a name that a tool will write to, unless it is a plain file of this user without a second
-/// name. False: it cannot be removed.
-bool clearForTool(const char* devicePath)
+/// Whether there is a plain file of this user that has one name.
+bool isOwnFile(const char* devicePath)
+{
+    struct stat status;
+    return lstat(DeviceFile(devicePath).path(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1 &&
+           status.st_uid == geteuid();
+}
+
+/// Makes a file that a tool will write to, so that nobody can plant a link at its name before the tool opens it. False
+/// if it cannot be made. In a folder that is missing the tool fails by itself.
+bool makeForTool(const char* devicePath)
+{
+    return !leadsThroughLink(devicePath) && (makePrivateFile(devicePath) || errno == ENOENT);
+}
+
+void removeEmptyFile(const char* devicePath)
 {
     const DeviceFile file(devicePath);
     struct stat status;
-    if (lstat(file.path(), &status) != 0)
-        return true;
-    const bool isOwn = S_ISREG(status.st_mode) && status.st_nlink == 1 && status.st_uid == geteuid();
-    return isOwn || unlink(file.path()) == 0;
+    if (lstat(file.path(), &status) == 0 && status.st_size == 0)
+        unlink(file.path());
 }
 
 /// Fetches `file` into "/tmp", where `save` expects it, and shows what the TFTP client said.
@@ -130,9 +143,10 @@ void biosTftpGet(const char* server, const char* file)
     if (!composeCommand(command, kTftpCommand, server, file, path, kTftpOutputFile))
         return;
 
-    // Neither file is written through a link that somebody planted, nor is a new one readable by others.
-    for (const char* written : {kTftpOutputFile, static_cast<const char*>(path)}) {
-        if (leadsThroughLink(written) || !clearForTool(written)) {
+    // An image that was fetched before stays until the client overwrites it.
+    const bool isKept = isOwnFile(path) && !leadsThroughLink(path);
+    for (const char* written : {kTftpOutputFile, isKept ? kTftpOutputFile : path}) {
+        if (!makeForTool(written)) {
             cli_printf(kCanNotWrite, written);
             return;
         }
@@ -140,6 +154,8 @@ void biosTftpGet(const char* server, const char* file)
     const mode_t mask = umask(S_IRWXG | S_IRWXO);
     runCommandf(kTftpCommand, server, file, rom.path(), log.path());
     umask(mask);
+    if (!isKept)
+        removeEmptyFile(path);
 
     char show[DeviceFile::kPathSize + sizeof "cat "];
     if (composeCommand(show, "cat %s", log.path()))

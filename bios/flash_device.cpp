@@ -39,8 +39,10 @@ bool opens(const char* path)
     return true;
 }
 
-/// Waits until no other process has the lock, or for five seconds. False: an interrupt gave it up.
-bool waitForLock(int fd)
+enum class LockOutcome { kDone, kTimedOut, kInterrupted };
+
+/// Waits until no other process has the lock, for at most five seconds.
+LockOutcome waitForLock(int fd)
 {
     constexpr timespec kPause = {0, 1'000'000};
     constexpr time_t kPatience = 5;
@@ -49,13 +51,13 @@ bool waitForLock(int fd)
     clock_gettime(CLOCK_MONOTONIC, &start);
     do {
         if (flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
-            return true;
+            return LockOutcome::kDone;
         nanosleep(&kPause, nullptr);
         if (isInterrupted())
-            return false;
+            return LockOutcome::kInterrupted;
         clock_gettime(CLOCK_MONOTONIC, &now);
     } while (now.tv_sec - start.tv_sec - (now.tv_nsec < start.tv_nsec ? 1 : 0) < kPatience);
-    return true;
+    return LockOutcome::kTimedOut;
 }
 
 /// ioctl() with a request of the type that the C library gives it.
@@ -90,10 +92,7 @@ FlashDevice::FlashDevice(Access access)
 {
     if (biosFindMtdDevice(path_, sizeof path_) == 0)
         fd_ = openNode(path_, access == Access::kRead ? O_RDONLY : O_RDWR);
-    if (isOpen() && !waitForLock(fd_)) {
-        close(fd_);
-        fd_ = -1;
-    }
+    lock();
 }
 
 FlashDevice::~FlashDevice()
@@ -102,6 +101,24 @@ FlashDevice::~FlashDevice()
         close(characterFd_);
     if (isOpen())
         close(fd_);
+}
+
+void FlashDevice::lock()
+{
+    if (!isOpen() || isLockIgnored_)
+        return;
+    const LockOutcome outcome = waitForLock(fd_);
+    isLockIgnored_ = outcome == LockOutcome::kTimedOut;
+    if (outcome == LockOutcome::kInterrupted) {
+        close(fd_);
+        fd_ = -1;
+    }
+}
+
+void FlashDevice::unlock() const
+{
+    if (isOpen())
+        flock(fd_, LOCK_UN);
 }
 
 ssize_t FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) const

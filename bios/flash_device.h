@@ -29,12 +29,16 @@ public:
 
     [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
 
+    /// Lets other processes use the partition until lock() takes it back, as the constructor took it.
+    void unlock() const;
+    void lock();
+
     /// Reads `size` bytes; those that the partition does not have are left alone. Returns how many were read, or -1.
     ssize_t read(std::size_t offset, void* bytes, std::size_t size) const;
 
-    /// Writes `size` bytes, but for blocks that hold theirs already: some flash is erased and programmed by the block,
-    /// and loses it to a power cut meanwhile. A write of one slot is one call to the system: it happens whole or not at
-    /// all.
+    /// Writes `size` bytes. A block that holds its bytes already is left out: some flash is erased and programmed by
+    /// the block, and a power cut meanwhile loses it. A write of one slot is one call to the system: it happens whole
+    /// or not at all.
     void write(std::size_t offset, const void* bytes, std::size_t size) const;
 
     /// Whether the stored checksum matches.
@@ -54,6 +58,7 @@ private:
 
     char path_[kPathSize]{};
     int fd_ = -1;
+    bool isLockIgnored_ = false; ///< another process did not give it up in time
     int characterFd_ = -1; ///< of the same partition's character device, opened by the first request that needs it
 };
 

@@ -134,11 +134,14 @@ int biosErase()
 
 int biosDumpRawInfo()
 {
-    // Unlocked between the two: other processes do not wait until a slow terminal has taken the dump.
+    FlashDevice device(FlashDevice::Access::kRead);
     FlashImage image{};
-    FlashDevice(FlashDevice::Access::kRead).read(0, &image, sizeof image);
+    device.read(0, &image, sizeof image);
+    // Other processes do not wait until a slow terminal has taken the dump.
+    device.unlock();
     printDump(image);
-    if (!FlashDevice(FlashDevice::Access::kRead).crcMatches())
+    device.lock();
+    if (!device.crcMatches())
         sayCrcError("biosDumpRawInfo");
     return 0;
 }
