@@ -302,11 +302,16 @@ void copyFactoryFile(const char* from, const char* to)
     syncConfFile(to);
 }
 
-void cfgFactoryReset(char**)
+void copyFactoryFiles()
 {
     const ConfFolderLock lock;
     copyFactoryFile("/etc/cw.conf", kCwConfFile);
     copyFactoryFile("/etc/sys.conf", kSysConfFile);
+}
+
+void cfgFactoryReset(char**)
+{
+    copyFactoryFiles();
     configPrepare(nullptr, nullptr);
     runCommand("pkill cwWtpd");
 }

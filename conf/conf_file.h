@@ -67,8 +67,8 @@ public:
     [[nodiscard]] static bool isOurs();
 };
 
-/// Replaces a configuration file by `text`, whole or not at all: whoever reads it, and whatever happens meanwhile,
-/// finds the old file or the new one. Only a file that alone is writable in its folder is written in place. The new
+/// Replaces a configuration file by `text`, whole or not at all: a reader finds the old file or the new one, whatever
+/// happens meanwhile. Only a file that alone is writable in its folder is written in place. The new
 /// file is never as old as the one before it. 0, or -1 with the old file as it was: silently when it cannot be opened,
 /// with a message when the text cannot be written to its end or another shell keeps the lock.
 int replaceConfFile(const char* devicePath, const ConfText& text);

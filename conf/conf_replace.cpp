@@ -91,8 +91,8 @@ bool keepOwnerAndMode(int fd, const struct stat& old)
            fchmod(fd, old.st_mode & kModeBits) == 0;
 }
 
-/// A file system's clock ticks some hundred times a second. Whoever has read the old file must be able to tell the new
-/// one by its time, however soon it follows.
+/// File times may have a resolution of 10 ms. Makes the new time later than the old one, so that readers notice the
+/// change.
 void makeNewer(int fd, const struct stat& old)
 {
     struct stat status;

@@ -152,9 +152,9 @@ inline constexpr std::uint8_t kSecIpsec = 0x80;
 /// The instance that the shell's record is made for.
 inline constexpr std::uint8_t kShellInstance = 2;
 
-/// The process's record; its copy as last read from the file, with which saving compares it; its copy as last read or
-/// written, and before that as it began, from which it differs by what this session has changed. All are zero until
-/// `config` is prepared.
+/// The process's record and two copies of it. The snapshot is the record as last read from the file; saving compares
+/// the record with it. The base is the record as last read or written, or the defaults before that; what differs from
+/// it has been changed by this session. All are zero until `config` is prepared.
 extern CwConfig cwConfig;
 extern CwConfig cwConfigSnapshot;
 extern CwConfig cwConfigBase;

@@ -74,8 +74,8 @@ bool readItems(CwConfig& config, bool& hasOwnAddress)
     return !items.failed();
 }
 
-/// Reads the file over `config`, a copy of the process's record, but for the items that this session has changed. The
-/// system record is left alone.
+/// Reads the file over `config`, a copy of the process's record. The items that this session has changed keep their
+/// values. The system record is left alone.
 bool mergeFile(CwConfig& config)
 {
     bool hasOwnAddress = false;
@@ -89,9 +89,11 @@ bool mergeFile(CwConfig& config)
 }
 
 /// Writes `config`, a copy of the process's record, to the file, with what others have changed there since it was read.
+/// Messages wait until the lock is released, because a terminal may take its time.
 bool saveFile(CwConfig& config)
 {
     ConfText text;
+    const GatheredOutput gathered;
     const ConfFolderLock lock;
     if (!cwFile.catchUp([&config] { return mergeFile(config); }))
         return false;
@@ -100,6 +102,14 @@ bool saveFile(CwConfig& config)
         return false;
     cwFile.noteWritten();
     return true;
+}
+
+/// Whether the process's record equals a copy of it. The saved flag alone is no difference.
+bool isUnchangedSince(CwConfig& copy)
+{
+    copy.saved = cwConfig.saved;
+    // Records are only ever copied as bytes, so equal ones have equal padding. NOLINTNEXTLINE(cert-*,bugprone-*)
+    return std::memcmp(&cwConfig, &copy, sizeof copy) == 0;
 }
 
 } // namespace
@@ -146,9 +156,8 @@ void cwConfLoad(CwConfig& config)
 
 int cwConfWrite()
 {
-    cwConfigSnapshot.saved = cwConfig.saved; // which is no difference
-    // Records are only ever copied as bytes, so equal ones have equal padding. NOLINTNEXTLINE(cert-*,bugprone-*)
-    if (!cwFile.isNewerThanSnapshot() && std::memcmp(&cwConfig, &cwConfigSnapshot, sizeof cwConfig) == 0)
+    if (!cwFile.isNewerThanSnapshot() &&
+        (isUnchangedSince(cwConfigSnapshot) || (isUnchangedSince(cwConfigBase) && cwFile.canBeRead())))
         return 0;
     CwConfig merged;
     std::memcpy(&merged, &cwConfig, sizeof merged);

@@ -24,10 +24,10 @@ void cwConfLoad(CwConfig& config);
 /// address of the access point, too.
 int cwConfChange(const char* key, const char* value);
 
-/// Saves the process's record and has the daemon restarted, unless the record equals the snapshot. What others have
-/// changed in the file since it was last read or written is taken into the record first, but for the items that have
-/// been changed in the record, too; a list is one item. 0, or -1 when the file cannot be written, or be read if it has
-/// changed, which is said; file and record are then as they were.
+/// Saves the process's record and has the daemon restarted, unless nothing has been changed in the record. If others
+/// have changed the file since it was last read or written, their values are taken into the record first; items that
+/// have been changed in the record keep its values. A list is one item. Returns 0, or -1 if the file cannot be written,
+/// or if it has changed and cannot be read, which is said; file and record are then as they were.
 int cwConfWrite();
 
 /// Reads the file whatever its time, over the unsaved changes of the process's record.

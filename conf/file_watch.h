@@ -19,7 +19,7 @@ struct ConfFileTime {
 enum class ConfFileStatus : std::uint8_t {
     Known,
     Missing, ///< there is no such file
-    Unknown, ///< nobody can say; it may still be readable
+    Unknown, ///< its status cannot be had; it may still be readable
 };
 
 /// Stores the modification time of a device file, zeros unless it is known.
@@ -57,8 +57,8 @@ public:
     template <typename Take>
     bool catchUp(Take take);
 
-    /// The session has written the file. The next refresh reads it back, but for a file of the same second as the one
-    /// before it: the snapshot then stays behind.
+    /// To be called when the session has written the file. The next refresh reads it back, unless it has the same
+    /// second as the file before it: then the snapshot is left behind.
     void noteWritten();
 
 private:

@@ -99,6 +99,7 @@ void sysConfLoad(SysConfig& config)
 
 int sysConfChange(const char* key, const char* value)
 {
+    const GatheredOutput gathered; // printed when the lock is released
     const ConfFolderLock lock;
     const bool isCaughtUp = catchUp();
     sysConfSetItem(key, value, sysConfig);
@@ -107,6 +108,7 @@ int sysConfChange(const char* key, const char* value)
 
 int sysConfCommit()
 {
+    const GatheredOutput gathered; // printed when the lock is released
     const ConfFolderLock lock;
     return catchUp() ? sysConfWrite() : -1;
 }

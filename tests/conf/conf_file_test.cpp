@@ -182,7 +182,7 @@ TEST_F(ConfFileTest, FactoryFilesAreOnTheDiskBeforeTheDaemonEnds)
     EXPECT_EQ(calls(), expected.str() + "pkill cwWtpd\n");
 }
 
-// A failure is said once for a file; whoever would write over it hears of it each time.
+// A failure is reported once for a file, and each time the file would be written over.
 TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
 {
     const std::string said = "sysConfRead: Could not open conf file /cfg/sys.conf.\n";
