@@ -151,6 +151,12 @@ int completeOrList(int count, int key)
     return completeBehindBlanks(rl_complete, false, again, count, key);
 }
 
+/// In the command mode of vi the cursor stands on a character. On a blank nothing is completed, for the same reason.
+int completeInVi(int count, int key)
+{
+    return rl_line_buffer[rl_point] == ' ' ? rl_ding() : rl_vi_complete(count, key);
+}
+
 struct CompletionCommand {
     const char* name; ///< in readline's configuration file
     rl_command_func_t* function;
@@ -164,6 +170,7 @@ constexpr CompletionCommand kCommands[] = {
     {"menu-complete-backward", completeWord<rl_backward_menu_complete, true>},
     {"old-menu-complete", completeWord<rl_old_menu_complete, true>},
     {"delete-char-or-list", completeWord<rl_delete_or_show_completions>},
+    {"vi-complete", completeInVi},
     {"list-commands", listCommands},
 };
 
@@ -217,6 +224,9 @@ void installCompletion()
     vi['\t'].function = completeOrList;
     vi[CTRL('N')].function = completeWord<rl_menu_complete, true>;
     vi[CTRL('P')].function = completeWord<rl_backward_menu_complete, true>;
+    KEYMAP_ENTRY* const viCommand = rl_get_keymap_by_name("vi-command");
+    for (const unsigned char key : {'\\', '*', '='})
+        viCommand[key].function = completeInVi;
 }
 
 void bindHelpKey()

@@ -19,10 +19,11 @@
 namespace
 {
 
-/// Beginnings of the variables that are removed. The last one is that of functions that bash exports.
+/// Beginnings of the variables that are removed. BASH_FUNC_ is that of functions that bash exports; LESSSECURE is set
+/// anew, because an environment may hold a variable twice.
 constexpr std::string_view kRemoved[] = {
-    "ENV=", "BASH_ENV=", "SHELLOPTS=", "BASHOPTS=",     "PS4=",
-    "IFS=", "LESSOPEN=", "LESSCLOSE=", "GREP_OPTIONS=", "BASH_FUNC_",
+    "ENV=",      "BASH_ENV=",  "SHELLOPTS=",    "BASHOPTS=",  "PS4=",        "IFS=",
+    "LESSOPEN=", "LESSCLOSE=", "GREP_OPTIONS=", "BASH_FUNC_", "LESSSECURE=",
 };
 
 constexpr const char* kSizes[] = {"COLUMNS", "LINES"};
@@ -44,7 +45,7 @@ bool isSize(const char* text)
     return isDigits(text) && number >= 1 && number <= kLargestSize;
 }
 
-/// The name in a line such as "$include ~/keys", which ends at its first blank; null if the line is another.
+/// The name in a line such as "$include ~/keys", which ends with the line; null if the line is another.
 char* includedName(char* line)
 {
     constexpr char kBlanks[] = " \t\r\n";
@@ -58,7 +59,7 @@ char* includedName(char* line)
         return nullptr;
     line += kInclude.size();
     line += std::strspn(line, kBlanks);
-    line[std::strcspn(line, kBlanks)] = '\0';
+    line[std::strcspn(line, "\n")] = '\0';
     return line;
 }
 
@@ -91,10 +92,12 @@ bool isReadable(const char* name, int& filesLeft)
     if (file == nullptr)
         return true;
     bool readable = isSmallPlainFile(fileno(file));
-    char line[1024];
-    while (readable && std::fgets(line, sizeof line, file) != nullptr)
-        if (const char* included = includedName(line); included != nullptr)
-            readable = isReadable(included, filesLeft);
+    char line[PATH_MAX];
+    while (readable && std::fgets(line, sizeof line, file) != nullptr) {
+        const bool isCut = std::strlen(line) == sizeof line - 1;
+        const char* included = includedName(line);
+        readable = included == nullptr || (!isCut && isReadable(included, filesLeft));
+    }
     std::fclose(file);
     return readable;
 }
@@ -154,6 +157,6 @@ void checkReadlineEnvironment()
     for (const char* name : kSizes)
         if (const char* text = std::getenv(name); text != nullptr && !isSize(text))
             unsetenv(name);
-    checkInputrc();
     checkHome();
+    checkInputrc();
 }

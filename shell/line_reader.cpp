@@ -22,6 +22,7 @@ namespace
 
 constexpr int kHistoryLimit = 1000;
 constexpr char kBellStyle[] = "bell-style";
+constexpr char kBracketedPaste[] = "enable-bracketed-paste";
 
 constexpr const char* kKeymaps[] = {"emacs-standard", "vi-insert", "vi-command"};
 
@@ -39,6 +40,7 @@ struct Reading {
     Outcome outcome;          ///< once it is no line, readline gets no more keys
     rl_voidfunc_t* redisplay; ///< what readline does otherwise, while it must not draw
     const char* bell;         ///< nor ring
+    bool isPasteHidden;       ///< from a search, until the next key
 };
 
 constinit Reading reading{};
@@ -87,7 +89,7 @@ void prepareTerminal(int usesMeta)
     tcsetattr(STDIN_FILENO, TCSANOW, &modes);
 }
 
-/// What the session went through while the process stood still leaves the screen and the modes to be made again.
+/// Sets the modes and draws the line again after the process was stopped.
 void redrawAfterStop()
 {
     takeSignal(SIGCONT);
@@ -100,6 +102,8 @@ void handleSignals()
 {
     if (takeSignal(SIGALRM)) {
         rl_eof_found = 1; // readline leaves the line as at the end of input
+        if (std::strcmp(rl_variable_value(kBracketedPaste), "on") != 0)
+            rl_crlf(); // which otherwise ends the brackets
         rl_deprep_terminal();
         reading.endIdle();
     }
@@ -129,7 +133,7 @@ int ignoreKey(int, int)
 bool isIgnored(unsigned char key)
 {
     return (key == CTRL('S') || key == CTRL('Q')) && rl_get_keymap()[key].function == ignoreKey &&
-           RL_ISSTATE(RL_STATE_READCMD | RL_STATE_ISEARCH | RL_STATE_NSEARCH);
+           RL_ISSTATE(RL_STATE_READCMD | RL_STATE_ISEARCH | RL_STATE_NSEARCH | RL_STATE_NUMERICARG | RL_STATE_VIMOTION);
 }
 
 /// The keys of a terminal begin with an escape; a session that types none does not pay for them.
@@ -144,6 +148,22 @@ void bindTerminalKeysOnce()
     areBound = true;
 }
 
+/// A search would read a pasted block itself and show it as it came. Hides the bracket that begins it, so that the
+/// search ends at its escape key and the block is read as everywhere else.
+void hidePasteFromSearch()
+{
+    reading.isPasteHidden = RL_ISSTATE(RL_STATE_ISEARCH) && std::strcmp(rl_variable_value(kBracketedPaste), "on") == 0;
+    if (reading.isPasteHidden)
+        rl_variable_bind(kBracketedPaste, "off");
+}
+
+void showPasteAgain()
+{
+    if (reading.isPasteHidden)
+        rl_variable_bind(kBracketedPaste, "on");
+    reading.isPasteHidden = false;
+}
+
 /// What was typed of the line is not run.
 void endInput()
 {
@@ -156,6 +176,7 @@ int readKey(FILE* stream)
 {
     static constexpr timespec kNow{};
     const sigset_t& outside = reading.signals->outside();
+    showPasteAgain();
     while (reading.outcome == Outcome::line) {
         pollfd input{.fd = fileno(stream), .events = POLLIN, .revents = 0};
         // A key that waits hides the signals that wait too; an interrupt has taken what was typed before it.
@@ -168,14 +189,16 @@ int readKey(FILE* stream)
         if (count == 1 && isIgnored(key))
             continue;
         if (count == 1) {
-            if (key == ESC)
+            if (key == ESC) {
                 bindTerminalKeysOnce();
+                hidePasteFromSearch();
+            }
             return key;
         }
         // The last line of a file needs no line feed.
         if (count == 0 && !RL_ISSTATE(RL_STATE_TERMPREPPED))
             return EOF;
-        // A terminal that is there may have lost the key to an interrupt.
+        // A read of a terminal returns nothing if an interrupt has flushed the key.
         if (count == 0 ? (input.revents & POLLHUP) != 0 : errno != EINTR && errno != EAGAIN)
             endInput();
     }
@@ -186,14 +209,27 @@ int readKey(FILE* stream)
     return RL_ISSTATE(RL_STATE_READCMD) ? READERR : EOF;
 }
 
-/// Takes two traps off the keyboard: M-p and M-n, after which readline 8.2 may free an undo list twice, and the switch
-/// to vi mode, which a return behind an escape key would be.
-void unbindTraps()
+/// Replaces or unbinds keys that break readline 8.2. After a search that is not incremental it may free an undo list
+/// twice; an incremental one does the same for the user. A return behind an escape key would switch to vi mode.
+void replaceTraps()
 {
-    constexpr unsigned char kKeys[] = {'p', 'n', '\n', '\r'};
-    KEYMAP_ENTRY* const meta = rl_get_keymap_by_name("emacs-meta");
-    for (const unsigned char key : kKeys)
-        meta[key].function = nullptr;
+    struct Key {
+        const char* keymap;
+        unsigned char key;
+        rl_command_func_t* function;
+    };
+    static constexpr Key kKeys[] = {
+        {"emacs-meta", 'p', nullptr},
+        {"emacs-meta", 'n', nullptr},
+        {"emacs-meta", '\n', nullptr},
+        {"emacs-meta", '\r', nullptr},
+        {"vi-command", '/', rl_reverse_search_history},
+        {"vi-command", '?', rl_forward_search_history},
+        {"vi-command", 'n', nullptr},
+        {"vi-command", 'N', nullptr},
+    };
+    for (const Key& row : kKeys)
+        rl_get_keymap_by_name(row.keymap)[row.key].function = row.function;
 }
 
 /// readline's functions for them would swallow the next key. The user's configuration file is read later.
@@ -219,7 +255,7 @@ void prepareLineReader()
     rl_prep_term_function = prepareTerminal;
     rl_startup_hook = widenScreen;
     rl_pre_input_hook = typePastedLine;
-    unbindTraps();
+    replaceTraps();
     ignoreFlowControl();
     rememberTerminal();
     catchSignals();
@@ -249,7 +285,8 @@ char* readLine(const LineSource& source)
                    .endIdle = source.endIdle,
                    .outcome = Outcome::line,
                    .redisplay = nullptr,
-                   .bell = nullptr};
+                   .bell = nullptr,
+                   .isPasteHidden = false};
         takeSignal(SIGALRM);
         takeSignal(SIGCONT);
         alarm(source.idleTimeout);

@@ -89,7 +89,7 @@ bool pasteGoesOn()
 
 void dropPaste(const sigset_t& mask)
 {
-    constexpr timespec kPause{.tv_sec = 0, .tv_nsec = 100'000'000};
+    constexpr timespec kPause{.tv_sec = 1, .tv_nsec = 0};
     pollfd input{.fd = fileno(rl_instream), .events = POLLIN, .revents = 0};
     char keys[256];
     // The end of the block may have been lost to the interrupt.

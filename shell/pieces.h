@@ -13,7 +13,7 @@ public:
     /// Adds a text; `handOn` gets each piece that is full.
     void append(const char* text, HandOn handOn);
 
-    /// Hands on what is there.
+    /// Hands on the rest.
     void finish(HandOn handOn);
 
     void clear() { length_ = 0; }

@@ -44,7 +44,7 @@ void listHistory()
 {
     std::fflush(stdout);
     HIST_ENTRY** entries = history_list();
-    for (int i = 0; entries != nullptr && entries[i] != nullptr; ++i) {
+    for (int i = 0; entries != nullptr && entries[i] != nullptr && !isInterrupted(); ++i) {
         std::fprintf(stderr, "%d: ", i);
         printTyped(stderr, entries[i]->line);
         std::fputs("\r\n", stderr);

@@ -115,7 +115,7 @@ void catchSignals()
             sigaction(signal, &ending, nullptr);
     }
     sigaction(SIGABRT, &ending, &abortAction);
-    // Whoever started this process, or a library, may have left signals blocked, and the end of tools unheard.
+    // The process that started this one, or a library, may have left signals blocked and SIGCHLD ignored.
     sigprocmask(SIG_UNBLOCK, &ending.sa_mask, nullptr);
     struct sigaction child;
     if (sigaction(SIGCHLD, nullptr, &child) == 0 && child.sa_handler == SIG_IGN)
@@ -207,7 +207,7 @@ void HeldSignals::stop()
     sigset_t held;
     sigaction(SIGTSTP, &byDefault, &noting);
     sigprocmask(SIG_SETMASK, &outside_, &held);
-    // Who lost the terminal first, as beside another process of the job, has stood still and was continued already.
+    // If SIGCONT has arrived, the process was already stopped and resumed once: do not stop it again.
     if (noted[SIGCONT] == 0)
         raise(SIGTSTP);
     sigprocmask(SIG_SETMASK, &held, nullptr);

@@ -39,8 +39,8 @@ private:
     pid_t child_; ///< -1: there is none
 };
 
-/// While an object lives every signal of a session waits, but for where `outside()` is given to the kernel as the mask.
-/// Ctrl-Z, which otherwise just stops the process, is noted like the others.
+/// Blocks the session's signals while an object lives. Pass `outside()` to ppoll() to receive them there. Ctrl-Z, which
+/// otherwise just stops the process, is noted like the others.
 class HeldSignals
 {
 public:

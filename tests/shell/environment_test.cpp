@@ -59,13 +59,17 @@ TEST_F(Environment, KeepsReadlineFromFilesThatItCannotReadAtOnce)
     writeFile("/tmp/plain", "set bell-style none\n  $include missing\n$include " + home + "/other\n");
     writeFile("/tmp/other", "$if mode=vi\n");
     writeFile("/tmp/large", std::string(65 * 1024, '#'));
-    writeFile("/tmp/includes_fifo", "# first\n\t$ INCLUDE\t" + fifo + " \n");
+    writeFile("/tmp/includes_fifo", "# first\n\t$ INCLUDE\t" + fifo + "\n");
+    ASSERT_EQ(mkfifo((home + "/a fifo").c_str(), S_IRUSR | S_IWUSR), 0);
+    writeFile("/tmp/includes_blank", "$include " + home + "/a fifo\n");
+    writeFile("/tmp/includes_long", "$include " + std::string(5000, '/') + fifo + "\n");
     writeFile("/tmp/includes_itself", "$include " + home + "/includes_itself\n");
     const struct {
         std::string file;
         bool isRead;
     } cases[] = {
-        {"plain", true},          {"missing", true},          {"fifo", false}, {"large", false},
+        {"plain", true},          {"missing", true},          {"fifo", false},
+        {"large", false},         {"includes_blank", false},  {"includes_long", false},
         {"includes_fifo", false}, {"includes_itself", false}, {".", false},
     };
     for (const auto& example : cases) {

@@ -248,15 +248,17 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
         std::string keys;
         const char* shown; ///< when the interrupt comes
         const char* after; ///< comes behind it
+        const char* before = "";
     } cases[] = {
         {"ping\rbrctl\r\x1b[201~", "started", ""},
         {"nosuch\rbrctl half\x1b[201~", "half", ""},
         {"brctl\rbrctl", "ap", "brctl\rbrctl\r\x1b[201~"},
+        {"brctl\rbrctl", "ap", "brctl\rbrctl\r\x1b[201~", "\022"},
     };
     for (const auto& example : cases) {
         SCOPED_TRACE(example.keys);
         Session session;
-        session.send("\x1b[200~" + example.keys);
+        session.send(example.before + ("\x1b[200~" + example.keys));
         session.waitForScreen(example.shown);
         session.send(kControlC + std::string(example.after));
         session.waitForScreen("^C");
@@ -306,4 +308,10 @@ TEST_F(Editing, KeysThatCouldBreakItAreDead)
     session.waitForRow("ap  # p");
     session.endLine(kControlC);
     EXPECT_EQ(session.ask("\x1b\rnosuch\x1bx"), kUnknown);
+
+    writeFile("/etc/inputrc", "set editing-mode vi\n");
+    Session vi(shell({"INPUTRC=" + path("/etc/inputrc")}));
+    vi.ask("nosuch");
+    vi.endLine("\x1bkx/zz\r\x1bjx\r");
+    EXPECT_EQ(vi.ask("get  \x1b\\*Inosuch"), "Command \"nosuchget\" is not supported.\n");
 }
