@@ -98,10 +98,11 @@ bool listFollowers(std::string_view segment, bool behindPipe)
 int listCommands(int, int)
 {
     const int cursor = rl_point;
-    const std::string_view typed = typedText();
+    std::string_view typed = typedText();
     const std::size_t start = typed.find_last_of("|&;") + 1;          // behind no symbol it is 0
     const bool behindPipe = typed.find_first_not_of(' ') + 1 < start; // a symbol that begins the line means nothing
-    if (!listFollowers(typed.substr(start), behindPipe))
+    typed.remove_prefix(start);
+    if (!listFollowers(typed, behindPipe))
         return rl_ding();
     rl_point = cursor;
     rl_on_new_line();
