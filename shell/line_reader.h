@@ -21,7 +21,8 @@ void prepareLineReader();
 /// Adds a line to the history, which holds the last 1,000, as they were entered whatever is edited later.
 void keepLine(const char* line);
 
-/// Reads a line, which the caller frees. Null: the end of input. An interrupt drops the line and begins a fresh one.
+/// Reads a line, which the caller frees. An interrupt drops the line and begins a fresh one. Null: the input has ended
+/// or cannot be read; what a hang-up or a read error cut off is lost.
 char* readLine(const LineSource& source);
 
 #endif

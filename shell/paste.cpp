@@ -1,6 +1,5 @@
 #include "shell/paste.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <poll.h>
@@ -90,7 +89,7 @@ bool pasteGoesOn()
 void dropPaste(const sigset_t& mask)
 {
     constexpr timespec kPause{.tv_sec = 1, .tv_nsec = 0};
-    pollfd input{.fd = fileno(rl_instream), .events = POLLIN, .revents = 0};
+    pollfd input{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
     char keys[256];
     // The end of the block may have been lost to the interrupt.
     while (block.isComing && ppoll(&input, 1, &kPause, &mask) > 0 && read(input.fd, keys, sizeof keys) > 0)

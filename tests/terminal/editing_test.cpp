@@ -1,5 +1,8 @@
+#include <fcntl.h>
 #include <filesystem>
 #include <sstream>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 #include <sys/stat.h>
 
@@ -80,7 +83,6 @@ TEST_F(Editing, OffersWhatCanBeTypedNext)
         {"ca", "\x1bh", "calibration cable "},
         {"get wtp ", "\033OP", "info stations "},
         {"get ", "\t\t", "vap wtp radio system qsky "},
-        {"get", "\t\t", "vap wtp radio system qsky "},
         {"save cw_conf 7", "\033[[A", "cw_conf "},
         {"debug nosuch ", "\t\t", "debug "},
         {"nosuch | ca", "\033[11~", "cable "},
@@ -97,7 +99,7 @@ TEST_F(Editing, OffersWhatCanBeTypedNext)
         session.send("\x15" + list.line + list.keys);
         const bool rings = list.names[0] == '\0';
         EXPECT_EQ(session.waitFor(rings ? "\a" : "\n").find('\n') == std::string::npos, rings);
-        session.waitForRow(kPrompt + list.line + (list.line == "get" ? " " : ""));
+        session.waitForRow(kPrompt + list.line);
         if (rings)
             continue;
         std::istringstream rows(session.rowsAbove());
@@ -260,12 +262,17 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
         Session session;
         session.send(example.before + ("\x1b[200~" + example.keys));
         session.waitForScreen(example.shown);
+        // The interrupt takes what was not read.
+        const int input = open(("/proc/" + std::to_string(session.pid()) + "/fd/0").c_str(), O_RDONLY | O_NOCTTY);
+        for (int unread = 1; unread > 0; usleep(1000))
+            ASSERT_EQ(ioctl(input, FIONREAD, &unread), 0);
+        close(input);
         session.send(kControlC + std::string(example.after));
         session.waitForScreen("^C");
         session.waitForRow(kPrompt);
         EXPECT_EQ(session.ask("nosuch"), kUnknown);
     }
-    // Another system shell becomes its last tool. If that ends well at an interrupt, only the rest of the group tells.
+    // busybox's system shell becomes its last tool: when that takes the interrupt for itself, nobody dies of it.
     plantTool("ping", R"(read -r _ _ _ session _ </proc/$PPID/stat
         for child in $(cat /proc/$session/task/$session/children); do [ $child = $PPID ] || kill -INT $child; done
         echo statistics)");
