@@ -43,6 +43,7 @@ protected:
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the C library's is reserved
 extern "C" int system(const char* text)
 {
     recorded.emplace_back(text);

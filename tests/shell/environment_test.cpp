@@ -58,7 +58,7 @@ TEST_F(Environment, KeepsReadlineFromFilesThatItCannotReadAtOnce)
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
     writeFile("/tmp/plain", "set bell-style none\n  $include missing\n$include " + home + "/other\n");
     writeFile("/tmp/other", "$if mode=vi\n");
-    writeFile("/tmp/large", std::string(65 * 1024, '#'));
+    writeFile("/tmp/large", std::string(65UL * 1024UL, '#'));
     writeFile("/tmp/includes_fifo", "# first\n\t$ INCLUDE\t" + fifo + "\n");
     ASSERT_EQ(mkfifo((home + "/a fifo").c_str(), S_IRUSR | S_IWUSR), 0);
     writeFile("/tmp/includes_blank", "$include " + home + "/a fifo\n");
