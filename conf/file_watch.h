@@ -25,7 +25,7 @@ enum class ConfFileStatus : std::uint8_t {
 /// Stores the modification time of a device file, zeros unless it is known.
 ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
 
-/// What a session knows of a configuration file, beside the record that it reads it into.
+/// The state of a configuration file, as a session last read or wrote it.
 class FileWatch
 {
 public:

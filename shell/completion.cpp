@@ -29,7 +29,7 @@ bool lastWordIsArgument(const cli_node* node)
     return tokenStore.argc > 0 && node == findNode(tokenStore.argc - 1, tokenStore.tokens);
 }
 
-/// What is typed before the cursor, of several lines in the last.
+/// The text before the cursor. If it has several lines, only the last one.
 std::string_view typedText()
 {
     std::string_view line(rl_line_buffer, static_cast<std::size_t>(rl_point));
@@ -48,7 +48,7 @@ const cli_node* offeringNode()
     return lastWordIsArgument(node) ? nullptr : node;
 }
 
-/// Below the line that is being typed.
+/// Moves the cursor below the line that is being typed.
 void beginRows()
 {
     rl_point = rl_end;

@@ -164,7 +164,7 @@ void showPasteAgain()
     reading.isPasteHidden = false;
 }
 
-/// What was typed of the line is not run.
+/// Ends the input. The line that is being typed is not run.
 void endInput()
 {
     reading.outcome = Outcome::end;

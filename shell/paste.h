@@ -5,8 +5,8 @@
 
 #include <csignal>
 
-/// What the bracket that begins a block is bound to: each line of the block is typed at a prompt of its own and
-/// entered, the last one is only typed. A key of readline's.
+/// Reads the block that the opening bracket begins, and types its lines, each at a prompt of its own. All but the last
+/// are entered. A command of readline's, to be bound to the bracket.
 int pasteBlock(int count, int key);
 
 /// Types the next line of the block. A hook of readline's, for when it has shown its prompt.
