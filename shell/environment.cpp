@@ -124,8 +124,8 @@ void checkInputrc()
     setenv(kInputrc, replacement, 1);
 }
 
-/// The terminal library reads the terminal's description below the user's folder first, and would wait for the other end
-/// of a pipe. Hides the folder if the description is no plain file.
+/// The terminal library reads the terminal's description below the user's folder first, and would wait for the other
+/// end of a pipe. Hides the folder if the description is no plain file.
 void checkHome()
 {
     const char* home = std::getenv("HOME");
