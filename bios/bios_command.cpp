@@ -145,11 +145,10 @@ void biosTftpGet(const char* server, const char* file)
 
     // An image that was fetched before stays until the client overwrites it.
     const bool isKept = isOwnFile(path) && !leadsThroughLink(path);
-    for (const char* written : {kTftpOutputFile, isKept ? kTftpOutputFile : path}) {
-        if (!makeForTool(written)) {
-            cli_printf(kCanNotWrite, written);
-            return;
-        }
+    const bool isLogMade = makeForTool(kTftpOutputFile);
+    if (!isLogMade || (!isKept && !makeForTool(path))) {
+        cli_printf(kCanNotWrite, isLogMade ? path : kTftpOutputFile);
+        return;
     }
     const mode_t mask = umask(S_IRWXG | S_IRWXO);
     runCommandf(kTftpCommand, server, file, rom.path(), log.path());

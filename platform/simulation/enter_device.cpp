@@ -1,4 +1,4 @@
-// What keeps a program on its simulated device: no line that is typed reaches a program or a process of the PC.
+// Keeps a program on its simulated device: no typed line reaches a program or a process of the PC.
 
 #include "platform/simulation/enter_device.h"
 

@@ -35,7 +35,7 @@ std::string nameOf(int fd)
 
 extern "C" ssize_t __real_read(int fd, void* bytes, size_t size);
 
-// The linker puts this and the next in the place of every read() and fsync() of the shell.
+// The linker replaces every read() and fsync() of the shell by these two.
 extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
 {
     static bool isInterrupted = false;

@@ -86,7 +86,7 @@ TEST_F(Screen, ShowsTheLineInAWindowThatIsTooSmallForIt)
     session.endLine("\r");
 }
 
-/// What the process sees of a change there and back is the signal alone.
+/// The process sees only the signal of a change there and back.
 TEST_F(Screen, IsDrawnAnewWhenTheSizeIsTheSame)
 {
     const struct {
