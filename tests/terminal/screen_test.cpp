@@ -97,8 +97,11 @@ TEST_F(Screen, IsDrawnAnewWhenTheSizeIsTheSame)
         Session session(shell(example.login));
         kill(session.pid(), SIGWINCH);
         session.waitFor(kPrompt);
-        session.send(std::string(100, 'x') + '\001');
-        session.waitForExactly(kPrompt + std::string(74, 'x') + "\n" + std::string(26, 'x'), {example.row, 6});
+        const std::string rows = kPrompt + std::string(74, 'x') + "\n" + std::string(26, 'x');
+        session.send(std::string(100, 'x'));
+        session.waitForExactly(rows, {1, 26});
+        session.send("\001");
+        session.waitForExactly(rows, {example.row, 6});
     }
 }
 
