@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "cli/guard.h"
+#include "cli/root_table.h"
 #include "conf/replay.h"
 #include "conf/sys_conf.h"
 #include "platform/system_library.h"
@@ -54,6 +55,7 @@ int main(int argc, char** argv)
     openStandardDescriptors();
     secureEnvironment();
     install_signal_handler("cli", 0);
+    setRootCommands(rootTable);
     loadAliases();
     prepareTree(cliRoot);
     if (argc >= 2 && std::strcmp(argv[1], "run") == 0)

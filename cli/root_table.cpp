@@ -71,9 +71,7 @@ constinit cli_node ledTestTable[] = {
     group("power", "Test power led.", powerTable),
 };
 
-} // namespace
-
-constinit cli_node rootTable[kRootCommandCount] = {
+constinit cli_node rows[] = {
     rootHelp(command("help", "Show Quillon commands.", helpLister)),
     command("quit", "Quit the CLI.", quitCommand),
     command("exit", "Exit the CLI.", quitCommand),
@@ -122,4 +120,6 @@ constinit cli_node rootTable[kRootCommandCount] = {
     hidden(group("led_test", "Test led lights.", ledTestTable)),
 };
 
-constinit cli_node cliRoot = group("", "", rootTable);
+} // namespace
+
+constinit const std::span<cli_node> rootTable = rows;

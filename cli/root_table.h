@@ -3,11 +3,11 @@
 #ifndef CLI_ROOT_TABLE_H
 #define CLI_ROOT_TABLE_H
 
+#include <span>
+
 #include "shell/node.h"
 
-inline constexpr int kRootCommandCount = 46;
-
-/// The static rows; cliRoot refers to them until aliases are loaded.
-extern cli_node rootTable[kRootCommandCount];
+/// The static rows. Once aliases are loaded, the tree has copies of them.
+extern const std::span<cli_node> rootTable;
 
 #endif

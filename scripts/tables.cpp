@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "cli/root_table.h"
 #include "conf/cw_items.h"
 #include "platform/debug_library.h"
 #include "platform/system_library.h"
@@ -76,6 +77,7 @@ void printItems(CwConfig& config)
 int main()
 {
     install_signal_handler("tables", 0);
+    setRootCommands(rootTable);
     prepareTree(cliRoot);
     printCommands(cliRoot, "");
     static CwConfig config;

@@ -82,8 +82,7 @@ void loadAliases()
     }
     if (table == nullptr)
         return;
-    cliRoot.childCount = static_cast<std::int32_t>(count);
-    cliRoot.children = table;
+    setRootCommands({table, count});
     loadedTable = table;
 }
 

@@ -2,6 +2,14 @@
 
 #include <cstring>
 
+constinit cli_node cliRoot{};
+
+void setRootCommands(std::span<cli_node> commands)
+{
+    cliRoot.childCount = static_cast<std::int32_t>(commands.size());
+    cliRoot.children = commands.data();
+}
+
 void prepareTree(cli_node& node)
 {
     for (std::int32_t i = 0; i < node.childCount; ++i) {

@@ -82,6 +82,9 @@ consteval cli_node prepared(cli_node row, CliPrepare prepare)
 /// The root descriptor: its children are the root commands. Every lookup starts here.
 extern cli_node cliRoot;
 
+/// Makes `commands` the root commands. They live until the process ends.
+void setRootCommands(std::span<cli_node> commands);
+
 /// Runs the prepare hooks below `node`, parents first.
 void prepareTree(cli_node& node);
 

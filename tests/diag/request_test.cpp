@@ -10,11 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "bios/platform_info.h"
 #include "diag/wireless.h"
-#include "platform/message_channel.h"
-#include "platform/system_library.h"
-#include "platform/wireless_library.h"
+#include "platform/flash_layout.h"
 #include "shell/executor.h"
 #include "tests/support/device.h"
 
@@ -36,7 +33,6 @@ struct FakePlatform {
     std::vector<int> allocated{}; ///< sizes of the channel's buffers
     std::size_t freed = 0;
 
-    char region = '\0';        ///< 0: cannot be read
     std::string regionAsked{}; ///< the last text that the default country was asked for
     std::string interfaceUp{};
     Texts scans{};     ///< interface and buffer size of each background scan
@@ -62,7 +58,10 @@ protected:
 
 } // namespace
 
-void* ipcmsg_alloc(int size)
+// The calls of the shell to the platform end here.
+extern "C" {
+
+void* __wrap_ipcmsg_alloc(int size)
 {
     if (fakePlatform.buffersLeft == 0)
         return nullptr;
@@ -71,14 +70,14 @@ void* ipcmsg_alloc(int size)
     return std::memset(std::malloc(static_cast<std::size_t>(size)), 0xa5, static_cast<std::size_t>(size));
 }
 
-void ipcmsg_free(void* buffer)
+void __wrap_ipcmsg_free(void* buffer)
 {
     EXPECT_NE(buffer, nullptr);
     ++fakePlatform.freed;
     std::free(buffer);
 }
 
-int ipcmsg_send(int destination, int flags, int type, const void* message, int length)
+int __wrap_ipcmsg_send(int destination, int flags, int type, const void* message, int length)
 {
     std::string text = std::to_string(destination) + " " + std::to_string(flags) + " " + std::to_string(type) + ":";
     for (int i = 0; i < length; ++i) {
@@ -90,10 +89,10 @@ int ipcmsg_send(int destination, int flags, int type, const void* message, int l
     return fakePlatform.channelResult;
 }
 
-int ipcmsg_send_and_recv(int destination, int flags, int type, const void* request, int request_length, void* reply,
-                         int* reply_length, int timeout_ms)
+int __wrap_ipcmsg_send_and_recv(int destination, int flags, int type, const void* request, int request_length,
+                                void* reply, int* reply_length, int timeout_ms)
 {
-    ipcmsg_send(destination, flags, type, request, request_length);
+    __wrap_ipcmsg_send(destination, flags, type, request, request_length);
     fakePlatform.sent.back().insert(0, std::to_string(*reply_length) + " " + std::to_string(timeout_ms) + " ");
     auto* out = static_cast<std::uint8_t*>(reply);
     EXPECT_EQ(std::count(out, out + *reply_length, 0), *reply_length);
@@ -103,33 +102,28 @@ int ipcmsg_send_and_recv(int destination, int flags, int type, const void* reque
     return fakePlatform.channelResult;
 }
 
-int biosGetRegCode(char& letter)
-{
-    letter = fakePlatform.region;
-    return fakePlatform.region != '\0' ? 0 : -1;
-}
-
-int sys_intf_status(const char* interface)
+int __wrap_sys_intf_status(const char* interface)
 {
     return fakePlatform.interfaceUp == interface ? -3 : 0;
 }
 
-int rtl_wlan_get_bgscan(const char* interface, int flags, void* buffer, int size)
+int __wrap_rtl_wlan_get_bgscan(const char* interface, int flags, void* buffer, int size)
 {
     fakePlatform.scans.push_back(std::string(interface) + " " + std::to_string(size));
     std::memset(buffer, flags, static_cast<std::size_t>(size));
     return size < fakePlatform.scanNeeds ? -1 : 0;
 }
 
-int kstr_regdmn_get_country_code(const char* country)
+int __wrap_kstr_regdmn_get_country_code(const char* country)
 {
     return std::strcmp(country, "US") == 0 ? 840 : std::strcmp(country, "JAPAN") == 0 ? 392 : 0;
 }
 
-const char* kstr_regdmn_get_default_country(const char* region_code)
+const char* __wrap_kstr_regdmn_get_default_country(const char* region_code)
 {
     fakePlatform.regionAsked = region_code;
     return "US";
+}
 }
 
 TEST_F(RequestTest, QueriesTellWhetherThereIsAnAnswer)
@@ -225,7 +219,11 @@ TEST_F(RequestTest, CountryIsSentWithFullPower)
     EXPECT_TRUE(run("country XX").starts_with("Can NOT find any country named XX.\n"));
     EXPECT_EQ(run("country JAPAN"), "");
     EXPECT_EQ(fakePlatform.sent, (Texts{"1 0 7: 0 1 100 0", "1 0 7: 1 1 100 0", "1 0 6: 0 0 136 1 74 65 80 0"}));
-    fakePlatform = {.region = 'E'};
+    fakePlatform = {};
+    FlashImage image{};
+    image.regionCode[8] = 'E';
+    writeFile("/proc/mtd", "mtd0: 00040000 00010000 \"bios\"\n");
+    writeFile("/dev/mtdblock0", {reinterpret_cast<const char*>(&image), sizeof image});
     EXPECT_EQ(run("country"), "");
     EXPECT_EQ(fakePlatform.regionAsked, "E");
     EXPECT_EQ(fakePlatform.sent, (Texts{"1 0 7: 0 1 100 0", "1 0 7: 1 1 100 0", "1 0 6: 0 0 72 3 85 83 0 0"}));

@@ -7,6 +7,8 @@
 #include <sstream>
 #include <unistd.h>
 
+#include "cli/root_table.h"
+
 namespace fs = std::filesystem;
 
 DeviceTest::DeviceTest()
@@ -18,6 +20,7 @@ DeviceTest::DeviceTest()
     for (const char* folder : {"/cfg", "/etc", "/dev", "/proc", "/tmp", "/bin"})
         fs::create_directories(path(folder));
     setenv("CLI_SIM_ROOT", root_.c_str(), 1);
+    setRootCommands(rootTable);
     setenv("PATH", (path("/bin") + ":" + std::getenv("PATH")).c_str(), 1);
 }
 
