@@ -7,21 +7,13 @@
 #include <unistd.h>
 
 #include "base/file.h"
+#include "base/product.h"
 #include "base/text.h"
 #include "bios/flash_device.h"
 #include "shell/output.h"
 
 namespace
 {
-
-constexpr char kDefaultRomFile[] = "/etc/rom/QPK310V_default.rom";
-
-constexpr std::uint8_t kDefaultMac[kMacSize] = {0x02, 0x1a, 0x2b, 0x00, 0x01, 0x00};
-constexpr char kDefaultPlatformName[] = "QK310V";
-constexpr char kDefaultRegionCode[] = "Regcode:A";
-constexpr char kDefaultBiosVersion[] = "Ver:05000001";
-constexpr char kDefaultOemSn[] = "QPK310V4U1600001";
-constexpr char kDefaultQlnSn[] = "QPK315V4U1600001";
 
 /// The part number begins in the middle of the platform name's slot and ends behind it.
 constexpr std::size_t kPartNumberOffset = offsetof(FlashImage, platformName) + 8;

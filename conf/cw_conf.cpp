@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <unistd.h>
 
+#include "base/product.h"
 #include "base/text.h"
 #include "conf/ranges.h"
 
@@ -17,10 +18,6 @@ constinit CwConfig cwConfigBase{};
 
 namespace
 {
-
-constexpr char kHwVer[] = "QWX40R";
-constexpr char kSwVer[] = "4.00";
-constexpr char kSwVerSecond[] = "4.06";
 
 constexpr std::uint16_t kIdleTimeout = rangeOf("idle-timeout").initial;
 constexpr std::uint16_t kEchoInterval = rangeOf("echo-interval").initial;
@@ -132,16 +129,16 @@ constexpr CwConfig kDefaults = {
     .dataChannelSec = kSecClear | kSecDtls | kSecIpsec,
     .security = 2,
     .radioMac = 0,
-    .vendorIdHw = 12356,
+    .vendorIdHw = kVendorId,
     .hwVer = kHwVer,
-    .vendorIdSw = 12356,
+    .vendorIdSw = kVendorId,
     .swVer = kSwVer,
     .swVerSecond = kSwVerSecond,
     .certificate = 1,
     .rootCertificate = "/etc/root.pem",
     .serverCertificate = "/etc/server.pem",
     .reservedCertificate = {},
-    .defaultName = "kestrano-ap",
+    .defaultName = {},
     .hardwareAddress = {},
     .defaultKey = "quorvane",
     .reservedKey = {2, 4},
@@ -181,6 +178,7 @@ void releaseVersion(const char* text)
 void cwConfDefault(CwConfig& config, std::uint8_t instance)
 {
     std::memcpy(&config, &kDefaults, sizeof config);
+    copyText(config.defaultName, kDefaultDeviceName);
     config.instance = instance;
     checkRadios(config);
 }

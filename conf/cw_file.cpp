@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "base/address.h"
-#include "base/firmware_version.h"
+#include "base/product.h"
 #include "base/text.h"
 #include "conf/conf_file.h"
 #include "conf/cw_items.h"
@@ -17,7 +17,6 @@ namespace
 {
 
 constexpr char kReader[] = "cwConfRead";
-constexpr char kModelPrefix[] = "QK91MV";
 
 constinit FileWatch cwFile(kCwConfFile);
 

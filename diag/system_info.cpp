@@ -1,27 +1,20 @@
 #include "diag/system_info.h"
 
-#include "base/firmware_version.h"
+#include "base/product.h"
 #include "bios/platform_info.h"
 #include "platform/system_library.h"
 #include "shell/output.h"
 #include "shell/pass_through.h"
-
-namespace
-{
-
-constexpr char kBuildDate[] = "220118";
-
-} // namespace
 
 int versionCommand(int, char**)
 {
     char serial[17] = "";
     biosGetOemSn(serial);
     cli_print("=================================================================\n");
-    cli_printf("\tSystem Version: %s-%s.%s-%s-build%s-%s-patch%s\n", "Quillon-K91MV", kFirmwareMajor, kFirmwareMinor,
-               "AP", kFirmwareBuild, kBuildDate, "4");
+    cli_printf("\tSystem Version: %s-%s.%s-%s-build%s-%s-patch%s\n", kSystemName, kFirmwareMajor, kFirmwareMinor, "AP",
+               kFirmwareBuild, kFirmwareDate, kFirmwarePatch);
     cli_printf("\tBuild Label   : %s\n", "GA");
-    cli_printf("\tBuild Date    : %s\n", kBuildDate);
+    cli_printf("\tBuild Date    : %s\n", kFirmwareDate);
     cli_print("\tBuild Type    : Release\n");
     cli_printf("\tSerial Number : %.17s\n", serial);
     cli_print("\tStartup Time  : \n");
