@@ -89,19 +89,17 @@ TEST_F(Screen, ShowsTheLineInAWindowThatIsTooSmallForIt)
 /// The process sees only the signal of a change there and back.
 TEST_F(Screen, IsDrawnAnewWhenTheSizeIsTheSame)
 {
+    plantTool("ping", "echo \"[$COLUMNS $LINES]\"");
     const struct {
         std::vector<std::string> login;
-        int row; ///< where a line of 100 characters begins, as readline counts
-    } cases[] = {{{}, 0}, {{"COLUMNS=120", "LINES=30"}, 1}};
+        std::string size; ///< that tools are told
+    } cases[] = {{{}, "[ ]"}, {{"COLUMNS=120", "LINES=30"}, "[120 30]"}};
     for (const auto& example : cases) {
         Session session(shell(example.login));
         kill(session.pid(), SIGWINCH);
         session.waitFor(kPrompt);
-        const std::string rows = kPrompt + std::string(74, 'x') + "\n" + std::string(26, 'x');
-        session.send(std::string(100, 'x'));
-        session.waitForExactly(rows, {1, 26});
-        session.send("\001");
-        session.waitForExactly(rows, {example.row, 6});
+        session.send("ping\r");
+        session.waitForScreen("\n" + example.size + "\n");
     }
 }
 
