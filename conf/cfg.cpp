@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <cstring>
 #include <span>
+#include <string_view>
 
-#include "base/address.h"
 #include "base/text.h"
 #include "conf/conf_file.h"
 #include "conf/config_tree.h"
@@ -24,7 +24,7 @@ namespace
 struct CfgVariable;
 
 struct CfgKind {
-    /// Writes the value; the text is empty before.
+    /// Renders the value; the text is empty before.
     void (*render)(const CfgVariable& variable, std::span<char> text);
     /// Makes a change of the text of a value, which may be changed on the way.
     void (*set)(CfgVariable& variable, char* value);
@@ -34,9 +34,9 @@ struct CfgVariable {
     const char* name;
     const char* command; ///< the `config` command that takes the value
     const CfgKind* kind;
-    const void* field; ///< of either record; the kind knows its type
-    int entry;         ///< of a list, from 1
-    cli_node* node;    ///< that `command` names, once it was needed
+    const char* key = nullptr; ///< of the CAPWAP item that is shown; null for a system item
+    int entry = 0;             ///< of a list, from 1
+    cli_node* node = nullptr;  ///< that `command` names, once it was needed
 };
 
 /// The child whose whole name begins `text`, or null.
@@ -107,133 +107,99 @@ void cfgSetLowerCase(CfgVariable& variable, char* value)
 }
 
 /// Replaces the entry; a list that is shorter is filled up to it.
-void cfgSetAcAddress(CfgVariable& variable, char* value)
-{
-    std::uint32_t address;
-    cwConfRefresh(cwConfig);
-    if (!parseAcAddress(value, &address))
-        return;
-    if (cwConfig.acAddressCount >= variable.entry)
-        cwConfig.acAddresses[variable.entry - 1] = {address, 1, 0};
-    while (cwConfig.acAddressCount < variable.entry)
-        cwConfAppendAddress(cwConfig, address);
-    cwConfig.saved = 0;
-}
-
-void cfgSetAcHostname(CfgVariable& variable, char* value)
+void cfgSetEntry(CfgVariable& variable, char* value)
 {
     cwConfRefresh(cwConfig);
-    if (cwConfig.acHostnameCount >= variable.entry)
-        copyText(cwConfig.acHostnames[variable.entry - 1], value);
-    while (cwConfig.acHostnameCount < variable.entry)
-        cwConfAppendHostname(cwConfig, value);
-    cwConfig.saved = 0;
+    cwConfListPut(*cwConfItem(variable.key), variable.entry - 1, value, cwConfig);
 }
 
-template <typename T>
-const T& fieldOf(const CfgVariable& variable)
+template <std::int32_t SysConfig::*Number>
+void cfgRenderSystemNumber(const CfgVariable&, std::span<char> text)
 {
-    return *static_cast<const T*>(variable.field);
+    std::snprintf(text.data(), text.size(), "%u", static_cast<unsigned>(sysConfig.*Number));
 }
 
-template <typename Number>
-void cfgRenderNumber(const CfgVariable& variable, std::span<char> text)
+void cfgRenderHostname(const CfgVariable&, std::span<char> text)
 {
-    std::snprintf(text.data(), text.size(), "%u", static_cast<unsigned>(fieldOf<Number>(variable)));
+    copyText(text, sysConfig.hostname);
 }
 
-void cfgRenderText(const CfgVariable& variable, std::span<char> text)
+void cfgRenderItem(const CfgVariable& variable, std::span<char> text)
 {
-    copyText(text, static_cast<const char*>(variable.field));
-}
-
-void cfgRenderAddress(const CfgVariable& variable, std::span<char> text)
-{
-    if (const auto address = fieldOf<std::uint32_t>(variable); address != 0)
-        copyText(text, ipv4Text(address).text);
-}
-
-void cfgRenderAddrMode(const CfgVariable& variable, std::span<char> text)
-{
-    copyText(text, fieldOf<std::uint32_t>(variable) != 0 ? "DHCP" : "STATIC");
-}
-
-void cfgRenderSecurity(const CfgVariable&, std::span<char> text)
-{
-    const CwItem& item = *cwConfItem("data-channel-sec");
+    const CwItem& item = *cwConfItem(variable.key);
     item.kind->render(item, cwConfig, 0, text);
 }
 
-void cfgRenderAcAddress(const CfgVariable& variable, std::span<char> text)
+/// An address that is not set is an empty value.
+void cfgRenderAddress(const CfgVariable& variable, std::span<char> text)
 {
-    if (cwConfig.acAddressCount >= variable.entry)
-        copyText(text, ipv4Text(cwConfig.acAddresses[variable.entry - 1].address).text);
+    cfgRenderItem(variable, text);
+    if (std::strcmp(text.data(), "0.0.0.0") == 0)
+        text[0] = '\0';
 }
 
-void cfgRenderAcHostname(const CfgVariable& variable, std::span<char> text)
+void cfgRenderUpperCase(const CfgVariable& variable, std::span<char> text)
 {
-    if (cwConfig.acHostnameCount >= variable.entry)
-        copyText(text, cwConfig.acHostnames[variable.entry - 1]);
+    cfgRenderItem(variable, text);
+    for (char* c = text.data(); *c != '\0'; ++c)
+        *c = static_cast<char>(std::toupper(static_cast<unsigned char>(*c)));
 }
 
-template <typename Number>
-constexpr CfgKind kCfgNumber = {cfgRenderNumber<Number>, cfgSetNumber};
-constexpr CfgKind kCfgText = {cfgRenderText, cfgSetByCommand};
+void cfgRenderEntry(const CfgVariable& variable, std::span<char> text)
+{
+    const CwList& list = *cwConfItem(variable.key)->kind->list;
+    if (list.count(cwConfig) >= variable.entry)
+        list.format(cwConfig, variable.entry - 1, text);
+}
+
+template <std::int32_t SysConfig::*Number>
+constexpr CfgKind kCfgSystemNumber = {cfgRenderSystemNumber<Number>, cfgSetNumber};
+constexpr CfgKind kCfgHostname = {cfgRenderHostname, cfgSetByCommand};
+constexpr CfgKind kCfgNumber = {cfgRenderItem, cfgSetNumber};
 constexpr CfgKind kCfgAddress = {cfgRenderAddress, cfgSetByCommand};
-constexpr CfgKind kCfgAddrMode = {cfgRenderAddrMode, cfgSetLowerCase};
-constexpr CfgKind kCfgSecurity = {cfgRenderSecurity, cfgSetLowerCase};
-constexpr CfgKind kCfgAcAddress = {cfgRenderAcAddress, cfgSetAcAddress};
-constexpr CfgKind kCfgAcHostname = {cfgRenderAcHostname, cfgSetAcHostname};
+constexpr CfgKind kCfgAddrMode = {cfgRenderUpperCase, cfgSetLowerCase};
+constexpr CfgKind kCfgSecurity = {cfgRenderItem, cfgSetLowerCase};
+constexpr CfgKind kCfgEntry = {cfgRenderEntry, cfgSetEntry};
 
-template <typename Number>
-consteval CfgVariable numberRow(const char* name, const char* command, const Number& field)
+/// The last word of the command is the key of the item.
+consteval CfgVariable itemRow(const char* name, const char* command, const CfgKind& kind)
 {
-    return {name, command, &kCfgNumber<Number>, &field, 0, nullptr};
-}
-
-consteval CfgVariable textRow(const char* name, const char* command, const char* field)
-{
-    return {name, command, &kCfgText, field, 0, nullptr};
-}
-
-consteval CfgVariable addressRow(const char* name, const char* command, const std::uint32_t& field)
-{
-    return {name, command, &kCfgAddress, &field, 0, nullptr};
+    return {name, command, &kind, std::string_view(command).rfind(' ') + 1 + command};
 }
 
 consteval CfgVariable acAddressRow(const char* name, int entry)
 {
-    return {name, "config capwap wtp ac-ip-addr add", &kCfgAcAddress, nullptr, entry, nullptr};
+    return {name, "config capwap wtp ac-ip-addr add", &kCfgEntry, "ac-ip-addr", entry};
 }
 
 consteval CfgVariable acHostnameRow(const char* name, int entry)
 {
-    return {name, "config capwap wtp ac-hostname add", &kCfgAcHostname, nullptr, entry, nullptr};
+    return {name, "config capwap wtp ac-hostname add", &kCfgEntry, "ac-hostname", entry};
 }
 
 constinit CfgVariable variables[] = {
-    numberRow("BAUD_RATE", "config system baudrate", sysConfig.baudrate),
-    textRow("WTP_NAME", "config system hostname", sysConfig.hostname),
-    numberRow("ADMIN_TIMEOUT", "config system admin-timeout", sysConfig.adminTimeout),
-    {"ADDR_MODE", "config capwap wtp addr-mode", &kCfgAddrMode, &cwConfig.addrMode, 0, nullptr},
-    addressRow("AP_IPADDR", "config capwap wtp static-ip-addr", cwConfig.staticIpAddr),
-    addressRow("AP_NETMASK", "config capwap wtp static-ip-netmask", cwConfig.staticIpNetmask),
-    addressRow("IPGW", "config capwap wtp static-ip-gw", cwConfig.staticIpGw),
-    addressRow("DNS_SERVER", "config capwap wtp static-ip-dns", cwConfig.staticIpDns),
-    numberRow("AP_MGMT_VLAN_ID", "config capwap wtp ap-mgmt-vlanid", cwConfig.apMgmtVlanid),
-    numberRow("ALLOW_HTTPS", "config capwap wtp allow-dflt-https", cwConfig.allowDfltHttps),
-    numberRow("ALLOW_SSH", "config capwap wtp allow-dflt-ssh", cwConfig.allowDfltSsh),
-    numberRow("AC_DISCOVERY_TYPE", "config capwap proto discovery-type", cwConfig.discoveryType),
+    {"BAUD_RATE", "config system baudrate", &kCfgSystemNumber<&SysConfig::baudrate>},
+    {"WTP_NAME", "config system hostname", &kCfgHostname},
+    {"ADMIN_TIMEOUT", "config system admin-timeout", &kCfgSystemNumber<&SysConfig::adminTimeout>},
+    itemRow("ADDR_MODE", "config capwap wtp addr-mode", kCfgAddrMode),
+    itemRow("AP_IPADDR", "config capwap wtp static-ip-addr", kCfgAddress),
+    itemRow("AP_NETMASK", "config capwap wtp static-ip-netmask", kCfgAddress),
+    itemRow("IPGW", "config capwap wtp static-ip-gw", kCfgAddress),
+    itemRow("DNS_SERVER", "config capwap wtp static-ip-dns", kCfgAddress),
+    itemRow("AP_MGMT_VLAN_ID", "config capwap wtp ap-mgmt-vlanid", kCfgNumber),
+    itemRow("ALLOW_HTTPS", "config capwap wtp allow-dflt-https", kCfgNumber),
+    itemRow("ALLOW_SSH", "config capwap wtp allow-dflt-ssh", kCfgNumber),
+    itemRow("AC_DISCOVERY_TYPE", "config capwap proto discovery-type", kCfgNumber),
     acAddressRow("AC_IPADDR_1", 1),
     acAddressRow("AC_IPADDR_2", 2),
     acAddressRow("AC_IPADDR_3", 3),
     acHostnameRow("AC_HOSTNAME_1", 1),
     acHostnameRow("AC_HOSTNAME_2", 2),
     acHostnameRow("AC_HOSTNAME_3", 3),
-    addressRow("AC_DISCOVERY_MC_ADDR", "config capwap wtp multicast-addr", cwConfig.multicastAddr),
-    numberRow("AC_DISCOVERY_DHCP_OPTION_CODE", "config capwap wtp dhcp-code", cwConfig.dhcpCode),
-    numberRow("AC_CTL_PORT", "config capwap wtp ac-ctl-port", cwConfig.acCtlPort),
-    {"AP_DATA_CHAN_SEC", "config capwap wtp data-channel-sec", &kCfgSecurity, &cwConfig.dataChannelSec, 0, nullptr},
+    itemRow("AC_DISCOVERY_MC_ADDR", "config capwap wtp multicast-addr", kCfgAddress),
+    itemRow("AC_DISCOVERY_DHCP_OPTION_CODE", "config capwap wtp dhcp-code", kCfgNumber),
+    itemRow("AC_CTL_PORT", "config capwap wtp ac-ctl-port", kCfgNumber),
+    itemRow("AP_DATA_CHAN_SEC", "config capwap wtp data-channel-sec", kCfgSecurity),
 };
 
 struct CfgValue {

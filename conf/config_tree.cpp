@@ -15,7 +15,7 @@
 namespace
 {
 
-/// The value of an item: the words from the fifth on, joined by single blanks.
+/// Sets the item of the fourth word to the words behind it, joined by single blanks.
 void setItem(int argc, char** argv)
 {
     char words[kMessageSize];
@@ -26,24 +26,30 @@ void setItem(int argc, char** argv)
     cwConfChange(argv[3], value);
 }
 
-/// A CAPWAP item, named by the fourth word: shown, set to the fifth, or changed by the commands of a list. The security
-/// options are the one value of several words.
+void changeList(const CwItem& item, const char* verb, const char* value)
+{
+    if (std::strcmp(verb, "add") == 0)
+        cwConfListAdd(item, value, cwConfig);
+    else if (std::strcmp(verb, "del") == 0)
+        cwConfListDelete(item, value, cwConfig);
+}
+
+/// A CAPWAP item, named by the fourth word. Four words show it. A fifth is its new value; a list shows its entries
+/// instead. Six words or more change a list, or set the security options, the one value of several words.
 int capwapItemCommand(int argc, char** argv)
 {
     const CwItem* item = argc < 4 ? nullptr : cwConfItem(argv[3]);
     if (item == nullptr)
         return 0;
-    if (argc == 4) {
+    cwConfRefresh(cwConfig);
+    if (argc == 4)
         cwConfShowItem(argv[3], cwConfig);
-    } else if (argc == 5 && isCwList(*item)) {
+    else if (argc == 5 && isCwList(*item))
         cwConfShowList(*item, cwConfig);
-    } else if (argc == 5 || item->kind == &kSecurity) {
+    else if (argc == 5 || item->kind == &kSecurity)
         setItem(argc, argv);
-    } else if (std::strcmp(argv[4], "add") == 0) {
-        cwConfListAdd(*item, argv[5], cwConfig);
-    } else if (std::strcmp(argv[4], "del") == 0) {
-        cwConfListDelete(*item, argv[5], cwConfig);
-    }
+    else
+        changeList(*item, argv[4], argv[5]);
     return 0;
 }
 
@@ -134,6 +140,7 @@ int configPrepare(cli_node*, cli_node*)
 
 int showCwConfCommand(int, char**)
 {
+    cwConfRefresh(cwConfig);
     cwConfShowAll();
     return 0;
 }

@@ -203,22 +203,6 @@ void cwConfCopy(CwConfig& to, const CwConfig& from)
             releaseVersion(text);
 }
 
-bool cwConfAppendAddress(CwConfig& config, std::uint32_t address)
-{
-    if (config.acAddressCount >= kAcAddressRoom)
-        return false;
-    config.acAddresses[config.acAddressCount++] = {address, 1, 0};
-    return true;
-}
-
-bool cwConfAppendHostname(CwConfig& config, const char* name)
-{
-    if (config.acHostnameCount >= kAcHostnameLimit)
-        return false;
-    copyText(config.acHostnames[config.acHostnameCount++], name);
-    return true;
-}
-
 void cw_assert(int value)
 {
     if (value != 0)

@@ -169,10 +169,6 @@ bool cwConfSetVersion(const char*& text, const char* value);
 /// Makes `to` the same bytes as `from`. Version texts that `to` alone referred to are released.
 void cwConfCopy(CwConfig& to, const CwConfig& from);
 
-/// Appends without any check but that of the record's room. False: the list is full.
-bool cwConfAppendAddress(CwConfig& config, std::uint32_t address);
-bool cwConfAppendHostname(CwConfig& config, const char* name);
-
 /// Returns only when `value` is not zero; otherwise the process dies of a memory fault, one second later.
 void cw_assert(int value);
 

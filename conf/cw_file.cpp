@@ -50,7 +50,7 @@ bool setsOwnAddress(const char* key, const char* value)
 {
     const CwItem* item = cwConfItem(key);
     std::uint32_t address;
-    return item != nullptr && item->kind == &kOwnAddress && parseIpv4(value, &address);
+    return item != nullptr && item->kind == &kOwnAddress.kind && parseIpv4(value, &address);
 }
 
 /// The system record shows the address that was last set.
@@ -132,7 +132,6 @@ int cwConfRead(CwConfig& config)
 
 int cwConfChange(const char* key, const char* value)
 {
-    cwConfRefresh(cwConfig);
     if (cwConfSetItem(key, value, cwConfig) != 0)
         return -1;
     if (setsOwnAddress(key, value))

@@ -20,8 +20,8 @@ void cwConfRefresh(CwConfig& config);
 /// nothing, silently.
 void cwConfLoad(CwConfig& config);
 
-/// Refreshes the process's record and applies an item to it, as cwConfSetItem() does. The system record shows an
-/// address of the access point, too.
+/// Applies an item to the process's record, as cwConfSetItem() does. The system record shows an address of the access
+/// point, too.
 int cwConfChange(const char* key, const char* value);
 
 /// Saves the process's record and has the daemon restarted, unless nothing has been changed in the record. If others

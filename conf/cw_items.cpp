@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <type_traits>
 
 #include "conf/messages.h"
 #include "conf/ranges.h"
@@ -19,19 +20,26 @@ std::span<char> textOf(CwConfig& config)
     return config.*Member;
 }
 
-consteval CwItem item(const char* key, const CwKind& kind, CwField field = {})
+consteval CwItem item(const char* key, const CwKind& kind)
 {
-    return {key, &kind, field, 0, 0, kKeyWidth};
+    return {key, &kind, {}, 0, 0, kKeyWidth};
 }
 
-consteval CwItem stored(const char* key, CwField field)
+/// A row whose field is missing or of another type than the kind's does not compile.
+template <typename Field>
+consteval CwItem item(const char* key, const CwFieldKind<Field>& kind, std::type_identity_t<Field> field)
+{
+    return {key, &kind.kind, field, 0, 0, kKeyWidth};
+}
+
+consteval CwItem stored(const char* key, CwNumber field)
 {
     return item(key, kStored, field);
 }
 
-consteval CwItem checked(const char* key, CwField field, const CwKind& kind = kChecked)
+consteval CwItem checked(const char* key, CwNumber field, const CwFieldKind<CwNumber>& kind = kChecked)
 {
-    return {key, &kind, field, rangeOf(key).low, rangeOf(key).high, kKeyWidth};
+    return {key, &kind.kind, field, rangeOf(key).low, rangeOf(key).high, kKeyWidth};
 }
 
 consteval CwItem padded(int keyWidth, CwItem row)

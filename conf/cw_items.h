@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "conf/cw_conf.h"
-#include "conf/cw_kinds.h"
+#include "conf/cw_lists.h"
 
 /// Room for a rendered value; a longer one is cut.
 inline constexpr std::size_t kCwValueSize = 512;

@@ -11,45 +11,41 @@
 namespace
 {
 
-int numberOf(const CwField& field, const CwConfig& config)
+int numberOf(const CwNumber& field, const CwConfig& config)
 {
     switch (field.type) {
-    case CwField::Type::Byte:
+    case CwNumber::Type::kByte:
         return config.*field.byte;
-    case CwField::Type::Word:
+    case CwNumber::Type::kWord:
         return config.*field.word;
-    case CwField::Type::DoubleWord:
-        return static_cast<int>(config.*field.doubleWord);
     default:
-        return 0;
+        return static_cast<int>(config.*field.doubleWord);
     }
 }
 
-void store(const CwField& field, int number, CwConfig& config)
+void store(const CwNumber& field, int number, CwConfig& config)
 {
     switch (field.type) {
-    case CwField::Type::Byte:
+    case CwNumber::Type::kByte:
         config.*field.byte = static_cast<std::uint8_t>(number);
         break;
-    case CwField::Type::Word:
+    case CwNumber::Type::kWord:
         config.*field.word = static_cast<std::uint16_t>(number);
         break;
-    case CwField::Type::DoubleWord:
-        config.*field.doubleWord = static_cast<std::uint32_t>(number);
-        break;
     default:
+        config.*field.doubleWord = static_cast<std::uint32_t>(number);
         break;
     }
 }
 
 void renderNumber(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
-    std::snprintf(text.data(), text.size(), "%d", numberOf(item.field, config));
+    std::snprintf(text.data(), text.size(), "%d", numberOf(item.field.number, config));
 }
 
 bool setStored(const CwItem& item, const char* value, CwConfig& config)
 {
-    store(item.field, numberFrom(value), config);
+    store(item.field.number, numberFrom(value), config);
     return true;
 }
 
@@ -58,7 +54,7 @@ bool setChecked(const CwItem& item, const char* value, CwConfig& config)
     const int number = numberFrom(value);
     if (!isDigits(value) || number < item.low || number > item.high)
         return false;
-    store(item.field, number, config);
+    store(item.field.number, number, config);
     return true;
 }
 
@@ -120,7 +116,7 @@ void renderAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> 
 /// A bad address is named by what it should be.
 void storeAddress(const CwItem& item, const char* value, CwConfig& config, const char* what)
 {
-    if (!parseIpv4(value, &(config.*item.field.doubleWord)))
+    if (!parseIpv4(value, &(config.*item.field.address)))
         cli_printf("    Error: Invalid %s address '%s'\n", what, value);
 }
 
@@ -138,7 +134,7 @@ bool setMulticast(const CwItem& item, const char* value, CwConfig& config)
 
 void renderAddress(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
-    copyText(text, ipv4Text(config.*item.field.doubleWord).text);
+    copyText(text, ipv4Text(config.*item.field.address).text);
 }
 
 struct SecurityOption {
@@ -212,17 +208,17 @@ void renderVersion(const CwItem& item, const CwConfig& config, int, std::span<ch
 
 } // namespace
 
-const CwKind kStored = {setStored, renderNumber, nullptr};
-const CwKind kChecked = {setChecked, renderNumber, nullptr};
-const CwKind kIgnored = {setIgnored, renderNumber, nullptr};
-const CwKind kVlan = {setVlan, renderNumber, nullptr};
-const CwKind kDiscoveryType = {setDiscoveryType, renderNumber, nullptr};
+const CwFieldKind<CwNumber> kStored = {{setStored, renderNumber, nullptr}};
+const CwFieldKind<CwNumber> kChecked = {{setChecked, renderNumber, nullptr}};
+const CwFieldKind<CwNumber> kIgnored = {{setIgnored, renderNumber, nullptr}};
+const CwFieldKind<CwNumber> kVlan = {{setVlan, renderNumber, nullptr}};
+const CwFieldKind<CwNumber> kDiscoveryType = {{setDiscoveryType, renderNumber, nullptr}};
+const CwFieldKind<CwAddress> kAddress = {{setAddress, renderAddress, nullptr}};
+const CwFieldKind<CwAddress> kOwnAddress = {{setAddress, renderAddress, nullptr}};
+const CwFieldKind<CwAddress> kMulticast = {{setMulticast, renderAddress, nullptr}};
+const CwFieldKind<CwText> kText = {{setText, renderTextItem, nullptr}};
+const CwFieldKind<CwText> kPassword = {{nullptr, renderTextItem, nullptr}};
+const CwFieldKind<CwVersion> kVersion = {{setVersion, renderVersion, nullptr}};
 const CwKind kAddrMode = {setAddrMode, renderAddrMode, nullptr};
-const CwKind kAddress = {setAddress, renderAddress, nullptr};
-const CwKind kOwnAddress = {setAddress, renderAddress, nullptr};
-const CwKind kMulticast = {setMulticast, renderAddress, nullptr};
 const CwKind kSecurity = {setSecurity, renderSecurity, nullptr};
-const CwKind kText = {setText, renderTextItem, nullptr};
-const CwKind kPassword = {nullptr, renderTextItem, nullptr};
-const CwKind kVersion = {setVersion, renderVersion, nullptr};
 const CwKind kScanTimers = {setScanTimers, nullptr, nullptr};

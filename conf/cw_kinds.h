@@ -9,28 +9,43 @@
 
 #include "conf/cw_conf.h"
 
-struct CwKind;
+struct CwList;
 
-/// The field of the record that a simple item lives in.
-struct CwField {
-    enum class Type : std::uint8_t { None, Byte, Word, DoubleWord, Text, Version };
+/// A number of the record.
+struct CwNumber {
+    enum class Type : std::uint8_t { kByte, kWord, kDoubleWord };
 
-    constexpr CwField() : type(Type::None), byte(nullptr) {}
-    constexpr CwField(std::uint8_t CwConfig::*member) : type(Type::Byte), byte(member) {}
-    constexpr CwField(std::uint16_t CwConfig::*member) : type(Type::Word), word(member) {}
-    constexpr CwField(std::uint32_t CwConfig::*member) : type(Type::DoubleWord), doubleWord(member) {}
-    constexpr CwField(std::span<char> (*member)(CwConfig&)) : type(Type::Text), text(member) {}
-    constexpr CwField(const char* CwConfig::*member) : type(Type::Version), version(member) {}
+    constexpr CwNumber(std::uint8_t CwConfig::*member) : type(Type::kByte), byte(member) {}
+    constexpr CwNumber(std::uint16_t CwConfig::*member) : type(Type::kWord), word(member) {}
+    constexpr CwNumber(std::uint32_t CwConfig::*member) : type(Type::kDoubleWord), doubleWord(member) {}
 
     Type type;
     union {
         std::uint8_t CwConfig::*byte;
         std::uint16_t CwConfig::*word;
         std::uint32_t CwConfig::*doubleWord;
-        std::span<char> (*text)(CwConfig&);
-        const char* CwConfig::*version;
     };
 };
+
+using CwAddress = std::uint32_t CwConfig::*;
+using CwText = std::span<char> (*)(CwConfig&);
+using CwVersion = const char* CwConfig::*;
+
+/// The field that a simple item lives in. The item's kind tells which member is in use.
+union CwField {
+    constexpr CwField() : address(nullptr) {}
+    constexpr CwField(CwNumber field) : number(field) {}
+    constexpr CwField(CwAddress field) : address(field) {}
+    constexpr CwField(CwText field) : text(field) {}
+    constexpr CwField(CwVersion field) : version(field) {}
+
+    CwNumber number;
+    CwAddress address;
+    CwText text;
+    CwVersion version;
+};
+
+struct CwKind;
 
 /// One CAPWAP item.
 struct CwItem {
@@ -42,18 +57,6 @@ struct CwItem {
     int keyWidth; ///< of the key in the single-item display, which leaves the item out when this is 0
 };
 
-/// What an item of several values has besides.
-struct CwList {
-    int (*count)(const CwConfig& config);
-    void (*clear)(CwConfig& config);
-    const char* countName; ///< how the display names the number of values
-    const char* addHelp;
-    const char* deleteHelp;
-    /// The commands `add` and `del`. False, and the record is as it was, when they said why not.
-    bool (*add)(const char* value, CwConfig& config);
-    bool (*remove)(const char* value, CwConfig& config);
-};
-
 struct CwKind {
     /// Applies a value; false when it is refused, with the record as it was. Null: no value can be set.
     bool (*set)(const CwItem& item, const char* value, CwConfig& config);
@@ -62,32 +65,25 @@ struct CwKind {
     const CwList* list; ///< null: one value
 };
 
-extern const CwKind kStored;        ///< a number, cut to the field
-extern const CwKind kChecked;       ///< digits only, within the range
-extern const CwKind kIgnored;       ///< accepted, changes nothing
-extern const CwKind kVlan;          ///< checked; two reserved numbers are answered by a message
-extern const CwKind kDiscoveryType; ///< a number or its keyword
-extern const CwKind kAddrMode;      ///< "static" or "dhcp"
-extern const CwKind kAddress;       ///< an address; a bad one is answered by a message, and accepted
-extern const CwKind kOwnAddress;    ///< the same; the system record shows it too
-extern const CwKind kMulticast;     ///< the same with another message
-extern const CwKind kSecurity;      ///< list of data channel options
-extern const CwKind kText;          ///< cut to the field
-extern const CwKind kPassword;      ///< a text that no key sets
-extern const CwKind kVersion;       ///< a text of any length
-extern const CwKind kScanTimers;    ///< one number for all three scan report timers
-extern const CwKind kAcAddresses;   ///< each value is one more entry of the list
-extern const CwKind kAcHostnames;   ///< likewise
+/// A kind whose items live in one field of the type `Field`.
+template <typename Field>
+struct CwFieldKind {
+    CwKind kind;
+};
 
-/// Parses an address of an access controller; one that is none is answered by a message and false.
-bool parseAcAddress(const char* value, std::uint32_t* address);
-
-/// Says that a list does not hold the value.
-void sayNotInList(const char* value);
-
-inline constexpr char kAddAcAddressHelp[] = "Add AC static IP address (A.B.C.D).";
-inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B.C.D).";
-inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string).";
-inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
+extern const CwFieldKind<CwNumber> kStored;        ///< a number, cut to the field
+extern const CwFieldKind<CwNumber> kChecked;       ///< digits only, within the range
+extern const CwFieldKind<CwNumber> kIgnored;       ///< accepted, changes nothing
+extern const CwFieldKind<CwNumber> kVlan;          ///< checked; two reserved numbers are answered by a message
+extern const CwFieldKind<CwNumber> kDiscoveryType; ///< a number or its keyword
+extern const CwFieldKind<CwAddress> kAddress;      ///< an address; a bad one is answered by a message, and accepted
+extern const CwFieldKind<CwAddress> kOwnAddress;   ///< the same; the system record shows it too
+extern const CwFieldKind<CwAddress> kMulticast;    ///< the same with another message
+extern const CwFieldKind<CwText> kText;            ///< cut to the field
+extern const CwFieldKind<CwText> kPassword;        ///< a text that no key sets
+extern const CwFieldKind<CwVersion> kVersion;      ///< a text of any length
+extern const CwKind kAddrMode;                     ///< "static" or "dhcp"
+extern const CwKind kSecurity;                     ///< list of data channel options
+extern const CwKind kScanTimers;                   ///< one number for all three scan report timers
 
 #endif

@@ -1,7 +1,5 @@
 #include "conf/cw_show.h"
 
-#include "conf/cw_file.h"
-#include "conf/cw_items.h"
 #include "shell/output.h"
 
 namespace
@@ -10,7 +8,7 @@ namespace
 /// The servers that the ignored items would switch are gone; the file keeps their lines, the display does not.
 bool isShown(const CwItem& item)
 {
-    return item.kind != &kIgnored;
+    return item.kind != &kIgnored.kind;
 }
 
 void showValue(const char* key, const char* value)
@@ -39,7 +37,6 @@ void showRow(const CwItem& item, const CwConfig& config)
 
 void cwConfShowAll()
 {
-    cwConfRefresh(cwConfig);
     cli_print(kCwFrameLine);
     for (const CwSection& section : cwSections) {
         cli_print(section.showTitle);
@@ -52,9 +49,8 @@ void cwConfShowAll()
         cli_print("Configuration has been changed, please save or drop it.\n");
 }
 
-void cwConfShowItem(const char* key, CwConfig& config)
+void cwConfShowItem(const char* key, const CwConfig& config)
 {
-    cwConfRefresh(config);
     for (const CwItem& item : cwItems)
         if (item.keyWidth != 0 && (key == nullptr || item.key == key))
             showRow(item, config);
@@ -62,9 +58,8 @@ void cwConfShowItem(const char* key, CwConfig& config)
         cli_print("\n####  Configuration has been changed, please save or drop it.\n");
 }
 
-void cwConfShowList(const CwItem& item, CwConfig& config)
+void cwConfShowList(const CwItem& item, const CwConfig& config)
 {
-    cwConfRefresh(config);
     cli_printf("    %-29s: %d\n", item.kind->list->countName, item.kind->list->count(config));
     forEachValue(item, config, [](const char* key, const char* value) { cli_printf("    %-29s: %s\n", key, value); });
 }

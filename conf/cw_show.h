@@ -5,14 +5,14 @@
 
 #include "conf/cw_items.h"
 
-/// Refreshes the process's record and shows it in the manner of its file.
+/// Shows the process's record in the manner of its file.
 void cwConfShowAll();
 
-/// Refreshes the record and shows the row of `key`, or every row when it is null; for a list, its commands. A key
+/// Shows the row of `key`, or every row when it is null; for a list, its commands. A key
 /// without a row shows nothing.
-void cwConfShowItem(const char* key, CwConfig& config);
+void cwConfShowItem(const char* key, const CwConfig& config);
 
-/// Refreshes the record and shows the values of a list, their number first.
-void cwConfShowList(const CwItem& item, CwConfig& config);
+/// Shows the values of a list, their number first.
+void cwConfShowList(const CwItem& item, const CwConfig& config);
 
 #endif

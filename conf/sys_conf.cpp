@@ -1,6 +1,7 @@
 #include "conf/sys_conf.h"
 
-#include <cstring>
+#include <cstdio>
+#include <span>
 #include <string_view>
 
 #include "base/text.h"
@@ -15,6 +16,52 @@ namespace
 {
 
 constexpr char kFrameLine[] = "#=====================SYS CONF PARAMs========================\n";
+
+/// One item: a text if it has a field of text, otherwise a number.
+struct SysItem {
+    std::string_view key; ///< in the file and in the commands
+    const char* label;    ///< in the display
+    std::span<char> (*text)(SysConfig& config) = nullptr;
+    std::int32_t SysConfig::*number = nullptr;
+    bool isInFile = true;
+    bool isLeftOutIfEmpty = false;
+};
+
+template <auto Field>
+std::span<char> textOf(SysConfig& config)
+{
+    return config.*Field;
+}
+
+/// In the order of the file and of the display.
+constexpr SysItem kItems[] = {
+    {.key = "factorysn", .label = "factorysn", .text = textOf<&SysConfig::factorysn>, .isLeftOutIfEmpty = true},
+    {.key = "hostname", .label = "hostname", .text = textOf<&SysConfig::hostname>},
+    {.key = "mgmt-addr", .label = "static-addr", .text = textOf<&SysConfig::staticAddr>, .isInFile = false},
+    {.key = "baudrate", .label = "baudrate", .number = &SysConfig::baudrate},
+    {.key = "admin-timeout", .label = "admin-timeout", .number = &SysConfig::adminTimeout},
+};
+
+struct SysValue {
+    SysValue(const SysItem& item, SysConfig& config)
+    {
+        if (item.text != nullptr)
+            copyText(text, item.text(config).data());
+        else
+            std::snprintf(text, sizeof text, "%d", config.*item.number);
+    }
+
+    char text[sizeof SysConfig::hostname];
+};
+
+/// Calls `line(item, value)` for every item with a value.
+template <typename Line>
+void forEachItem(SysConfig& config, Line line)
+{
+    for (const SysItem& item : kItems)
+        if (const SysValue value(item, config); value.text[0] != '\0' || !item.isLeftOutIfEmpty)
+            line(item, value.text);
+}
 
 constinit FileWatch sysFile(kSysConfFile);
 
@@ -58,15 +105,14 @@ int sysConfRead(SysConfig& config)
 
 int sysConfSetItem(const char* key, const char* value, SysConfig& config)
 {
-    const std::string_view name = key;
-    if (name == "factorysn")
-        copyText(config.factorysn, value);
-    else if (name == "hostname")
-        copyText(config.hostname, value);
-    else if (name == "baudrate")
-        config.baudrate = numberFrom(value);
-    else if (name == "admin-timeout")
-        config.adminTimeout = numberFrom(value);
+    for (const SysItem& item : kItems) {
+        if (!item.isInFile || item.key != key)
+            continue;
+        if (item.text != nullptr)
+            copyText(item.text(config), value);
+        else
+            config.*item.number = numberFrom(value);
+    }
     return 0;
 }
 
@@ -74,11 +120,10 @@ int sysConfWrite()
 {
     ConfText text;
     text.append("%s#CONFIG system\n", kFrameLine);
-    if (sysConfig.factorysn[0] != '\0')
-        text.append("factorysn=%s\n", sysConfig.factorysn);
-    text.append("hostname=%s\n", sysConfig.hostname);
-    text.append("baudrate=%d\n", sysConfig.baudrate);
-    text.append("admin-timeout=%d\n", sysConfig.adminTimeout);
+    forEachItem(sysConfig, [&text](const SysItem& item, const char* value) {
+        if (item.isInFile)
+            text.append("%s=%s\n", item.key.data(), value);
+    });
     text.append("%s", kFrameLine);
     if (replaceConfFile(kSysConfFile, text) != 0)
         return -1;
@@ -116,17 +161,8 @@ int sysConfCommit()
 void sysConfShow(const char* item, SysConfig& config)
 {
     sysConfRefresh(config);
-    const auto isShown = [item](const char* name) {
-        return item == nullptr || std::strcmp(item, name) == 0;
-    };
-    if (isShown("factorysn") && config.factorysn[0] != '\0')
-        cli_printf("    factorysn                : %s\n", config.factorysn);
-    if (isShown("hostname"))
-        cli_printf("    hostname                 : %s\n", config.hostname);
-    if (isShown("mgmt-addr"))
-        cli_printf("    static-addr              : %s\n", config.staticAddr);
-    if (isShown("baudrate"))
-        cli_printf("    baudrate                 : %d\n", config.baudrate);
-    if (isShown("admin-timeout"))
-        cli_printf("    admin-timeout            : %d\n", config.adminTimeout);
+    forEachItem(config, [item](const SysItem& row, const char* value) {
+        if (item == nullptr || row.key == item)
+            cli_printf("    %-25s: %s\n", row.label, value);
+    });
 }
