@@ -29,8 +29,8 @@ int openNode(const char* path, int flags)
     return open(DeviceFile(path).path(), flags | O_CLOEXEC);
 }
 
-/// Whether the device can be written, which tells the path that this system uses.
-bool opens(const char* path)
+/// Opens the device for writing and closes it again. False if it cannot be opened: this system has another path for it.
+bool tryToOpen(const char* path)
 {
     const int fd = openNode(path, O_RDWR | O_SYNC);
     if (fd < 0)
@@ -76,14 +76,15 @@ int biosFindMtdDevice(char* path, std::size_t size)
         return -1;
     int index = 0;
     bool found = false;
-    while (!found && std::fgets(path, static_cast<int>(size), partitions) != nullptr)
-        found = std::sscanf(path, "mtd%d:", &index) == 1 && std::strstr(path, "bios") != nullptr;
+    char piece[32]; // a longer line is read as several
+    while (!found && std::fgets(piece, sizeof piece, partitions) != nullptr)
+        found = std::sscanf(piece, "mtd%d:", &index) == 1 && std::strstr(piece, "bios") != nullptr;
     std::fclose(partitions);
     if (!found)
         return -1;
 
     std::snprintf(path, size, "/dev/mtdblock/%d", index);
-    if (!opens(path))
+    if (!tryToOpen(path))
         std::snprintf(path, size, "/dev/mtdblock%d", index);
     return 0;
 }

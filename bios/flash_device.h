@@ -10,8 +10,7 @@
 
 struct erase_info_user;
 
-/// Writes the device path of the partition named "bios" into `path`, which also serves as the line buffer. 0, or -1
-/// when there is none; `path` then holds whatever was read last.
+/// Writes the device path of the partition named "bios" into `path`. 0, or -1 with `path` as it was if there is none.
 int biosFindMtdDevice(char* path, std::size_t size);
 
 /// Opens the partition, locks it against other objects of this class, and closes it at the end. Another process's lock

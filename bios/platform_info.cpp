@@ -94,6 +94,7 @@ int writeField(const FlashDevice& device, const char* operation, std::size_t off
     return 0;
 }
 
+/// A line ends behind every byte whose number is divisible by 50: the first line holds one byte, as ever.
 void printDump(const FlashImage& image)
 {
     const GatheredOutput gathered;

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "base/text.h"
-#include "conf/conf_file.h"
+#include "conf/conf_replace.h"
 #include "conf/config_tree.h"
 #include "conf/cw_file.h"
 #include "conf/cw_items.h"

@@ -1,6 +1,4 @@
-// Replacing a configuration file: the new text is written beside the old one and renamed over it.
-
-#include "conf/conf_file.h"
+#include "conf/conf_replace.h"
 
 #include <cerrno>
 #include <climits>
@@ -48,9 +46,9 @@ bool followLinks(char (&path)[kPathSize])
 
 /// How a replacement ends.
 enum class Outcome : std::uint8_t {
-    Written,
-    NotOpened, ///< there is no file that could be written, nor a place for one
-    NotWritten,
+    kWritten,
+    kNotOpened, ///< there is no file that could be written, nor a place for one
+    kNotWritten,
 };
 
 /// The file that is replaced.
@@ -153,19 +151,19 @@ Outcome replaceFile(char* path, const OldFile& old, const ConfText& text)
     std::snprintf(temporary, sizeof temporary, "%s%s", path, kTemporarySuffix);
     const int fd = createTemporary(temporary);
     if (fd < 0 && old.fd < 0)
-        return Outcome::NotOpened;
+        return Outcome::kNotOpened;
     if (fd < 0)
-        return isFolderClosed(errno) && writeInPlace(old, text) ? Outcome::Written : Outcome::NotWritten;
+        return isFolderClosed(errno) && writeInPlace(old, text) ? Outcome::kWritten : Outcome::kNotWritten;
 
     const bool filled = fillTemporary(fd, old, text);
     close(fd);
     if (filled && std::rename(temporary, path) == 0) {
         syncFolder(path);
-        return Outcome::Written;
+        return Outcome::kWritten;
     }
     const bool isFixed = filled && old.fd >= 0 && (errno == EBUSY || isFolderClosed(errno));
     unlink(temporary);
-    return isFixed && writeInPlace(old, text) ? Outcome::Written : Outcome::NotWritten;
+    return isFixed && writeInPlace(old, text) ? Outcome::kWritten : Outcome::kNotWritten;
 }
 
 Outcome replaceDeviceFile(const char* devicePath, const ConfText& text)
@@ -174,8 +172,8 @@ Outcome replaceDeviceFile(const char* devicePath, const ConfText& text)
     copyText(path, DeviceFile(devicePath).path());
     OldFile old;
     if (path[0] == '\0' || !followLinks(path) || !openOld(path, old))
-        return Outcome::NotOpened;
-    const Outcome outcome = text.isComplete() ? replaceFile(path, old, text) : Outcome::NotWritten;
+        return Outcome::kNotOpened;
+    const Outcome outcome = text.isComplete() ? replaceFile(path, old, text) : Outcome::kNotWritten;
     if (old.fd >= 0)
         close(old.fd);
     return outcome;
@@ -230,10 +228,10 @@ bool ConfFolderLock::isOurs()
 int replaceConfFile(const char* devicePath, const ConfText& text)
 {
     const ConfFolderLock lock;
-    const Outcome outcome = ConfFolderLock::isOurs() ? replaceDeviceFile(devicePath, text) : Outcome::NotWritten;
-    if (outcome == Outcome::NotWritten)
+    const Outcome outcome = ConfFolderLock::isOurs() ? replaceDeviceFile(devicePath, text) : Outcome::kNotWritten;
+    if (outcome == Outcome::kNotWritten)
         cli_printf(kCanNotWrite, devicePath);
-    return outcome == Outcome::Written ? 0 : -1;
+    return outcome == Outcome::kWritten ? 0 : -1;
 }
 
 void syncConfFile(const char* devicePath)

@@ -5,7 +5,7 @@
 #include "base/address.h"
 #include "base/product.h"
 #include "base/text.h"
-#include "conf/conf_file.h"
+#include "conf/conf_replace.h"
 #include "conf/cw_items.h"
 #include "conf/file_watch.h"
 #include "conf/sys_conf.h"

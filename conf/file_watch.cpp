@@ -13,17 +13,17 @@ ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time)
     struct stat status;
     *time = {};
     if (stat(DeviceFile(devicePath).path(), &status) != 0)
-        return errno == ENOENT || errno == ENOTDIR ? ConfFileStatus::Missing : ConfFileStatus::Unknown;
+        return errno == ENOENT || errno == ENOTDIR ? ConfFileStatus::kMissing : ConfFileStatus::kUnknown;
     *time = {.seconds = static_cast<std::uint32_t>(status.st_mtim.tv_sec),
              .nanoseconds = static_cast<std::uint32_t>(status.st_mtim.tv_nsec),
              .number = status.st_ino};
-    return ConfFileStatus::Known;
+    return ConfFileStatus::kKnown;
 }
 
 bool FileWatch::exists() const
 {
     ConfFileTime time;
-    return confFileTime(path_, &time) != ConfFileStatus::Missing;
+    return confFileTime(path_, &time) != ConfFileStatus::kMissing;
 }
 
 bool FileWatch::hasChanged() const
@@ -31,8 +31,8 @@ bool FileWatch::hasChanged() const
     ConfFileTime time;
     const ConfFileStatus status = confFileTime(path_, &time);
     if (unreadable_)
-        return status != ConfFileStatus::Missing;
-    return status == ConfFileStatus::Known && known_ != time;
+        return status != ConfFileStatus::kMissing;
+    return status == ConfFileStatus::kKnown && known_ != time;
 }
 
 bool FileWatch::canBeRead() const

@@ -17,9 +17,9 @@ struct ConfFileTime {
 };
 
 enum class ConfFileStatus : std::uint8_t {
-    Known,
-    Missing, ///< there is no such file
-    Unknown, ///< its status cannot be had; it may still be readable
+    kKnown,
+    kMissing, ///< there is no such file
+    kUnknown, ///< its status cannot be had; it may still be readable
 };
 
 /// Stores the modification time of a device file, zeros unless it is known.
@@ -75,7 +75,7 @@ template <typename Take>
 bool FileWatch::read(Take take)
 {
     ConfFileTime time;
-    const bool isThere = confFileTime(path_, &time) != ConfFileStatus::Missing;
+    const bool isThere = confFileTime(path_, &time) != ConfFileStatus::kMissing;
     if (isThere && unreadable_ == time && !canBeRead())
         return false;
     if (take()) {

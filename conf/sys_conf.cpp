@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "base/text.h"
-#include "conf/conf_file.h"
+#include "conf/conf_replace.h"
 #include "conf/file_watch.h"
 #include "platform/system_library.h"
 #include "shell/output.h"

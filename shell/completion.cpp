@@ -40,7 +40,7 @@ std::string_view typedText()
 /// The node whose children are offered. Behind a word that only is an argument nothing is offered.
 const cli_node* offeringNode()
 {
-    if (parseLine(typedText(), ParseMode::complete) != ParseResult::end) {
+    if (parseLine(typedText(), ParseMode::kComplete) != ParseResult::kEnd) {
         rl_on_new_line();
         return nullptr;
     }
@@ -75,11 +75,9 @@ bool listChildren(const cli_node& node, std::string_view partial, bool behindPip
 /// Lists what can follow the words of a segment. Whether there was something.
 bool listFollowers(std::string_view segment, bool behindPipe)
 {
-    const auto isForbidden = [](char c) {
-        return classOf(c) == CharClass::invalid;
-    };
-    const ParseMode mode = segment.ends_with(' ') ? ParseMode::execute : ParseMode::complete;
-    if (std::ranges::any_of(segment, isForbidden) || parseLine(segment, mode) != ParseResult::end)
+    const auto isForbidden = [](char c) { return classOf(c) == CharClass::kInvalid; };
+    const ParseMode mode = segment.ends_with(' ') ? ParseMode::kExecute : ParseMode::kComplete;
+    if (std::ranges::any_of(segment, isForbidden) || parseLine(segment, mode) != ParseResult::kEnd)
         return false;
     const cli_node* node = findNode(tokenStore.argc, tokenStore.tokens);
     if (node == nullptr)

@@ -16,14 +16,14 @@ namespace
 /// Cuts the line and finds its node; an alias is replaced by what it stands for, and keeps its node.
 cli_node* selectNode(const char* line)
 {
-    if (parseLine(line, ParseMode::execute) != ParseResult::end)
+    if (parseLine(line, ParseMode::kExecute) != ParseResult::kEnd)
         return nullptr;
     cli_node* node = findNode(wordCount(), tokenStore.tokens);
     if (node == nullptr || !isAlias(*node))
         return node;
     char expansion[kLineLength + 1];
     expandAlias(*node, expansion);
-    return parseLine(expansion, ParseMode::execute) == ParseResult::end ? node : nullptr;
+    return parseLine(expansion, ParseMode::kExecute) == ParseResult::kEnd ? node : nullptr;
 }
 
 /// Every segment must begin with a root command; says which one does not.

@@ -27,9 +27,9 @@ constexpr char kBracketedPaste[] = "enable-bracketed-paste";
 constexpr const char* kKeymaps[] = {"emacs-standard", "vi-insert", "vi-command"};
 
 enum class Outcome {
-    line,    ///< what was typed
-    dropped, ///< an interrupt took what was typed
-    end      ///< the input ended, or cannot be read
+    kLine,    ///< what was typed
+    kDropped, ///< an interrupt took what was typed
+    kEnd      ///< the input ended, or cannot be read
 };
 
 /// The line that is being read.
@@ -51,7 +51,7 @@ void drawNothing() {}
 /// from here on to find its way out is not to be seen.
 void dropLine()
 {
-    reading.outcome = Outcome::dropped;
+    reading.outcome = Outcome::kDropped;
     reading.redisplay = rl_redisplay_function;
     rl_redisplay_function = drawNothing;
     if (RL_ISSTATE(RL_STATE_TERMPREPPED) && !RL_ISSTATE(RL_STATE_COMPLETING) && rl_get_termcap("ce") != nullptr) {
@@ -167,7 +167,7 @@ void showPasteAgain()
 /// Ends the input. The line that is being typed is not run.
 void endInput()
 {
-    reading.outcome = Outcome::end;
+    reading.outcome = Outcome::kEnd;
     dropPaste(reading.signals->outside());
 }
 
@@ -177,7 +177,7 @@ int readKey(FILE* stream)
     static constexpr timespec kNow{};
     const sigset_t& outside = reading.signals->outside();
     showPasteAgain();
-    while (reading.outcome == Outcome::line) {
+    while (reading.outcome == Outcome::kLine) {
         pollfd input{.fd = fileno(stream), .events = POLLIN, .revents = 0};
         // A key that waits hides the signals that wait too; an interrupt has taken what was typed before it.
         if (ppoll(&input, 1, nullptr, &outside) < 0 || ppoll(nullptr, 0, &kNow, &outside) < 0) {
@@ -283,7 +283,7 @@ char* readLine(const LineSource& source)
         reading = {.signals = &signals,
                    .prompt = source.prompt(),
                    .endIdle = source.endIdle,
-                   .outcome = Outcome::line,
+                   .outcome = Outcome::kLine,
                    .redisplay = nullptr,
                    .bell = nullptr,
                    .isPasteHidden = false};
@@ -294,10 +294,10 @@ char* readLine(const LineSource& source)
         char* line = readline(reading.prompt);
         alarm(0);
         adoptWindow();
-        if (reading.outcome == Outcome::line)
+        if (reading.outcome == Outcome::kLine)
             return line;
         std::free(line);
-        if (reading.outcome == Outcome::end)
+        if (reading.outcome == Outcome::kEnd)
             return nullptr;
         forgetDroppedLine();
     }

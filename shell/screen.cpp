@@ -62,7 +62,7 @@ int widenScreen()
 
 void adoptWindow()
 {
-    if (followWindow() && RL_ISSTATE(RL_STATE_INITIALIZED))
+    if (updateWindow() && RL_ISSTATE(RL_STATE_INITIALIZED))
         rl_reset_screen_size();
 }
 

@@ -26,8 +26,9 @@ constinit pid_t session = -1;
 constinit struct sigaction abortAction {
 };
 
-/// A library's thread holds no signal back. One that it got is handed to the session's, whose number is the process's.
-bool isHandedOver(int signal)
+/// A library's thread blocks no signal. Passes a signal that it received on to the session's thread, whose number is
+/// that of the process. False if this is the session's thread.
+bool passToSession(int signal)
 {
     const pid_t process = getpid();
     return syscall(SYS_gettid) != process && syscall(SYS_tgkill, process, process, signal) == 0;
@@ -35,7 +36,7 @@ bool isHandedOver(int signal)
 
 void note(int signal)
 {
-    if (!isHandedOver(signal))
+    if (!passToSession(signal))
         noted[signal] = 1;
 }
 
@@ -57,7 +58,7 @@ void leaveAtExit()
 
 void end(int signal)
 {
-    if (isHandedOver(signal))
+    if (passToSession(signal))
         return;
     leave();
     if (signal == SIGABRT)

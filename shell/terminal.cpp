@@ -31,8 +31,9 @@ bool isWaiting(int fd)
     return flags >= 0 && (flags & O_NONBLOCK) == 0;
 }
 
-/// The terminal may have been left to a process group that is gone. Whether it is this process's now.
-bool takeBack()
+/// Makes this process's group the foreground group of the terminal again if the one that has been left there is gone.
+/// False if another group has the terminal.
+bool reclaimForeground()
 {
     const pid_t owner = tcgetpgrp(found.fd);
     if (owner == getpgrp() || found.group < 0)
@@ -85,7 +86,7 @@ void restoreTerminal()
         if (found.waits[fd] && !isWaiting(fd))
             fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK);
     termios now;
-    if (found.fd < 0 || !takeBack() || tcgetattr(found.fd, &now) != 0)
+    if (found.fd < 0 || !reclaimForeground() || tcgetattr(found.fd, &now) != 0)
         return;
     termios modes = found.modes;
     cfsetispeed(&modes, cfgetispeed(&now));
@@ -98,7 +99,7 @@ void restoreTerminal()
         return;
 }
 
-bool followWindow()
+bool updateWindow()
 {
     winsize now;
     if (ioctl(STDIN_FILENO, TIOCGWINSZ, &now) != 0 ||

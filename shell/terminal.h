@@ -10,8 +10,8 @@ void rememberTerminal();
 /// of our business: one that was never remembered, or that another process group has by now. For signal handlers too.
 void restoreTerminal();
 
-/// Whether the window has another size than when this was last asked. Tools are then told the new one, where the login
-/// told them one.
-bool followWindow();
+/// Looks at the size of the window. If it is another than at the last look, gives it to tools, for which it replaces
+/// the size that the login gave them, if it gave one. Returns whether it is another.
+bool updateWindow();
 
 #endif

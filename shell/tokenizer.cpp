@@ -19,12 +19,12 @@ consteval std::array<CharClass, 256> makeClasses()
 {
     std::array<CharClass, 256> classes{};
     for (const char c : std::string_view("&|;"))
-        classes[static_cast<unsigned char>(c)] = CharClass::pipe;
+        classes[static_cast<unsigned char>(c)] = CharClass::kPipe;
     for (const char c : std::string_view("$`><#()\\"))
-        classes[static_cast<unsigned char>(c)] = CharClass::invalid;
-    classes['\t'] = CharClass::tab;
-    classes[' '] = CharClass::blank;
-    classes['\0'] = classes['\n'] = CharClass::end;
+        classes[static_cast<unsigned char>(c)] = CharClass::kInvalid;
+    classes['\t'] = CharClass::kTab;
+    classes[' '] = CharClass::kBlank;
+    classes['\0'] = classes['\n'] = CharClass::kEnd;
     return classes;
 }
 
@@ -50,7 +50,7 @@ void resetStore()
     tokenStore.position = 0;
     tokenStore.tokenCount = 0;
     tokenStore.pipeIndex = 0;
-    tokenStore.previous = CharClass::blank;
+    tokenStore.previous = CharClass::kBlank;
 }
 
 char* writePlace()
@@ -87,7 +87,7 @@ bool addNormal(char c)
 {
     if (tokenStore.position >= kLineLength)
         return true;
-    if (tokenStore.previous == CharClass::blank && !startToken())
+    if (tokenStore.previous == CharClass::kBlank && !startToken())
         return false;
     writeChar(c);
     ++tokenStore.position;
@@ -96,11 +96,11 @@ bool addNormal(char c)
 
 bool addPipe(char c)
 {
-    if (tokenStore.previous == CharClass::normal) {
+    if (tokenStore.previous == CharClass::kNormal) {
         endWord();
-        tokenStore.previous = CharClass::blank;
+        tokenStore.previous = CharClass::kBlank;
     }
-    if (tokenStore.previous == CharClass::blank) {
+    if (tokenStore.previous == CharClass::kBlank) {
         if (tokenStore.pipeIndex == 0)
             tokenStore.pipeIndex = tokenStore.tokenCount;
         if (!startToken())
@@ -115,7 +115,7 @@ bool addPipe(char c)
 void endLine(ParseMode mode)
 {
     *writePlace() = '\0';
-    const bool typing = mode == ParseMode::complete && tokenStore.previous == CharClass::normal;
+    const bool typing = mode == ParseMode::kComplete && tokenStore.previous == CharClass::kNormal;
     tokenStore.argc = tokenStore.tokenCount - (typing && tokenStore.tokenCount > 0 ? 1 : 0);
 }
 
@@ -125,31 +125,31 @@ bool step(char c, ParseMode mode)
     const CharClass kind = classOf(c);
     bool allowed = true;
     switch (kind) {
-    case CharClass::normal:
+    case CharClass::kNormal:
         allowed = addNormal(c);
         break;
-    case CharClass::blank:
+    case CharClass::kBlank:
         if (tokenStore.position == 0)
             break;
-        if (tokenStore.previous == CharClass::blank)
+        if (tokenStore.previous == CharClass::kBlank)
             *writePlace() = '\0';
         else
             endWord();
         break;
-    case CharClass::end:
+    case CharClass::kEnd:
         endLine(mode);
         break;
-    case CharClass::pipe:
+    case CharClass::kPipe:
         allowed = addPipe(c);
         if (tokenStore.segmentIndex == kSegmentCount) {
             resetStore();
             return true;
         }
         break;
-    case CharClass::tab:
+    case CharClass::kTab:
         resetStore();
         return true;
-    case CharClass::invalid:
+    case CharClass::kInvalid:
         std::printf("Invalid characters %c \n", c);
         allowed = false;
         break;
@@ -162,7 +162,7 @@ bool step(char c, ParseMode mode)
 const char* gluedWord(int index)
 {
     const char* symbol = tokenStore.tokens[index];
-    if (classOf(*symbol) != CharClass::pipe)
+    if (classOf(*symbol) != CharClass::kPipe)
         return nullptr;
     const auto segment = static_cast<std::size_t>(symbol - tokenStore.segments[0]) / TokenStore::kSegmentSize + 1;
     const char* word = tokenStore.segments[segment];
@@ -180,15 +180,15 @@ ParseResult parseLine(std::string_view line, ParseMode mode)
 {
     resetStore();
     line = trimmed(line);
-    if (!line.empty() && classOf(line.front()) == CharClass::pipe) {
+    if (!line.empty() && classOf(line.front()) == CharClass::kPipe) {
         line.remove_prefix(1);
         line = trimmed(line);
     }
     for (const char c : line)
         if (!step(c, mode))
-            return ParseResult::rejected;
+            return ParseResult::kRejected;
     step('\0', mode);
-    return ParseResult::end;
+    return ParseResult::kEnd;
 }
 
 int wordCount()

@@ -14,15 +14,15 @@ inline constexpr std::size_t kSegmentCount = 10;
 inline constexpr std::size_t kTokenCount = 256;
 
 /// What a character means to the tokenizer.
-enum class CharClass : std::uint8_t { normal = 0, tab = 1, blank = 5, end = 6, pipe = 12, invalid = 13 };
+enum class CharClass : std::uint8_t { kNormal = 0, kTab = 1, kBlank = 5, kEnd = 6, kPipe = 12, kInvalid = 13 };
 CharClass classOf(char c);
 
 /// Completion does not count a word that is still being typed.
-enum class ParseMode { complete, execute };
+enum class ParseMode { kComplete, kExecute };
 
 enum class ParseResult {
-    end,     ///< the whole line was cut
-    rejected ///< a character or the number of words forbids it; a message said so
+    kEnd,     ///< the whole line was cut
+    kRejected ///< a character or the number of words forbids it; a message said so
 };
 
 /// The words of the current line.

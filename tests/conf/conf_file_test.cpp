@@ -1,4 +1,4 @@
-#include "conf/conf_file.h"
+#include "conf/conf_replace.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -162,9 +162,9 @@ TEST_F(ConfFileTest, AReplacementIsNewer)
     writeAt(999'999'000, kFile, "old", time(nullptr));
     confFileTime(kFile, &before);
     ASSERT_EQ(replace("new"), "ok");
-    EXPECT_EQ(confFileTime(kFile, &now), ConfFileStatus::Known);
+    EXPECT_EQ(confFileTime(kFile, &now), ConfFileStatus::kKnown);
     EXPECT_LT(std::pair(before.seconds, before.nanoseconds), std::pair(now.seconds, now.nanoseconds));
-    EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::Missing);
+    EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::kMissing);
 }
 
 // A power cut then leaves the factory's configuration.

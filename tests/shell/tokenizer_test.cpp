@@ -49,7 +49,7 @@ TEST(Tokenizer, CutsLines)
         {"'one two'", {"'one", "two'"}, 0, {"'one"}},
     };
     for (const auto& line : lines) {
-        EXPECT_EQ(parseLine(line.text, ParseMode::execute), ParseResult::end) << line.text;
+        EXPECT_EQ(parseLine(line.text, ParseMode::kExecute), ParseResult::kEnd) << line.text;
         EXPECT_EQ(tokens(), line.tokens) << line.text;
         EXPECT_EQ(tokenStore.argc, static_cast<int>(line.tokens.size())) << line.text;
         EXPECT_EQ(tokenStore.pipeIndex, line.pipeIndex) << line.text;
@@ -62,7 +62,7 @@ TEST(Tokenizer, RefusesForbiddenCharacters)
 {
     for (const char c : std::string("$`><#()\\")) {
         const std::string output = outputOf([c] {
-            EXPECT_EQ(parseLine(std::string("ping x") + c + "y | " + c, ParseMode::execute), ParseResult::rejected);
+            EXPECT_EQ(parseLine(std::string("ping x") + c + "y | " + c, ParseMode::kExecute), ParseResult::kRejected);
         });
         EXPECT_EQ(output, std::string("Invalid characters ") + c + " \n");
     }
@@ -72,27 +72,27 @@ TEST(Tokenizer, HoldsItsBounds)
 {
     const std::string full(kLineLength, 'x');
     for (const char* more : {"", "yz", " y | z", "|", "y; help"}) {
-        EXPECT_EQ(parseLine(full + more, ParseMode::execute), ParseResult::end);
+        EXPECT_EQ(parseLine(full + more, ParseMode::kExecute), ParseResult::kEnd);
         EXPECT_EQ(tokens()[0], full);
     }
-    parseLine(full + "|", ParseMode::execute);
+    parseLine(full + "|", ParseMode::kExecute);
     EXPECT_EQ(tokens(), (Words{full, "|"}));
-    parseLine("a " + full + " & b", ParseMode::execute);
+    parseLine("a " + full + " & b", ParseMode::kExecute);
     EXPECT_EQ(tokens(), (Words{"a", full.substr(2), "&", "b"}));
 
     std::string words;
     for (std::size_t i = 0; i < kTokenCount; ++i)
         words += "w ";
-    EXPECT_EQ(parseLine(words, ParseMode::execute), ParseResult::end);
+    EXPECT_EQ(parseLine(words, ParseMode::kExecute), ParseResult::kEnd);
     EXPECT_EQ(tokenStore.argc, static_cast<int>(kTokenCount));
     for (const char* surplus : {"w", "| grep x"})
-        EXPECT_EQ(outputOf([&] { EXPECT_EQ(parseLine(words + surplus, ParseMode::execute), ParseResult::rejected); }),
+        EXPECT_EQ(outputOf([&] { EXPECT_EQ(parseLine(words + surplus, ParseMode::kExecute), ParseResult::kRejected); }),
                   "    Error: Too many words, the upper limit is 256.\n");
 }
 
 TEST(Tokenizer, JoinsTokensWithinTheBuffer)
 {
-    parseLine("ping  -c 1 | grep ms", ParseMode::execute);
+    parseLine("ping  -c 1 | grep ms", ParseMode::kExecute);
     char text[32];
     EXPECT_EQ(appendTokens(text, 0, 3), 10U);
     EXPECT_STREQ(text, " ping -c 1");
@@ -103,13 +103,13 @@ TEST(Tokenizer, JoinsTokensWithinTheBuffer)
     EXPECT_STREQ(small, " ping -");
     EXPECT_EQ(appendTokens(text, 2, 2), 0U);
     EXPECT_STREQ(text, "");
-    parseLine("help|grep a|grep", ParseMode::execute);
+    parseLine("help|grep a|grep", ParseMode::kExecute);
     EXPECT_EQ(appendTokens(text, 0, 99), 21U);
     EXPECT_STREQ(text, " help | grep a | grep");
 }
 
 TEST(Tokenizer, DumpsItsState)
 {
-    parseLine("get wtp |", ParseMode::execute);
+    parseLine("get wtp |", ParseMode::kExecute);
     EXPECT_EQ(outputOf(dumpTokens), "index is 0, token_cnt is 3, level is 3, prev type END\n\"get\"\"wtp\"\"|\"\n");
 }
