@@ -168,42 +168,18 @@ struct BiosAction {
     void (*run)(char** argv);
 };
 
-template <typename... Words>
-consteval int wordCount(auto(*)(Words...))
-{
-    return 2 + static_cast<int>(sizeof...(Words));
-}
-
-/// Calls the operation with the words that it takes.
-template <auto operation>
-void run(char** argv)
-{
-    if constexpr (wordCount(operation) == 2)
-        operation();
-    else if constexpr (wordCount(operation) == 3)
-        operation(argv[2]);
-    else
-        operation(argv[2], argv[3]);
-}
-
-template <auto operation>
-consteval BiosAction action(const char* name, const char* help)
-{
-    return {name, help, wordCount(operation), run<operation>};
-}
-
 constexpr BiosAction kBiosActions[] = {
-    action<biosErase>("erase", "erase"),
-    action<biosDumpRawInfo>("dumpflash", "dumpflash"),
-    action<biosSetDefault>("setdefault", "setdefault"),
-    action<biosDisplayInfo>("displayinfo", "displayinfo"),
-    action<biosSetMac>("setmac", "setmac"),
-    action<biosShowMac>("getmac", "getmac"),
-    action<biosSetOemSn>("setoemsn", "setoemsn"),
-    action<biosSetQlnSn>("setqlnsn", "setqlnsn"),
-    action<biosShowOemSn>("getoemsn", "Get OEM SN"),
-    action<biosSaveRomFile>("save", "saveROMBIOS"),
-    action<biosTftpGet>("get", "FTP get ROM BIOS file"),
+    {"erase", "erase", 2, [](char**) { biosErase(); }},
+    {"dumpflash", "dumpflash", 2, [](char**) { biosDumpRawInfo(); }},
+    {"setdefault", "setdefault", 2, [](char**) { biosSetDefault(); }},
+    {"displayinfo", "displayinfo", 2, [](char**) { biosDisplayInfo(); }},
+    {"setmac", "setmac", 3, [](char** argv) { biosSetMac(argv[2]); }},
+    {"getmac", "getmac", 2, [](char**) { biosShowMac(); }},
+    {"setoemsn", "setoemsn", 3, [](char** argv) { biosSetOemSn(argv[2]); }},
+    {"setqlnsn", "setqlnsn", 3, [](char** argv) { biosSetQlnSn(argv[2]); }},
+    {"getoemsn", "Get OEM SN", 2, [](char**) { biosShowOemSn(); }},
+    {"save", "saveROMBIOS", 3, [](char** argv) { biosSaveRomFile(argv[2]); }},
+    {"get", "FTP get ROM BIOS file", 4, [](char** argv) { biosTftpGet(argv[2], argv[3]); }},
 };
 
 consteval auto rowsOfActions()

@@ -1,5 +1,6 @@
 // The management shell: an interactive session, or with the argument "run" a replay of the saved configuration.
 
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
@@ -34,16 +35,15 @@ void openStandardDescriptors()
         close(fd);
 }
 
-/// Copied, not formatted: a format costs as much as the rest of a short line.
+/// The host name, cut so that the mark behind it fits.
 const char* nextPrompt()
 {
     constexpr char kMark[] = "  # ";
     static char prompt[256];
     if (!factoryResetStarted())
         sysConfRefresh(sysConfig);
-    const std::size_t length = strnlen(sysConfig.hostname, sizeof prompt - sizeof kMark);
-    std::memcpy(prompt, sysConfig.hostname, length);
-    std::memcpy(prompt + length, kMark, sizeof kMark);
+    constexpr int kLongestName = sizeof prompt - sizeof kMark;
+    std::snprintf(prompt, sizeof prompt, "%.*s%s", kLongestName, sysConfig.hostname, kMark);
     maskControlBytes(prompt);
     return prompt;
 }

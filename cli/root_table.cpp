@@ -41,7 +41,7 @@ consteval cli_node rootHelp(cli_node row)
     return row;
 }
 
-/// Stands below `debug` and `kdebug` until they are prepared.
+/// The children of `debug` and `kdebug` until their prepare hooks replace them.
 constinit cli_node helpVariantTable[] = {
     command("help", "help", helpLister),
     command("help1", "help", helpLister),

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <span>
+#include <string_view>
 
 #include "base/text.h"
 #include "debug/debug_mask.h"
@@ -23,9 +24,10 @@ constexpr std::int32_t kMaxSubmodules = 256;
 constexpr int kMaxCrashRecords = 2000;
 constexpr int kCrashTextSize = 101;
 
-struct Verb {
-    const char* word;
-    void (*action)();
+/// A row of the table, as it is listed.
+struct ListedRow {
+    const char* indentation;
+    const cli_node* row;
 };
 
 /// What `debug` and `kdebug` differ in.
@@ -38,25 +40,91 @@ struct Facility {
     void (*printSubmoduleNames)(int id);
     std::uint64_t** masks; ///< null until the library is attached
     std::size_t maskCount;
-    std::span<const Verb> verbs;
-    std::span<const char* const> moreNames; ///< listed behind the names of the library
+    std::span<const ListedRow> listedRows; ///< behind the names of the library
 };
 
-/// An operation that may print; its result does not matter.
+/// Calls an operation of the library, whose result does not matter. What it prints has to be seen at once, also when
+/// the output goes to a file.
 template <auto Operation>
-void call()
+int call(int, char**)
 {
     const PipedOutput output;
     Operation();
+    std::fflush(stdout);
+    return 0;
 }
 
-constexpr Verb kDebugVerbs[] = {
-    {"clear", call<clear_dbg_all>},
-    {"all", call<dbg_all>},
+int debugCommand(int argc, char** argv);
+int kdebugCommand(int argc, char** argv);
+
+void setOutputMode(std::uint16_t mode)
+{
+    if (udbg_header != nullptr)
+        udbg_header->output_mode = mode;
+}
+
+int toConsoleCommand(int, char**)
+{
+    setOutputMode(0);
+    set_pts_debug_stats(1, 0);
+    return 0;
+}
+
+int toBufferCommand(int, char**)
+{
+    setOutputMode(1);
+    return 0;
+}
+
+int showLogCommand(int, char**)
+{
+    const PipedOutput output;
+    return print_udebug();
+}
+
+int clearLogCommand(int, char**)
+{
+    const PipedOutput output;
+    return clear_udebug_logs();
+}
+
+/// Behind the rows of the modules.
+constexpr cli_node kDebugRows[] = {
+    command("clear", "Clear all debug info", call<clear_dbg_all>),
+    command("all", "Set all debug info", call<dbg_all>),
+    command("to-console", "debug to console ", toConsoleCommand),
+    command("to-buffer", "debug to buffer", toBufferCommand),
+    command("show", "Show debug messages", showLogCommand),
+    command("log-clear", "Clear all debug messages", clearLogCommand),
 };
 
-constexpr const char* kDebugNames[] = {
-    "\tall\n", "        clear\n", "        to-console\n", "        to-buffer\n", "        show\n", "\tlog-clear\n",
+constexpr cli_node kKernelDebugRows[] = {
+    command("clear", "Clear all debug info", call<clear_kdbg_all>),
+    command("all", "Set all debug info", kdebugCommand), // takes the word for the name of a module
+    command("show", "Set all debug info", call<print_kdebug>),
+    command("log-clear", "clear all logs", call<clear_kdebug_log>),
+};
+
+/// A name without a row does not compile.
+consteval const cli_node* at(const cli_node* row, std::string_view name)
+{
+    while (row->name != name)
+        ++row;
+    return row;
+}
+
+constexpr char kBlanks[] = "        ";
+
+constexpr ListedRow kListedDebugRows[] = {
+    {"\t", at(kDebugRows, "all")},          {kBlanks, at(kDebugRows, "clear")}, {kBlanks, at(kDebugRows, "to-console")},
+    {kBlanks, at(kDebugRows, "to-buffer")}, {kBlanks, at(kDebugRows, "show")},  {"\t", at(kDebugRows, "log-clear")},
+};
+
+constexpr ListedRow kListedKernelDebugRows[] = {
+    {"\t", at(kKernelDebugRows, "show")},
+    {kBlanks, at(kKernelDebugRows, "all")},
+    {kBlanks, at(kKernelDebugRows, "clear")},
+    {kBlanks, at(kKernelDebugRows, "log-clear")},
 };
 
 constexpr Facility kDebug = {
@@ -68,21 +136,7 @@ constexpr Facility kDebug = {
     .printSubmoduleNames = print_submod_names,
     .masks = &udbg_info,
     .maskCount = kDebugAppCount,
-    .verbs = kDebugVerbs,
-    .moreNames = kDebugNames,
-};
-
-constexpr Verb kKernelDebugVerbs[] = {
-    {"show", call<print_kdebug>},
-    {"clear", call<clear_kdbg_all>},
-    {"log-clear", call<clear_kdebug_log>},
-};
-
-constexpr const char* kKernelDebugNames[] = {
-    "\tshow\n",
-    "        all\n",
-    "        clear\n",
-    "        log-clear\n",
+    .listedRows = kListedDebugRows,
 };
 
 /// The library reports an unknown name as the id of the first module, which therefore cannot be named.
@@ -95,8 +149,7 @@ constexpr Facility kKernelDebug = {
     .printSubmoduleNames = print_subkmod_names,
     .masks = &kdbg_info,
     .maskCount = kDebugKernelModuleCount,
-    .verbs = kKernelDebugVerbs,
-    .moreNames = kKernelDebugNames,
+    .listedRows = kListedKernelDebugRows,
 };
 
 bool same(const char* word, const char* other)
@@ -125,8 +178,10 @@ void printSubmoduleNames(const Facility& facility, int id)
 void listNames(const Facility& facility)
 {
     printNames(facility);
-    for (const char* name : facility.moreNames)
-        cli_print(name);
+    for (const ListedRow& listed : facility.listedRows) {
+        cli_print(listed.indentation);
+        cli_printf("%s\n", listed.row->name);
+    }
 }
 
 /// <facility> <module> <submodule> [on|off]
@@ -161,17 +216,10 @@ void switchModule(const Facility& facility, int argc, char** argv)
 
 void runFacility(const Facility& facility, int argc, char** argv)
 {
-    if (argc < 2) {
+    if (argc < 2)
         listNames(facility);
-        return;
-    }
-    for (const Verb& verb : facility.verbs) {
-        if (same(argv[1], verb.word)) {
-            verb.action();
-            return;
-        }
-    }
-    switchModule(facility, argc, argv);
+    else
+        switchModule(facility, argc, argv);
 }
 
 int debugCommand(int argc, char** argv)
@@ -180,48 +228,10 @@ int debugCommand(int argc, char** argv)
     return 0;
 }
 
-/// What the library's kernel side prints has to be seen at once, also when its output goes to a file.
 int kdebugCommand(int argc, char** argv)
 {
     runFacility(kKernelDebug, argc, argv);
-    std::fflush(stdout);
-    return 0;
-}
-
-void setOutputMode(std::uint16_t mode)
-{
-    if (udbg_header != nullptr)
-        udbg_header->output_mode = mode;
-}
-
-int toConsoleCommand(int, char**)
-{
-    setOutputMode(0);
-    set_pts_debug_stats(1, 0);
-    return 0;
-}
-
-int toBufferCommand(int, char**)
-{
-    setOutputMode(1);
-    return 0;
-}
-
-int showLogCommand(int, char**)
-{
-    const PipedOutput output;
-    return print_udebug();
-}
-
-int clearLogCommand(int, char**)
-{
-    const PipedOutput output;
-    return clear_udebug_logs();
-}
-
-int clearCrashCommand(int, char**)
-{
-    call<clear_crash>();
+    std::fflush(stdout); // as in call()
     return 0;
 }
 
@@ -250,22 +260,6 @@ consteval std::array<cli_node, ModuleCount + RowCount> facilityTable(CliHandler 
     return table;
 }
 
-constexpr cli_node kDebugRows[] = {
-    command("clear", "Clear all debug info", debugCommand),
-    command("all", "Set all debug info", debugCommand),
-    command("to-console", "debug to console ", toConsoleCommand),
-    command("to-buffer", "debug to buffer", toBufferCommand),
-    command("show", "Show debug messages", showLogCommand),
-    command("log-clear", "Clear all debug messages", clearLogCommand),
-};
-
-constexpr cli_node kKernelDebugRows[] = {
-    command("clear", "Clear all debug info", kdebugCommand),
-    command("all", "Set all debug info", kdebugCommand),
-    command("show", "Set all debug info", kdebugCommand),
-    command("log-clear", "clear all logs", kdebugCommand),
-};
-
 constinit auto debugTable = facilityTable<kDebugAppCount>(debugCommand, kDebugRows);
 constinit auto kdebugTable = facilityTable<kDebugKernelModuleCount>(kdebugCommand, kKernelDebugRows);
 
@@ -284,7 +278,7 @@ constexpr cli_node kModuleVerbs[] = {
 };
 
 constinit cli_node crashTable[] = {
-    command("clear", "clear crash info", clearCrashCommand),
+    command("clear", "clear crash info", call<clear_crash>),
     command("show", "show crash info", showCrashCommand),
 };
 

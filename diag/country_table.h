@@ -3,8 +3,14 @@
 #ifndef DIAG_COUNTRY_TABLE_H
 #define DIAG_COUNTRY_TABLE_H
 
-/// The two letters and the name of each country, each terminated, in the order in which they are listed; an empty text
-/// is the end.
-extern const char kCountryTexts[];
+#include <span>
+
+struct CountryName {
+    char code[3]; ///< two letters
+    const char* name;
+};
+
+/// In the order in which they are listed.
+extern const std::span<const CountryName> countryNames;
 
 #endif

@@ -32,7 +32,8 @@ int queryCommand(int, char**)
     return queryDaemon(Query, kRequest);
 }
 
-/// The VAP query carries what is left of the handler's arguments in one byte each.
+/// The request of the VAP query carries the count and the low byte of the address of the handler's arguments. They mean
+/// nothing; the request always had these two bytes.
 int vapQueryCommand(int argc, char** argv)
 {
     const std::uint8_t request[kQueryRequestLength]{static_cast<std::uint8_t>(argc),

@@ -32,9 +32,7 @@ const char* typeName(std::uint16_t bits)
 /// Length of a country's text, which ends at the first byte that is not a letter.
 int countryLength(const char (&text)[4])
 {
-    const auto isLetter = [](char c) {
-        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-    };
+    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
     return static_cast<int>(std::ranges::find_if_not(text, isLetter) - text);
 }
 

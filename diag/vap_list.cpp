@@ -80,9 +80,7 @@ void printSecurity(const VapRecord& vap)
 
 void printVap(const VapRecord& vap)
 {
-    const auto has = [&vap](std::uint32_t flag) {
-        return (vap.flags & flag) != 0;
-    };
+    const auto has = [&vap](std::uint32_t flag) { return (vap.flags & flag) != 0; };
     const bool standalone = has(VapRecord::kStandalone);
 
     cli_print(kRule);

@@ -71,14 +71,10 @@ int setCountry(const char* interface, int code)
 int init_wlan_api(wlan_api* table)
 {
     *table = {};
-    table->get_coexist = [](const char* interface) -> int {
-        return simRadio(interface).record.coexistence;
-    };
+    table->get_coexist = [](const char* interface) -> int { return simRadio(interface).record.coexistence; };
     table->get_radio_mode = getRadioMode;
     table->get_channel = getChannel;
-    table->get_beacon_interval = [](const char* interface) -> int {
-        return simRadio(interface).record.beaconInterval;
-    };
+    table->get_beacon_interval = [](const char* interface) -> int { return simRadio(interface).record.beaconInterval; };
     table->get_dtim_period = getNumber<kDtimPeriod>;
     table->get_rts_threshold = getNumber<kRtsThreshold>;
     table->get_frag_threshold = getNumber<kFragThreshold>;

@@ -136,9 +136,7 @@ void Terminal::waitForScreen(const std::string& text)
 
 void Terminal::waitForExactly(const std::string& text, VTermPos place)
 {
-    const auto isThere = [&] {
-        return screen() == withoutBlanksAtTheEnd(text) && vterm_pos_cmp(cursor(), place) == 0;
-    };
+    const auto isThere = [&] { return screen() == withoutBlanksAtTheEnd(text) && vterm_pos_cmp(cursor(), place) == 0; };
     waitUntil([&] { return isThere() && !readMore(kQuiet); },
               text + "\nwith the cursor at " + std::to_string(place.row) + ", " + std::to_string(place.col));
     consumed_ = shown_.size();
