@@ -27,7 +27,7 @@ constexpr int kCrashTextSize = 101;
 /// A row of the table, as it is listed.
 struct ListedRow {
     const char* indentation;
-    const cli_node* row;
+    const char* name;
 };
 
 /// What `debug` and `kdebug` differ in.
@@ -105,26 +105,29 @@ constexpr cli_node kKernelDebugRows[] = {
     command("log-clear", "clear all logs", call<clear_kdebug_log>),
 };
 
-/// A name without a row does not compile.
-consteval const cli_node* at(const cli_node* row, std::string_view name)
+/// A name that no row has does not compile.
+consteval ListedRow listed(const char* indentation, const char* name, std::span<const cli_node> rows)
 {
-    while (row->name != name)
-        ++row;
-    return row;
+    std::size_t i = 0;
+    while (std::string_view(rows[i].name) != name)
+        ++i;
+    return {indentation, name};
 }
 
+constexpr char kTab[] = "\t";
 constexpr char kBlanks[] = "        ";
 
 constexpr ListedRow kListedDebugRows[] = {
-    {"\t", at(kDebugRows, "all")},          {kBlanks, at(kDebugRows, "clear")}, {kBlanks, at(kDebugRows, "to-console")},
-    {kBlanks, at(kDebugRows, "to-buffer")}, {kBlanks, at(kDebugRows, "show")},  {"\t", at(kDebugRows, "log-clear")},
+    listed(kTab, "all", kDebugRows),           listed(kBlanks, "clear", kDebugRows),
+    listed(kBlanks, "to-console", kDebugRows), listed(kBlanks, "to-buffer", kDebugRows),
+    listed(kBlanks, "show", kDebugRows),       listed(kTab, "log-clear", kDebugRows),
 };
 
 constexpr ListedRow kListedKernelDebugRows[] = {
-    {"\t", at(kKernelDebugRows, "show")},
-    {kBlanks, at(kKernelDebugRows, "all")},
-    {kBlanks, at(kKernelDebugRows, "clear")},
-    {kBlanks, at(kKernelDebugRows, "log-clear")},
+    listed(kTab, "show", kKernelDebugRows),
+    listed(kBlanks, "all", kKernelDebugRows),
+    listed(kBlanks, "clear", kKernelDebugRows),
+    listed(kBlanks, "log-clear", kKernelDebugRows),
 };
 
 constexpr Facility kDebug = {
@@ -178,9 +181,9 @@ void printSubmoduleNames(const Facility& facility, int id)
 void listNames(const Facility& facility)
 {
     printNames(facility);
-    for (const ListedRow& listed : facility.listedRows) {
-        cli_print(listed.indentation);
-        cli_printf("%s\n", listed.row->name);
+    for (const ListedRow& row : facility.listedRows) {
+        cli_print(row.indentation);
+        cli_printf("%s\n", row.name);
     }
 }
 

@@ -35,8 +35,11 @@ constexpr int kFullPower = 100;
 void listCountries()
 {
     cli_print("All countrys supported:\n");
-    for (const CountryName& country : countryNames)
-        cli_printf("    %s - %s\n", country.code, country.name);
+    for (const char* code = kCountryTexts; *code != '\0';) {
+        const char* name = code + std::strlen(code) + 1;
+        cli_printf("    %s - %s\n", code, name);
+        code = name + std::strlen(name) + 1;
+    }
 }
 
 void configureRadio(int radio, int code)

@@ -1,200 +1,195 @@
 #include "diag/country_table.h"
 
-namespace
-{
+#include <algorithm>
 
-constexpr CountryName kNames[] = {
-    {"AL", "ALBANIA"},
-    {"DZ", "ALGERIA"},
-    {"AO", "ANGOLA"},
-    {"AR", "ARGENTINA"},
-    {"AM", "ARMENIA"},
-    {"AW", "ARUBA"},
-    {"AU", "AUSTRALIA"},
-    {"AU", "AUSTRALIA2"},
-    {"AT", "AUSTRIA"},
-    {"AZ", "AZERBAIJAN"},
-    {"BH", "BAHRAIN"},
-    {"BD", "BANGLADESH"},
-    {"BB", "BARBADOS"},
-    {"BY", "BELARUS"},
-    {"BE", "BELGIUM"},
-    {"BE", "BELGIUM2"},
-    {"BZ", "BELIZE"},
-    {"BO", "BOLIVIA"},
-    {"BA", "BOSNIA AND HERZEGOVINA"},
-    {"BR", "BRAZIL"},
-    {"BN", "BRUNEI DARUSSALAM"},
-    {"BG", "BULGARIA"},
-    {"KH", "CAMBODIA"},
-    {"CA", "CANADA"},
-    {"CA", "CANADA2"},
-    {"CF", "CENTRAL AFRICA REPUBLIC"},
-    {"CL", "CHILE"},
-    {"CN", "CHINA"},
-    {"CO", "COLOMBIA"},
-    {"CR", "COSTA RICA"},
-    {"HR", "CROATIA"},
-    {"CY", "CYPRUS"},
-    {"CZ", "CZECH REPUBLIC"},
-    {"DK", "DENMARK"},
-    {"DO", "DOMINICAN REPUBLIC"},
-    {"EC", "ECUADOR"},
-    {"EG", "EGYPT"},
-    {"SV", "EL SALVADOR"},
-    {"EE", "ESTONIA"},
-    {"FI", "FINLAND"},
-    {"FR", "FRANCE"},
-    {"GE", "GEORGIA"},
-    {"DE", "GERMANY"},
-    {"GR", "GREECE"},
-    {"GL", "GREENLAND"},
-    {"GD", "GRENADA"},
-    {"GU", "GUAM"},
-    {"GT", "GUATEMALA"},
-    {"HT", "HAITI"},
-    {"HN", "HONDURAS"},
-    {"HK", "HONG KONG"},
-    {"HU", "HUNGARY"},
-    {"IS", "ICELAND"},
-    {"IN", "INDIA"},
-    {"ID", "INDONESIA"},
-    {"IR", "IRAN"},
-    {"IE", "IRELAND"},
-    {"IL", "ISRAEL"},
-    {"IT", "ITALY"},
-    {"JM", "JAMAICA"},
-    {"JP", "JAPAN"},
-    {"JP", "JAPAN1"},
-    {"JP", "JAPAN2"},
-    {"JP", "JAPAN3"},
-    {"JP", "JAPAN4"},
-    {"JP", "JAPAN5"},
-    {"JP", "JAPAN6"},
-    {"JP", "JAPAN7"},
-    {"JP", "JAPAN8"},
-    {"JP", "JAPAN9"},
-    {"JP", "JAPAN10"},
-    {"JP", "JAPAN11"},
-    {"JP", "JAPAN12"},
-    {"JP", "JAPAN13"},
-    {"JP", "JAPAN14"},
-    {"JP", "JAPAN15"},
-    {"JP", "JAPAN16"},
-    {"JP", "JAPAN17"},
-    {"JP", "JAPAN18"},
-    {"JP", "JAPAN19"},
-    {"JP", "JAPAN20"},
-    {"JP", "JAPAN21"},
-    {"JP", "JAPAN22"},
-    {"JP", "JAPAN23"},
-    {"JP", "JAPAN24"},
-    {"JP", "JAPAN25"},
-    {"JP", "JAPAN26"},
-    {"JP", "JAPAN27"},
-    {"JP", "JAPAN28"},
-    {"JP", "JAPAN29"},
-    {"JP", "JAPAN30"},
-    {"JP", "JAPAN31"},
-    {"JP", "JAPAN32"},
-    {"JP", "JAPAN33"},
-    {"JP", "JAPAN34"},
-    {"JP", "JAPAN35"},
-    {"JP", "JAPAN36"},
-    {"JP", "JAPAN37"},
-    {"JP", "JAPAN38"},
-    {"JP", "JAPAN39"},
-    {"JP", "JAPAN40"},
-    {"JP", "JAPAN41"},
-    {"JP", "JAPAN42"},
-    {"JP", "JAPAN43"},
-    {"JP", "JAPAN44"},
-    {"JP", "JAPAN45"},
-    {"JP", "JAPAN46"},
-    {"JP", "JAPAN47"},
-    {"JP", "JAPAN48"},
-    {"JP", "JAPAN49"},
-    {"JP", "JAPAN50"},
-    {"JP", "JAPAN51"},
-    {"JP", "JAPAN52"},
-    {"JP", "JAPAN53"},
-    {"JP", "JAPAN54"},
-    {"JP", "JAPAN57"},
-    {"JP", "JAPAN58"},
-    {"JP", "JAPAN59"},
-    {"JO", "JORDAN"},
-    {"KZ", "KAZAKHSTAN"},
-    {"KE", "KENYA"},
-    {"KP", "NORTH KOREA"},
-    {"KR", "KOREA REPUBLIC"},
-    {"KR", "KOREA REPUBLIC3"},
-    {"KW", "KUWAIT"},
-    {"LV", "LATVIA"},
-    {"LB", "LEBANON"},
-    {"LI", "LIECHTENSTEIN"},
-    {"LT", "LITHUANIA"},
-    {"LU", "LUXEMBOURG"},
-    {"MO", "MACAU SAR"},
-    {"MK", "MACEDONIA, FYRO"},
-    {"MY", "MALAYSIA"},
-    {"MT", "MALTA"},
-    {"MX", "MEXICO"},
-    {"MC", "MONACO"},
-    {"MA", "MOROCCO"},
-    {"MZ", "MOZAMBIQUE"},
-    {"MM", "MYANMAR"},
-    {"NP", "NEPAL"},
-    {"NL", "NETHERLANDS"},
-    {"AN", "NETHERLANDS ANTILLES"},
-    {"NZ", "NEW ZEALAND"},
-    {"NO", "NORWAY"},
-    {"OM", "OMAN"},
-    {"PK", "PAKISTAN"},
-    {"PA", "PANAMA"},
-    {"PG", "PAPUA NEW GUINEA"},
-    {"PY", "PARAGUAY"},
-    {"PE", "PERU"},
-    {"PH", "PHILIPPINES"},
-    {"PL", "POLAND"},
-    {"PT", "PORTUGAL"},
-    {"PR", "PUERTO RICO"},
-    {"QA", "QATAR"},
-    {"RO", "ROMANIA"},
-    {"RU", "RUSSIA"},
-    {"RW", "RWANDA"},
-    {"SA", "SAUDI ARABIA"},
-    {"RS", "REPUBLIC OF SERBIA"},
-    {"ME", "MONTENEGRO"},
-    {"SG", "SINGAPORE"},
-    {"SK", "SLOVAKIA"},
-    {"SI", "SLOVENIA"},
-    {"ZA", "SOUTH AFRICA"},
-    {"ES", "SPAIN"},
-    {"LK", "SRI LANKA"},
-    {"SD", "SUDAN"},
-    {"SE", "SWEDEN"},
-    {"CH", "SWITZERLAND"},
-    {"SY", "SYRIAN ARAB REPUBLIC"},
-    {"TW", "TAIWAN"},
-    {"TZ", "TANZANIA"},
-    {"TH", "THAILAND"},
-    {"TT", "TRINIDAD AND TOBAGO"},
-    {"TN", "TUNISIA"},
-    {"TR", "TURKEY"},
-    {"UA", "UKRAINE"},
-    {"AE", "UNITED ARAB EMIRATES"},
-    {"GB", "UNITED KINGDOM"},
-    {"US", "UNITED STATES2"},
-    {"PS", "UNITED STATES (PUBLIC SAFETY)"},
-    {"UY", "URUGUAY"},
-    {"UZ", "UZBEKISTAN"},
-    {"VE", "VENEZUELA"},
-    {"VN", "VIET NAM"},
-    {"YE", "YEMEN"},
-    {"ZB", "ZAMBIA"},
-    {"ZW", "ZIMBABWE"},
-};
+constexpr char kCountryTexts[] = "AL\0ALBANIA\0"
+                                 "DZ\0ALGERIA\0"
+                                 "AO\0ANGOLA\0"
+                                 "AR\0ARGENTINA\0"
+                                 "AM\0ARMENIA\0"
+                                 "AW\0ARUBA\0"
+                                 "AU\0AUSTRALIA\0"
+                                 "AU\0AUSTRALIA2\0"
+                                 "AT\0AUSTRIA\0"
+                                 "AZ\0AZERBAIJAN\0"
+                                 "BH\0BAHRAIN\0"
+                                 "BD\0BANGLADESH\0"
+                                 "BB\0BARBADOS\0"
+                                 "BY\0BELARUS\0"
+                                 "BE\0BELGIUM\0"
+                                 "BE\0BELGIUM2\0"
+                                 "BZ\0BELIZE\0"
+                                 "BO\0BOLIVIA\0"
+                                 "BA\0BOSNIA AND HERZEGOVINA\0"
+                                 "BR\0BRAZIL\0"
+                                 "BN\0BRUNEI DARUSSALAM\0"
+                                 "BG\0BULGARIA\0"
+                                 "KH\0CAMBODIA\0"
+                                 "CA\0CANADA\0"
+                                 "CA\0CANADA2\0"
+                                 "CF\0CENTRAL AFRICA REPUBLIC\0"
+                                 "CL\0CHILE\0"
+                                 "CN\0CHINA\0"
+                                 "CO\0COLOMBIA\0"
+                                 "CR\0COSTA RICA\0"
+                                 "HR\0CROATIA\0"
+                                 "CY\0CYPRUS\0"
+                                 "CZ\0CZECH REPUBLIC\0"
+                                 "DK\0DENMARK\0"
+                                 "DO\0DOMINICAN REPUBLIC\0"
+                                 "EC\0ECUADOR\0"
+                                 "EG\0EGYPT\0"
+                                 "SV\0EL SALVADOR\0"
+                                 "EE\0ESTONIA\0"
+                                 "FI\0FINLAND\0"
+                                 "FR\0FRANCE\0"
+                                 "GE\0GEORGIA\0"
+                                 "DE\0GERMANY\0"
+                                 "GR\0GREECE\0"
+                                 "GL\0GREENLAND\0"
+                                 "GD\0GRENADA\0"
+                                 "GU\0GUAM\0"
+                                 "GT\0GUATEMALA\0"
+                                 "HT\0HAITI\0"
+                                 "HN\0HONDURAS\0"
+                                 "HK\0HONG KONG\0"
+                                 "HU\0HUNGARY\0"
+                                 "IS\0ICELAND\0"
+                                 "IN\0INDIA\0"
+                                 "ID\0INDONESIA\0"
+                                 "IR\0IRAN\0"
+                                 "IE\0IRELAND\0"
+                                 "IL\0ISRAEL\0"
+                                 "IT\0ITALY\0"
+                                 "JM\0JAMAICA\0"
+                                 "JP\0JAPAN\0"
+                                 "JP\0JAPAN1\0"
+                                 "JP\0JAPAN2\0"
+                                 "JP\0JAPAN3\0"
+                                 "JP\0JAPAN4\0"
+                                 "JP\0JAPAN5\0"
+                                 "JP\0JAPAN6\0"
+                                 "JP\0JAPAN7\0"
+                                 "JP\0JAPAN8\0"
+                                 "JP\0JAPAN9\0"
+                                 "JP\0JAPAN10\0"
+                                 "JP\0JAPAN11\0"
+                                 "JP\0JAPAN12\0"
+                                 "JP\0JAPAN13\0"
+                                 "JP\0JAPAN14\0"
+                                 "JP\0JAPAN15\0"
+                                 "JP\0JAPAN16\0"
+                                 "JP\0JAPAN17\0"
+                                 "JP\0JAPAN18\0"
+                                 "JP\0JAPAN19\0"
+                                 "JP\0JAPAN20\0"
+                                 "JP\0JAPAN21\0"
+                                 "JP\0JAPAN22\0"
+                                 "JP\0JAPAN23\0"
+                                 "JP\0JAPAN24\0"
+                                 "JP\0JAPAN25\0"
+                                 "JP\0JAPAN26\0"
+                                 "JP\0JAPAN27\0"
+                                 "JP\0JAPAN28\0"
+                                 "JP\0JAPAN29\0"
+                                 "JP\0JAPAN30\0"
+                                 "JP\0JAPAN31\0"
+                                 "JP\0JAPAN32\0"
+                                 "JP\0JAPAN33\0"
+                                 "JP\0JAPAN34\0"
+                                 "JP\0JAPAN35\0"
+                                 "JP\0JAPAN36\0"
+                                 "JP\0JAPAN37\0"
+                                 "JP\0JAPAN38\0"
+                                 "JP\0JAPAN39\0"
+                                 "JP\0JAPAN40\0"
+                                 "JP\0JAPAN41\0"
+                                 "JP\0JAPAN42\0"
+                                 "JP\0JAPAN43\0"
+                                 "JP\0JAPAN44\0"
+                                 "JP\0JAPAN45\0"
+                                 "JP\0JAPAN46\0"
+                                 "JP\0JAPAN47\0"
+                                 "JP\0JAPAN48\0"
+                                 "JP\0JAPAN49\0"
+                                 "JP\0JAPAN50\0"
+                                 "JP\0JAPAN51\0"
+                                 "JP\0JAPAN52\0"
+                                 "JP\0JAPAN53\0"
+                                 "JP\0JAPAN54\0"
+                                 "JP\0JAPAN57\0"
+                                 "JP\0JAPAN58\0"
+                                 "JP\0JAPAN59\0"
+                                 "JO\0JORDAN\0"
+                                 "KZ\0KAZAKHSTAN\0"
+                                 "KE\0KENYA\0"
+                                 "KP\0NORTH KOREA\0"
+                                 "KR\0KOREA REPUBLIC\0"
+                                 "KR\0KOREA REPUBLIC3\0"
+                                 "KW\0KUWAIT\0"
+                                 "LV\0LATVIA\0"
+                                 "LB\0LEBANON\0"
+                                 "LI\0LIECHTENSTEIN\0"
+                                 "LT\0LITHUANIA\0"
+                                 "LU\0LUXEMBOURG\0"
+                                 "MO\0MACAU SAR\0"
+                                 "MK\0MACEDONIA, FYRO\0"
+                                 "MY\0MALAYSIA\0"
+                                 "MT\0MALTA\0"
+                                 "MX\0MEXICO\0"
+                                 "MC\0MONACO\0"
+                                 "MA\0MOROCCO\0"
+                                 "MZ\0MOZAMBIQUE\0"
+                                 "MM\0MYANMAR\0"
+                                 "NP\0NEPAL\0"
+                                 "NL\0NETHERLANDS\0"
+                                 "AN\0NETHERLANDS ANTILLES\0"
+                                 "NZ\0NEW ZEALAND\0"
+                                 "NO\0NORWAY\0"
+                                 "OM\0OMAN\0"
+                                 "PK\0PAKISTAN\0"
+                                 "PA\0PANAMA\0"
+                                 "PG\0PAPUA NEW GUINEA\0"
+                                 "PY\0PARAGUAY\0"
+                                 "PE\0PERU\0"
+                                 "PH\0PHILIPPINES\0"
+                                 "PL\0POLAND\0"
+                                 "PT\0PORTUGAL\0"
+                                 "PR\0PUERTO RICO\0"
+                                 "QA\0QATAR\0"
+                                 "RO\0ROMANIA\0"
+                                 "RU\0RUSSIA\0"
+                                 "RW\0RWANDA\0"
+                                 "SA\0SAUDI ARABIA\0"
+                                 "RS\0REPUBLIC OF SERBIA\0"
+                                 "ME\0MONTENEGRO\0"
+                                 "SG\0SINGAPORE\0"
+                                 "SK\0SLOVAKIA\0"
+                                 "SI\0SLOVENIA\0"
+                                 "ZA\0SOUTH AFRICA\0"
+                                 "ES\0SPAIN\0"
+                                 "LK\0SRI LANKA\0"
+                                 "SD\0SUDAN\0"
+                                 "SE\0SWEDEN\0"
+                                 "CH\0SWITZERLAND\0"
+                                 "SY\0SYRIAN ARAB REPUBLIC\0"
+                                 "TW\0TAIWAN\0"
+                                 "TZ\0TANZANIA\0"
+                                 "TH\0THAILAND\0"
+                                 "TT\0TRINIDAD AND TOBAGO\0"
+                                 "TN\0TUNISIA\0"
+                                 "TR\0TURKEY\0"
+                                 "UA\0UKRAINE\0"
+                                 "AE\0UNITED ARAB EMIRATES\0"
+                                 "GB\0UNITED KINGDOM\0"
+                                 "US\0UNITED STATES2\0"
+                                 "PS\0UNITED STATES (PUBLIC SAFETY)\0"
+                                 "UY\0URUGUAY\0"
+                                 "UZ\0UZBEKISTAN\0"
+                                 "VE\0VENEZUELA\0"
+                                 "VN\0VIET NAM\0"
+                                 "YE\0YEMEN\0"
+                                 "ZB\0ZAMBIA\0"
+                                 "ZW\0ZIMBABWE\0";
 
-} // namespace
-
-constinit const std::span<const CountryName> countryNames = kNames;
+static_assert(std::ranges::count(kCountryTexts, '\0') == 2 * 189 + 1);

@@ -3,15 +3,13 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <readline/history.h>
 #include <readline/readline.h>
 
-#include "shell/completion.h"
+#include "shell/keys.h"
 #include "shell/paste.h"
 #include "shell/screen.h"
 #include "shell/signals.h"
@@ -20,11 +18,7 @@
 namespace
 {
 
-constexpr int kHistoryLimit = 1000;
 constexpr char kBellStyle[] = "bell-style";
-constexpr char kBracketedPaste[] = "enable-bracketed-paste";
-
-constexpr const char* kKeymaps[] = {"emacs-standard", "vi-insert", "vi-command"};
 
 enum class Outcome {
     kLine,    ///< what was typed
@@ -40,7 +34,6 @@ struct Reading {
     Outcome outcome;          ///< once it is no line, readline gets no more keys
     rl_voidfunc_t* redisplay; ///< what readline does otherwise, while it must not draw
     const char* bell;         ///< nor ring
-    bool isPasteHidden;       ///< from a search, until the next key
 };
 
 constinit Reading reading{};
@@ -102,7 +95,7 @@ void handleSignals()
 {
     if (takeSignal(SIGALRM)) {
         rl_eof_found = 1; // readline leaves the line as at the end of input
-        if (std::strcmp(rl_variable_value(kBracketedPaste), "on") != 0)
+        if (!pasteIsBracketed())
             rl_crlf(); // which otherwise ends the brackets
         rl_deprep_terminal();
         reading.endIdle();
@@ -121,47 +114,6 @@ void handleSignals()
         redrawLine();
     if (isInterrupted())
         dropLine();
-}
-
-/// Stands for Ctrl-S and Ctrl-Q where the user's configuration file does not bind them.
-int ignoreKey(int, int)
-{
-    return 0;
-}
-
-/// Also in a search, which would end at a command and take any other key for text.
-bool isIgnored(unsigned char key)
-{
-    return (key == CTRL('S') || key == CTRL('Q')) && rl_get_keymap()[key].function == ignoreKey &&
-           RL_ISSTATE(RL_STATE_READCMD | RL_STATE_ISEARCH | RL_STATE_NSEARCH | RL_STATE_NUMERICARG | RL_STATE_VIMOTION);
-}
-
-/// The keys of a terminal begin with an escape; a session that types none does not pay for them.
-void bindTerminalKeysOnce()
-{
-    static constinit bool areBound = false;
-    if (areBound)
-        return;
-    bindHelpKey();
-    for (const char* keymap : kKeymaps)
-        rl_bind_keyseq_in_map("\033[200~", pasteBlock, rl_get_keymap_by_name(keymap));
-    areBound = true;
-}
-
-/// A search would read a pasted block itself and show it as it came. Hides the bracket that begins it, so that the
-/// search ends at its escape key and the block is read as everywhere else.
-void hidePasteFromSearch()
-{
-    reading.isPasteHidden = RL_ISSTATE(RL_STATE_ISEARCH) && std::strcmp(rl_variable_value(kBracketedPaste), "on") == 0;
-    if (reading.isPasteHidden)
-        rl_variable_bind(kBracketedPaste, "off");
-}
-
-void showPasteAgain()
-{
-    if (reading.isPasteHidden)
-        rl_variable_bind(kBracketedPaste, "on");
-    reading.isPasteHidden = false;
 }
 
 /// Ends the input. The line that is being typed is not run.
@@ -186,13 +138,11 @@ int readKey(FILE* stream)
         }
         unsigned char key;
         const ssize_t count = read(input.fd, &key, sizeof key);
-        if (count == 1 && isIgnored(key))
+        if (count == 1 && isIgnoredKey(key))
             continue;
         if (count == 1) {
-            if (key == ESC) {
-                bindTerminalKeysOnce();
+            if (key == ESC)
                 hidePasteFromSearch();
-            }
             return key;
         }
         // The last line of a file needs no line feed.
@@ -209,39 +159,6 @@ int readKey(FILE* stream)
     return RL_ISSTATE(RL_STATE_READCMD) ? READERR : EOF;
 }
 
-/// Replaces or unbinds keys that break readline 8.2. After a search that is not incremental it may free an undo list
-/// twice; an incremental one does the same for the user. A return behind an escape key would switch to vi mode.
-void replaceTraps()
-{
-    struct Key {
-        const char* keymap;
-        unsigned char key;
-        rl_command_func_t* function;
-    };
-    static constexpr Key kKeys[] = {
-        {"emacs-meta", 'p', nullptr},
-        {"emacs-meta", 'n', nullptr},
-        {"emacs-meta", '\n', nullptr},
-        {"emacs-meta", '\r', nullptr},
-        {"vi-command", '/', rl_reverse_search_history},
-        {"vi-command", '?', rl_forward_search_history},
-        {"vi-command", 'n', nullptr},
-        {"vi-command", 'N', nullptr},
-    };
-    for (const Key& row : kKeys)
-        rl_get_keymap_by_name(row.keymap)[row.key].function = row.function;
-}
-
-/// readline's functions for them would swallow the next key. The user's configuration file is read later.
-void ignoreFlowControl()
-{
-    for (const char* name : kKeymaps) {
-        KEYMAP_ENTRY* const keymap = rl_get_keymap_by_name(name);
-        keymap[CTRL('S')].function = ignoreKey;
-        keymap[CTRL('Q')].function = ignoreKey;
-    }
-}
-
 } // namespace
 
 void prepareLineReader()
@@ -255,22 +172,9 @@ void prepareLineReader()
     rl_prep_term_function = prepareTerminal;
     rl_startup_hook = widenScreen;
     rl_pre_input_hook = typePastedLine;
-    replaceTraps();
-    ignoreFlowControl();
+    replaceKeys();
     rememberTerminal();
     catchSignals();
-}
-
-// The history is prepared with its first line: not at the start, which every session pays.
-void keepLine(const char* line)
-{
-    static constinit bool isPrepared = false;
-    if (!isPrepared) {
-        stifle_history(kHistoryLimit);
-        rl_variable_bind("revert-all-at-newline", "on");
-        isPrepared = true;
-    }
-    add_history(line);
 }
 
 char* readLine(const LineSource& source)
@@ -285,8 +189,7 @@ char* readLine(const LineSource& source)
                    .endIdle = source.endIdle,
                    .outcome = Outcome::kLine,
                    .redisplay = nullptr,
-                   .bell = nullptr,
-                   .isPasteHidden = false};
+                   .bell = nullptr};
         takeSignal(SIGALRM);
         takeSignal(SIGCONT);
         alarm(source.idleTimeout);

@@ -1,9 +1,7 @@
-// Reading a line with readline: its keys, its signals, its end.
+// Reading a line with readline: waiting for keys and signals, and the end of the line.
 
 #ifndef SHELL_LINE_READER_H
 #define SHELL_LINE_READER_H
-
-#include "shell/screen.h"
 
 /// What the reader needs of its session.
 struct LineSource {
@@ -17,9 +15,6 @@ struct LineSource {
 
 /// Prepares readline and the signals of a session, once.
 void prepareLineReader();
-
-/// Adds a line to the history, which holds the last 1,000, as they were entered whatever is edited later.
-void keepLine(const char* line);
 
 /// Reads a line, which the caller frees. An interrupt drops the line and begins a fresh one. Null: the input has ended
 /// or cannot be read; what a hang-up or a read error cut off is lost.

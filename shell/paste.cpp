@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <poll.h>
 #include <unistd.h>
 
@@ -10,6 +11,8 @@
 namespace
 {
 
+constexpr char kBracketedPaste[] = "enable-bracketed-paste";
+constexpr char kBegin[] = "\033[200~";
 constexpr char kEnd[] = "\033[201~";
 
 /// Read to its end before its first line runs: a tool would read the rest of the keys, and the terminal echo them.
@@ -22,6 +25,7 @@ struct Block {
 };
 
 constinit Block block{};
+constinit bool isHidden = false; ///< from a search, until the next key
 
 void forgetBlock()
 {
@@ -45,6 +49,12 @@ bool add(char c)
 }
 
 } // namespace
+
+void bindPaste()
+{
+    for (const char* keymap : {"emacs-standard", "vi-insert", "vi-command"})
+        rl_bind_keyseq_in_map(kBegin, pasteBlock, rl_get_keymap_by_name(keymap));
+}
 
 int pasteBlock(int, int)
 {
@@ -79,6 +89,25 @@ int typePastedLine()
     else
         forgetBlock();
     return 0;
+}
+
+bool pasteIsBracketed()
+{
+    return std::strcmp(rl_variable_value(kBracketedPaste), "on") == 0;
+}
+
+void hidePasteFromSearch()
+{
+    isHidden = RL_ISSTATE(RL_STATE_ISEARCH) && pasteIsBracketed();
+    if (isHidden)
+        rl_variable_bind(kBracketedPaste, "off");
+}
+
+void showPasteAgain()
+{
+    if (isHidden)
+        rl_variable_bind(kBracketedPaste, "on");
+    isHidden = false;
 }
 
 bool pasteGoesOn()

@@ -1,22 +1,21 @@
 #include "shell/session.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <stdio_ext.h>
 
-#include <readline/history.h>
 #include <readline/readline.h>
 
-#include "base/text.h"
 #include "shell/completion.h"
 #include "shell/environment.h"
 #include "shell/executor.h"
+#include "shell/history.h"
 #include "shell/idle_timeout.h"
 #include "shell/line_reader.h"
 #include "shell/output.h"
 #include "shell/paste.h"
+#include "shell/screen.h"
 #include "shell/signals.h"
 #include "shell/tokenizer.h"
 
@@ -25,31 +24,6 @@ namespace
 
 /// Not a command of the tree: it is no first word of a longer line, and nothing follows it.
 constexpr char kListHistory[] = "list";
-
-/// Prints a line as it was typed, whatever its length, its control bytes as '?'.
-void printTyped(FILE* stream, const char* line)
-{
-    for (std::size_t length = std::strlen(line); length > 0;) {
-        char piece[256];
-        const std::size_t taken = std::min(length, sizeof piece - 1);
-        copyField(piece, {line, taken});
-        maskControlBytes(piece);
-        std::fputs(piece, stream);
-        line += taken;
-        length -= taken;
-    }
-}
-
-void listHistory()
-{
-    std::fflush(stdout);
-    HIST_ENTRY** entries = history_list();
-    for (int i = 0; entries != nullptr && entries[i] != nullptr && !isInterrupted(); ++i) {
-        std::fprintf(stderr, "%d: ", i);
-        printTyped(stderr, entries[i]->line);
-        std::fputs("\r\n", stderr);
-    }
-}
 
 /// What an interrupted line had still to say is dropped. Its echo stays on the screen, and the prompt goes below it.
 void endInterruptedLine()
@@ -80,6 +54,9 @@ void prepareSession()
     installCompletion();
     // Reads readline's files while signals still end the process.
     rl_initialize();
+    bindHelpKey();
+    bindPaste();
+    prepareHistory();
 }
 
 void runSession(const SessionHost& host)

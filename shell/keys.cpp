@@ -1,0 +1,62 @@
+#include "shell/keys.h"
+
+#include <cstdio>
+#include <initializer_list>
+
+#include <readline/readline.h>
+
+namespace
+{
+
+/// Stands for Ctrl-S and Ctrl-Q where the user's configuration file does not bind them.
+int ignoreKey(int, int)
+{
+    return 0;
+}
+
+/// Replaces or unbinds keys that break readline 8.2. After a search that is not incremental it may free an undo list
+/// twice; an incremental one does the same for the user. A return behind an escape key would switch to vi mode.
+void replaceTraps()
+{
+    struct Key {
+        const char* keymap;
+        unsigned char key;
+        rl_command_func_t* function;
+    };
+    static constexpr Key kKeys[] = {
+        {"emacs-meta", 'p', nullptr},
+        {"emacs-meta", 'n', nullptr},
+        {"emacs-meta", '\n', nullptr},
+        {"emacs-meta", '\r', nullptr},
+        {"vi-command", '/', rl_reverse_search_history},
+        {"vi-command", '?', rl_forward_search_history},
+        {"vi-command", 'n', nullptr},
+        {"vi-command", 'N', nullptr},
+    };
+    for (const Key& row : kKeys)
+        rl_get_keymap_by_name(row.keymap)[row.key].function = row.function;
+}
+
+/// readline's functions for them would swallow the next key. The user's configuration file is read later.
+void ignoreFlowControl()
+{
+    for (const char* name : {"emacs-standard", "vi-insert", "vi-command"}) {
+        KEYMAP_ENTRY* const keymap = rl_get_keymap_by_name(name);
+        keymap[CTRL('S')].function = ignoreKey;
+        keymap[CTRL('Q')].function = ignoreKey;
+    }
+}
+
+} // namespace
+
+void replaceKeys()
+{
+    replaceTraps();
+    ignoreFlowControl();
+}
+
+bool isIgnoredKey(unsigned char key)
+{
+    return (key == CTRL('S') || key == CTRL('Q')) && rl_get_keymap()[key].function == ignoreKey &&
+           RL_ISSTATE(RL_STATE_READCMD | RL_STATE_ISEARCH | RL_STATE_NSEARCH | RL_STATE_NUMERICARG | RL_STATE_VIMOTION);
+}
