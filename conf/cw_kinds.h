@@ -1,4 +1,4 @@
-// How the values of a CAPWAP item are checked, applied and rendered.
+// How the values of a CAPWAP item are checked, applied and formatted.
 
 #ifndef CONF_CW_KINDS_H
 #define CONF_CW_KINDS_H
@@ -13,7 +13,7 @@ struct CwList;
 
 /// A number of the record.
 struct CwNumber {
-    enum class Type : std::uint8_t { kByte, kWord, kDoubleWord };
+    enum class Type : std::uint8_t { kByte = 1, kWord = 2, kDoubleWord = 4 }; ///< bytes
 
     constexpr CwNumber(std::uint8_t CwConfig::*member) : type(Type::kByte), byte(member) {}
     constexpr CwNumber(std::uint16_t CwConfig::*member) : type(Type::kWord), word(member) {}
@@ -60,8 +60,8 @@ struct CwItem {
 struct CwKind {
     /// Applies a value; false when it is refused, with the record as it was. Null: no value can be set.
     bool (*set)(const CwItem& item, const char* value, CwConfig& config);
-    /// Renders a value; `index` counts the entries of a list. Null: the item is never rendered.
-    void (*render)(const CwItem& item, const CwConfig& config, int index, std::span<char> text);
+    /// Formats a value; `index` counts the entries of a list. Null: the item is never shown.
+    void (*format)(const CwItem& item, const CwConfig& config, int index, std::span<char> text);
     const CwList* list; ///< null: one value
 };
 

@@ -10,12 +10,12 @@
 namespace
 {
 
-void sayTooMany(const CwItem& item, const char* value)
+void printTooMany(const CwItem& item, const char* value)
 {
     cli_printf("    Error: Too many %s entries, '%s' ignored.\n", item.key.data(), value);
 }
 
-void sayNotInList(const char* value)
+void printNotInList(const char* value)
 {
     cli_printf("    Failed to find '%s' in list\n", value);
 }
@@ -50,7 +50,7 @@ bool removeEntries(const char* value, Entry (&entries)[Size], std::uint8_t& coun
     }
     std::memset(entries + count, 0, (Size - count) * sizeof(Entry));
     if (!found)
-        sayNotInList(value);
+        printNotInList(value);
     return found;
 }
 
@@ -80,13 +80,13 @@ bool holdsAddress(const CwConfig& config, std::uint32_t address)
     return false;
 }
 
-bool setAddress(const CwItem& item, const char* value, CwConfig& config)
+bool setAddressEntry(const CwItem& item, const char* value, CwConfig& config)
 {
     std::uint32_t address;
     if (!parseAcAddress(value, &address))
         return false;
     if (!appendAddress(config, address))
-        sayTooMany(item, value);
+        printTooMany(item, value);
     return true;
 }
 
@@ -131,7 +131,7 @@ void formatAddress(const CwConfig& config, int entry, std::span<char> text)
     copyText(text, ipv4Text(config.acAddresses[entry].address).text);
 }
 
-void renderAddress(const CwItem&, const CwConfig& config, int index, std::span<char> text)
+void formatAddressEntry(const CwItem&, const CwConfig& config, int index, std::span<char> text)
 {
     const AcAddress& entry = config.acAddresses[index];
     std::snprintf(text.data(), text.size(), "%s %d", ipv4Text(entry.address).text, entry.inUse);
@@ -146,10 +146,10 @@ bool appendHostname(CwConfig& config, const char* name)
     return true;
 }
 
-bool setHostname(const CwItem& item, const char* value, CwConfig& config)
+bool setHostnameEntry(const CwItem& item, const char* value, CwConfig& config)
 {
     if (!appendHostname(config, value))
-        sayTooMany(item, value);
+        printTooMany(item, value);
     return true;
 }
 
@@ -180,7 +180,7 @@ void formatHostname(const CwConfig& config, int entry, std::span<char> text)
     copyText(text, config.acHostnames[entry]);
 }
 
-void renderHostname(const CwItem&, const CwConfig& config, int index, std::span<char> text)
+void formatHostnameEntry(const CwItem&, const CwConfig& config, int index, std::span<char> text)
 {
     formatHostname(config, index, text);
 }
@@ -211,8 +211,8 @@ constexpr CwList kHostnameList = {
 
 } // namespace
 
-const CwKind kAcAddresses = {setAddress, renderAddress, &kAddressList};
-const CwKind kAcHostnames = {setHostname, renderHostname, &kHostnameList};
+const CwKind kAcAddresses = {setAddressEntry, formatAddressEntry, &kAddressList};
+const CwKind kAcHostnames = {setHostnameEntry, formatHostnameEntry, &kHostnameList};
 
 int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config)
 {
@@ -225,7 +225,7 @@ int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config)
 int cwConfListDelete(const CwItem& item, const char* value, CwConfig& config)
 {
     if (item.kind->list == nullptr) {
-        sayNotInList(value);
+        printNotInList(value);
         return -1;
     }
     if (!item.kind->list->remove(value, config))

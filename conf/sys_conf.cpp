@@ -34,7 +34,7 @@ std::span<char> textOf(SysConfig& config)
 }
 
 /// In the order of the file and of the display.
-constexpr SysItem kItems[] = {
+constexpr SysItem kSystemItems[] = {
     {.key = "factorysn", .label = "factorysn", .text = textOf<&SysConfig::factorysn>, .isLeftOutIfEmpty = true},
     {.key = "hostname", .label = "hostname", .text = textOf<&SysConfig::hostname>},
     {.key = "mgmt-addr", .label = "static-addr", .text = textOf<&SysConfig::staticAddr>, .isInFile = false},
@@ -58,7 +58,7 @@ struct SysValue {
 template <typename Line>
 void forEachItem(SysConfig& config, Line line)
 {
-    for (const SysItem& item : kItems)
+    for (const SysItem& item : kSystemItems)
         if (const SysValue value(item, config); value.text[0] != '\0' || !item.isLeftOutIfEmpty)
             line(item, value.text);
 }
@@ -105,7 +105,7 @@ int sysConfRead(SysConfig& config)
 
 int sysConfSetItem(const char* key, const char* value, SysConfig& config)
 {
-    for (const SysItem& item : kItems) {
+    for (const SysItem& item : kSystemItems) {
         if (!item.isInFile || item.key != key)
             continue;
         if (item.text != nullptr)

@@ -36,14 +36,13 @@ void printCommands(const cli_node& parent, const std::string& path)
 /// The range of a checked number, the size of any other number or text; nothing for what is a choice or an address.
 std::string valuesOf(const CwItem& item, CwConfig& config)
 {
-    if (item.kind == &kChecked || item.kind == &kVlan)
+    if (item.kind == &kChecked.kind || item.kind == &kVlan.kind)
         return std::to_string(item.low) + " to " + std::to_string(item.high);
-    if (item.kind == &kText)
+    if (item.kind == &kText.kind)
         return "up to " + std::to_string(item.field.text(config).size() - 1) + " characters";
-    if (item.kind != &kStored)
+    if (item.kind != &kStored.kind)
         return "";
-    const int bytes = item.field.type == CwField::Type::Byte ? 1 : item.field.type == CwField::Type::Word ? 2 : 4;
-    return "a number of " + std::to_string(8 * bytes) + " bits";
+    return "a number of " + std::to_string(8 * static_cast<int>(item.field.number.type)) + " bits";
 }
 
 void printItem(const char* section, const CwItem& item, CwConfig& config)

@@ -28,7 +28,7 @@ struct Pipe {
 };
 
 constinit Pipe linePipe{.isActive = false, .isIncomplete = false, .isOwn = false, .fd = -1, .path = {}};
-constinit Pieces pieces;
+constinit Pieces pipePieces;
 
 /// Path of the session's own file on this system; a signal that ends the process removes the file by it.
 constinit char ownFile[DeviceFile::kPathSize]{};
@@ -115,7 +115,7 @@ void beginPipe()
 {
     linePipe.isActive = true;
     linePipe.isIncomplete = false;
-    pieces.clear();
+    pipePieces.clear();
 }
 
 void endPipe()
@@ -138,12 +138,12 @@ bool pipeIsActive()
 
 void appendToPipe(const char* text)
 {
-    pieces.append(text, store);
+    pipePieces.append(text, store);
 }
 
 bool flushPipe()
 {
-    pieces.finish(store);
+    pipePieces.finish(store);
     return !linePipe.isIncomplete;
 }
 

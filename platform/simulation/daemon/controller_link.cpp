@@ -9,7 +9,6 @@
 #include "platform/simulation/state.h"
 
 using std::chrono::milliseconds;
-using std::chrono::seconds;
 
 namespace
 {
@@ -78,5 +77,5 @@ ControllerLink::Status ControllerLink::status() const
     for (const Phase& phase : kPhases)
         if (age < phase.end && (usesDtls_ || !phase.needsDtls))
             return {phase.state, &phase == kPhases ? 0 : *controller_, 0, 0, ""};
-    return {"RUN", *controller_, startTime_ + std::chrono::ceil<seconds>(kRunning).count(), 0, ""};
+    return {"RUN", *controller_, startTime_ + std::chrono::ceil<std::chrono::seconds>(kRunning).count(), 0, ""};
 }
