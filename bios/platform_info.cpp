@@ -55,7 +55,7 @@ private:
     FlashImage* image_;
 };
 
-void sayCrcError(const char* operation)
+void printCrcError(const char* operation)
 {
     cli_printf("%s: CRC error.\r\n", operation);
 }
@@ -80,7 +80,7 @@ int readField(const char* operation, std::size_t offset, char* text, std::size_t
         return -1;
     device.read(offset, text, size);
     if (!device.crcMatches())
-        sayCrcError(operation);
+        printCrcError(operation);
     return 0;
 }
 
@@ -135,7 +135,7 @@ int biosDumpRawInfo()
     printDump(image);
     device.lock();
     if (!device.crcMatches())
-        sayCrcError("biosDumpRawInfo");
+        printCrcError("biosDumpRawInfo");
     return 0;
 }
 

@@ -24,8 +24,8 @@ namespace
 struct CfgVariable;
 
 struct CfgKind {
-    /// Renders the value; the text is empty before.
-    void (*render)(const CfgVariable& variable, std::span<char> text);
+    /// Formats the value; the text is empty before.
+    void (*format)(const CfgVariable& variable, std::span<char> text);
     /// Makes a change of the text of a value, which may be changed on the way.
     void (*set)(CfgVariable& variable, char* value);
 };
@@ -114,38 +114,38 @@ void cfgSetEntry(CfgVariable& variable, char* value)
 }
 
 template <std::int32_t SysConfig::*Number>
-void cfgRenderSystemNumber(const CfgVariable&, std::span<char> text)
+void cfgFormatSystemNumber(const CfgVariable&, std::span<char> text)
 {
     std::snprintf(text.data(), text.size(), "%u", static_cast<unsigned>(sysConfig.*Number));
 }
 
-void cfgRenderHostname(const CfgVariable&, std::span<char> text)
+void cfgFormatHostname(const CfgVariable&, std::span<char> text)
 {
     copyText(text, sysConfig.hostname);
 }
 
-void cfgRenderItem(const CfgVariable& variable, std::span<char> text)
+void cfgFormatItem(const CfgVariable& variable, std::span<char> text)
 {
     const CwItem& item = *cwConfItem(variable.key);
-    item.kind->render(item, cwConfig, 0, text);
+    item.kind->format(item, cwConfig, 0, text);
 }
 
 /// An address that is not set is an empty value.
-void cfgRenderAddress(const CfgVariable& variable, std::span<char> text)
+void cfgFormatAddress(const CfgVariable& variable, std::span<char> text)
 {
-    cfgRenderItem(variable, text);
+    cfgFormatItem(variable, text);
     if (std::strcmp(text.data(), "0.0.0.0") == 0)
         text[0] = '\0';
 }
 
-void cfgRenderUpperCase(const CfgVariable& variable, std::span<char> text)
+void cfgFormatUpperCase(const CfgVariable& variable, std::span<char> text)
 {
-    cfgRenderItem(variable, text);
+    cfgFormatItem(variable, text);
     for (char* c = text.data(); *c != '\0'; ++c)
         *c = static_cast<char>(std::toupper(static_cast<unsigned char>(*c)));
 }
 
-void cfgRenderEntry(const CfgVariable& variable, std::span<char> text)
+void cfgFormatEntry(const CfgVariable& variable, std::span<char> text)
 {
     const CwList& list = *cwConfItem(variable.key)->kind->list;
     if (list.count(cwConfig) >= variable.entry)
@@ -153,13 +153,13 @@ void cfgRenderEntry(const CfgVariable& variable, std::span<char> text)
 }
 
 template <std::int32_t SysConfig::*Number>
-constexpr CfgKind kCfgSystemNumber = {cfgRenderSystemNumber<Number>, cfgSetNumber};
-constexpr CfgKind kCfgHostname = {cfgRenderHostname, cfgSetByCommand};
-constexpr CfgKind kCfgNumber = {cfgRenderItem, cfgSetNumber};
-constexpr CfgKind kCfgAddress = {cfgRenderAddress, cfgSetByCommand};
-constexpr CfgKind kCfgAddrMode = {cfgRenderUpperCase, cfgSetLowerCase};
-constexpr CfgKind kCfgSecurity = {cfgRenderItem, cfgSetLowerCase};
-constexpr CfgKind kCfgEntry = {cfgRenderEntry, cfgSetEntry};
+constexpr CfgKind kCfgSystemNumber = {cfgFormatSystemNumber<Number>, cfgSetNumber};
+constexpr CfgKind kCfgHostname = {cfgFormatHostname, cfgSetByCommand};
+constexpr CfgKind kCfgNumber = {cfgFormatItem, cfgSetNumber};
+constexpr CfgKind kCfgAddress = {cfgFormatAddress, cfgSetByCommand};
+constexpr CfgKind kCfgAddrMode = {cfgFormatUpperCase, cfgSetLowerCase};
+constexpr CfgKind kCfgSecurity = {cfgFormatItem, cfgSetLowerCase};
+constexpr CfgKind kCfgEntry = {cfgFormatEntry, cfgSetEntry};
 
 /// The last word of the command is the key of the item.
 consteval CfgVariable itemRow(const char* name, const char* command, const CfgKind& kind)
@@ -203,7 +203,7 @@ constinit CfgVariable variables[] = {
 };
 
 struct CfgValue {
-    explicit CfgValue(const CfgVariable& variable) { variable.kind->render(variable, std::span(text)); }
+    explicit CfgValue(const CfgVariable& variable) { variable.kind->format(variable, std::span(text)); }
 
     char text[kCwValueSize]{};
 };

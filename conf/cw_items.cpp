@@ -215,8 +215,8 @@ bool cwConfItemIsSame(const CwItem& item, const CwConfig& one, const CwConfig& o
     for (int i = 0; isSame && i < count; ++i) {
         char value[kCwValueSize];
         char otherValue[kCwValueSize];
-        item.kind->render(item, one, i, std::span(value));
-        item.kind->render(item, other, i, std::span(otherValue));
+        item.kind->format(item, one, i, std::span(value));
+        item.kind->format(item, other, i, std::span(otherValue));
         isSame = std::strcmp(value, otherValue) == 0;
     }
     return isSame;

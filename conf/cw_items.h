@@ -9,7 +9,7 @@
 #include "conf/cw_conf.h"
 #include "conf/cw_lists.h"
 
-/// Room for a rendered value; a longer one is cut.
+/// Room for a formatted value; a longer one is cut.
 inline constexpr std::size_t kCwValueSize = 512;
 
 /// The line that frames the file and the display of the whole record.
@@ -59,7 +59,7 @@ void forEachValue(const CwItem& item, const CwConfig& config, Line line)
     const int count = cwValueCount(item, config);
     for (int i = 0; i < count; ++i) {
         char value[kCwValueSize];
-        item.kind->render(item, config, i, std::span(value));
+        item.kind->format(item, config, i, std::span(value));
         line(item.key.data(), value);
     }
 }

@@ -38,7 +38,7 @@ void store(const CwNumber& field, int number, CwConfig& config)
     }
 }
 
-void renderNumber(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+void formatNumber(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
     std::snprintf(text.data(), text.size(), "%d", numberOf(item.field.number, config));
 }
@@ -108,7 +108,7 @@ bool setAddrMode(const CwItem&, const char* value, CwConfig& config)
     return true;
 }
 
-void renderAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> text)
+void formatAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> text)
 {
     copyText(text, config.addrMode != 0 ? "dhcp" : "static");
 }
@@ -132,7 +132,7 @@ bool setMulticast(const CwItem& item, const char* value, CwConfig& config)
     return true;
 }
 
-void renderAddress(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+void formatAddress(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
     copyText(text, ipv4Text(config.*item.field.address).text);
 }
@@ -175,7 +175,7 @@ bool setSecurity(const CwItem&, const char* value, CwConfig& config)
     return true;
 }
 
-void renderSecurity(const CwItem&, const CwConfig& config, int, std::span<char> text)
+void formatSecurity(const CwItem&, const CwConfig& config, int, std::span<char> text)
 {
     text[0] = '\0';
     std::size_t length = 0;
@@ -191,7 +191,7 @@ bool setText(const CwItem& item, const char* value, CwConfig& config)
     return true;
 }
 
-void renderTextItem(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+void formatTextItem(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
     copyText(text, item.field.text(const_cast<CwConfig&>(config)).data());
 }
@@ -201,24 +201,24 @@ bool setVersion(const CwItem& item, const char* value, CwConfig& config)
     return cwConfSetVersion(config.*item.field.version, value);
 }
 
-void renderVersion(const CwItem& item, const CwConfig& config, int, std::span<char> text)
+void formatVersion(const CwItem& item, const CwConfig& config, int, std::span<char> text)
 {
     copyText(text, config.*item.field.version);
 }
 
 } // namespace
 
-const CwFieldKind<CwNumber> kStored = {{setStored, renderNumber, nullptr}};
-const CwFieldKind<CwNumber> kChecked = {{setChecked, renderNumber, nullptr}};
-const CwFieldKind<CwNumber> kIgnored = {{setIgnored, renderNumber, nullptr}};
-const CwFieldKind<CwNumber> kVlan = {{setVlan, renderNumber, nullptr}};
-const CwFieldKind<CwNumber> kDiscoveryType = {{setDiscoveryType, renderNumber, nullptr}};
-const CwFieldKind<CwAddress> kAddress = {{setAddress, renderAddress, nullptr}};
-const CwFieldKind<CwAddress> kOwnAddress = {{setAddress, renderAddress, nullptr}};
-const CwFieldKind<CwAddress> kMulticast = {{setMulticast, renderAddress, nullptr}};
-const CwFieldKind<CwText> kText = {{setText, renderTextItem, nullptr}};
-const CwFieldKind<CwText> kPassword = {{nullptr, renderTextItem, nullptr}};
-const CwFieldKind<CwVersion> kVersion = {{setVersion, renderVersion, nullptr}};
-const CwKind kAddrMode = {setAddrMode, renderAddrMode, nullptr};
-const CwKind kSecurity = {setSecurity, renderSecurity, nullptr};
+const CwFieldKind<CwNumber> kStored = {{setStored, formatNumber, nullptr}};
+const CwFieldKind<CwNumber> kChecked = {{setChecked, formatNumber, nullptr}};
+const CwFieldKind<CwNumber> kIgnored = {{setIgnored, formatNumber, nullptr}};
+const CwFieldKind<CwNumber> kVlan = {{setVlan, formatNumber, nullptr}};
+const CwFieldKind<CwNumber> kDiscoveryType = {{setDiscoveryType, formatNumber, nullptr}};
+const CwFieldKind<CwAddress> kAddress = {{setAddress, formatAddress, nullptr}};
+const CwFieldKind<CwAddress> kOwnAddress = {{setAddress, formatAddress, nullptr}};
+const CwFieldKind<CwAddress> kMulticast = {{setMulticast, formatAddress, nullptr}};
+const CwFieldKind<CwText> kText = {{setText, formatTextItem, nullptr}};
+const CwFieldKind<CwText> kPassword = {{nullptr, formatTextItem, nullptr}};
+const CwFieldKind<CwVersion> kVersion = {{setVersion, formatVersion, nullptr}};
+const CwKind kAddrMode = {setAddrMode, formatAddrMode, nullptr};
+const CwKind kSecurity = {setSecurity, formatSecurity, nullptr};
 const CwKind kScanTimers = {setScanTimers, nullptr, nullptr};

@@ -61,7 +61,7 @@ void FileWatch::noteWritten()
     isNewerThanSnapshot_ = true;
 }
 
-void FileWatch::sayUnreadable()
+void FileWatch::printUnreadable()
 {
     ConfFileTime time;
     confFileTime(path_, &time);

@@ -63,7 +63,7 @@ public:
 
 private:
     void noteRead(const ConfFileTime& time);
-    void sayUnreadable();
+    void printUnreadable();
 
     const char* path_;
     std::optional<ConfFileTime> known_;      ///< of the file last read or written
@@ -91,7 +91,7 @@ bool FileWatch::catchUp(Take take)
 {
     if (!hasChanged() || (canBeRead() && take()))
         return true;
-    sayUnreadable();
+    printUnreadable();
     return false;
 }
 

@@ -66,7 +66,7 @@ bool listChildren(const cli_node& node, std::string_view partial, bool behindPip
             continue;
         if (!found)
             beginRows();
-        sayNode(child);
+        printNode(child);
         found = true;
     }
     return found;
@@ -88,7 +88,7 @@ bool listFollowers(std::string_view segment, bool behindPipe)
     if (node->handler == nullptr || (behindPipe && !isTool(*node)))
         return false;
     beginRows();
-    sayNode(*node);
+    printNode(*node);
     return true;
 }
 

@@ -71,7 +71,7 @@ int executeLine(const char* line)
                                                        : handler(tokenStore.argc, tokenStore.tokens);
 }
 
-void sayNode(const cli_node& node)
+void printNode(const cli_node& node)
 {
     cli_printf("\t%-32s %s\n", node.name, node.help);
 }
@@ -89,7 +89,7 @@ int helpLister(int argc, char** argv)
     for (std::int32_t i = 0; i < node->childCount; ++i) {
         const cli_node& child = node->children[i];
         if (child.visibility != kHidden)
-            sayNode(child);
+            printNode(child);
     }
     cli_print("\n");
     return 0;

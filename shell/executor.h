@@ -9,7 +9,7 @@
 int executeLine(const char* line);
 
 /// Says a node's name and help as a row of a list.
-void sayNode(const cli_node& node);
+void printNode(const cli_node& node);
 
 /// Lists the words and, below them, the visible children of the node that they select. Always 0.
 int helpLister(int argc, char** argv);
