@@ -150,9 +150,7 @@ void biosTftpGet(const char* server, const char* file)
         cli_printf(kCanNotWrite, isLogMade ? path : kTftpOutputFile);
         return;
     }
-    const mode_t mask = umask(S_IRWXG | S_IRWXO);
     runCommandf(kTftpCommand, server, file, rom.path(), log.path());
-    umask(mask);
     if (!isKept)
         removeEmptyFile(path);
 

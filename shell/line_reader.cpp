@@ -85,7 +85,7 @@ void prepareTerminal(int usesMeta)
 /// Sets the modes and draws the line again after the process was stopped.
 void redrawAfterStop()
 {
-    takeSignal(SIGCONT);
+    rl_deprep_terminal();
     restoreTerminal();
     prepareTerminal(1);
     drawLine();
@@ -100,16 +100,15 @@ void handleSignals()
         rl_deprep_terminal();
         reading.endIdle();
     }
-    if (takeSignal(SIGTSTP)) {
+    const bool isStopped = takeSignal(SIGTSTP);
+    if (isStopped) {
         rl_crlf();
         rl_deprep_terminal();
         reading.signals->stop();
-        redrawAfterStop();
     }
-    if (takeSignal(SIGCONT)) {
-        rl_deprep_terminal();
+    const bool isContinued = takeSignal(SIGCONT);
+    if (isStopped || isContinued)
         redrawAfterStop();
-    }
     if (takeSignal(SIGWINCH) && RL_ISSTATE(RL_STATE_TERMPREPPED))
         redrawLine();
     if (isInterrupted())

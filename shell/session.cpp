@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <stdio_ext.h>
 
 #include <readline/readline.h>
 
@@ -24,13 +23,6 @@ namespace
 
 /// Not a command of the tree: it is no first word of a longer line, and nothing follows it.
 constexpr char kListHistory[] = "list";
-
-/// What an interrupted line had still to say is dropped. Its echo stays on the screen, and the prompt goes below it.
-void endInterruptedLine()
-{
-    __fpurge(stdout);
-    beginFreshRow();
-}
 
 void runLine(const char* line)
 {
@@ -73,7 +65,7 @@ void runSession(const SessionHost& host)
         if (watch.end())
             noteInterrupt();
         if (isInterrupted())
-            endInterruptedLine();
+            beginFreshRow(); // below the echo of the key
         std::free(line);
     }
 }

@@ -22,6 +22,9 @@ namespace
 /// it is left alone.
 ssize_t readableBytes = -1;
 
+/// As if the file that is replaced were a mount point.
+bool isMountPoint = false;
+
 /// Whether every fsync() is a line of the recorders, too.
 bool isSyncRecorded = false;
 
@@ -35,7 +38,7 @@ std::string nameOf(int fd)
 
 extern "C" ssize_t __real_read(int fd, void* bytes, size_t size);
 
-// The linker replaces every read() and fsync() of the shell by these two.
+// The linker replaces every read(), fsync() and rename() of the shell by these.
 extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
 {
     static bool isInterrupted = false;
@@ -45,6 +48,14 @@ extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
     const off_t left = readableBytes - lseek(fd, 0, SEEK_CUR);
     errno = isInterrupted ? EINTR : EIO;
     return isInterrupted || left <= 0 ? -1 : __real_read(fd, bytes, std::min(size, static_cast<size_t>(left)));
+}
+
+extern "C" int __real_rename(const char* from, const char* to);
+
+extern "C" int __wrap_rename(const char* from, const char* to)
+{
+    errno = EBUSY;
+    return isMountPoint ? -1 : __real_rename(from, to);
 }
 
 extern "C" int __real_fsync(int fd);
@@ -137,6 +148,12 @@ TEST_F(ConfFileTest, AFileEndsWhereReadingFails)
 
 TEST_F(ConfFileTest, InAClosedFolderAFileIsWrittenInPlace)
 {
+    writeFile(kFile, "old");
+    isMountPoint = true;
+    EXPECT_EQ(replace("in place"), "ok");
+    EXPECT_EQ(readFile(kFile), "in place");
+    isMountPoint = false;
+    EXPECT_EQ(std::distance(fs::directory_iterator(path("/cfg")), {}), 1) << "nothing is left beside it";
     const uid_t user = geteuid();
     const uid_t someone = user != 0 ? user : 65534;
     writeFile(kFile, "an old text");

@@ -51,6 +51,17 @@ TEST_F(Ending, LeavesTheTerminalWhenASignalEndsIt)
         EXPECT_EQ(session.waitForExit(), -signal);
         EXPECT_TRUE(session.isAsFound()) << signal;
     }
+    // The common pipe file cannot be made: the line has a file of the session's own.
+    std::filesystem::create_directory(path("/tmp/cli_pipe_file"));
+    plantTool("ping", "echo started; exec sleep 600");
+    Session session;
+    session.send("show | ping\r");
+    session.waitForScreen("started");
+    kill(session.pid(), SIGTERM);
+    EXPECT_EQ(session.waitForExit(), -SIGTERM);
+    EXPECT_TRUE(std::filesystem::is_empty(path("/tmp/cli_pipe_file")) &&
+                std::filesystem::remove(path("/tmp/cli_pipe_file")));
+    EXPECT_TRUE(std::filesystem::is_empty(path("/tmp")));
     Terminal terminal({"/bin/sh", {"sh", "-c", "\"$0\" | head -2", CLI_PROGRAM}, {}});
     terminal.send("nosuch\r");
     terminal.waitForScreen("not supported.");
