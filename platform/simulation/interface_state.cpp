@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/simulation/identity.h"
 #include "platform/simulation/state.h"
 
 namespace
@@ -23,6 +24,13 @@ bool simIsInterface(const char* name)
 {
     char offset[8];
     return simReadText(StateName(name, "mac_offset").text, offset, sizeof offset, "");
+}
+
+std::array<uint8_t, 6> simHardwareAddress(const char* interface)
+{
+    std::array<uint8_t, 6> address = std::to_array(simIdentity().mac);
+    address.back() = static_cast<uint8_t>(address.back() + simInterfaceNumber(interface, "mac_offset"));
+    return address;
 }
 
 bool simInterfaceRuns(const char* name)

@@ -9,9 +9,14 @@
 #ifndef PLATFORM_SIMULATION_INTERFACE_STATE_H
 #define PLATFORM_SIMULATION_INTERFACE_STATE_H
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 
 bool simIsInterface(const char* name);
+
+/// The hardware address: the factory record's, its last byte moved on by the setting mac_offset.
+std::array<uint8_t, 6> simHardwareAddress(const char* interface);
 
 /// Whether an interface is up and, of a VAP, its radio too, and the daemon serves its network.
 bool simInterfaceRuns(const char* name);

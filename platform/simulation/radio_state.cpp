@@ -130,6 +130,13 @@ SimRadio simRadio(const char* interface)
     return radio;
 }
 
+bool simIsBand(int band)
+{
+    SimRadio radio{};
+    readBand(radio, band);
+    return radio.mode[0] != '\0';
+}
+
 bool simSetCountry(const char* radio, const RegulatoryCountry& country)
 {
     return simIsInterface(radio) && simSetInterfaceText(radio, "country", country.code) &&

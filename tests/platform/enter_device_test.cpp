@@ -53,5 +53,5 @@ TEST_F(EnterDeviceTest, SetsWhatKeepsAProcessOnItsDeviceOrEndsIt)
     const auto failure = testing::ExitedWithCode(EXIT_FAILURE);
     EXPECT_EXIT(enter(0), failure, "^cli: cannot set PATH, [^\n]*: Cannot allocate memory.\n$");
     EXPECT_EXIT(enter(1), failure, "^cli: cannot set CLI_SIM_ROOT, [^\n]*: Cannot allocate memory.\n");
-    EXPECT_EXIT(enter(2), failure, "^cli: [^\n]* no tool [^\n]*\nPATH=" + path("/bin:") + path("/usr/bin\n$"));
+    EXPECT_EXIT(enter(2), failure, "^cli: [^\n]* has no tools[^\n]*\nPATH=" + path("/bin:") + path("/usr/bin\n$"));
 }

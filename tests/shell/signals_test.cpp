@@ -37,6 +37,7 @@ TEST(Signals, AProcessThatWasContinuedDoesNotStopAgain)
 {
     const pid_t child = fork();
     if (child == 0) {
+        setpgid(0, 0); // a group without a parent in its session would never stop
         catchSignals();
         HeldSignals signals;
         raise(SIGTSTP);

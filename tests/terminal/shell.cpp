@@ -1,19 +1,16 @@
 #include "tests/terminal/shell.h"
 
 #include <cstdlib>
-#include <sstream>
+#include <filesystem>
 #include <sys/wait.h>
 
 ShellTest::ShellTest()
 {
     writeFile("/cfg/sys.conf", "hostname=ap\n");
     writeFile("/cfg/cw.conf", "");
-    std::istringstream tools("brctl cw_debug cw_diag diag_debug_crashlog flash hostname ifconfig ip iwconfig iwpriv "
-                             "kill killall lldpctl passwd ping pkill ps qln-get-status qln-set-hostname reboot restore "
-                             "sptest tftp top");
-    for (std::string tool; tools >> tool;)
-        plantRecorder(tool);
-    EXPECT_EQ(std::system(("\"" LINK_TOOLS "\" " + path("")).c_str()), 0);
+    for (const auto& tool : std::filesystem::directory_iterator(SIMULATION "/tools"))
+        plantRecorder(tool.path().filename());
+    EXPECT_EQ(std::system(("\"" SIMULATION "/link_tools\" " + path("")).c_str()), 0);
 }
 
 Program ShellTest::shell(const std::vector<std::string>& variables)

@@ -5,17 +5,8 @@
 #include <cstring>
 
 #include "base/address.h"
-#include "platform/simulation/identity.h"
 #include "platform/simulation/interface_state.h"
 #include "platform/simulation/state.h"
-
-std::array<uint8_t, 6> hardwareAddress(const std::string& interface)
-{
-    std::array<uint8_t, 6> address = std::to_array(simIdentity().mac);
-    const int offset = simInterfaceNumber(interface.c_str(), "mac_offset");
-    address.back() = static_cast<uint8_t>(address.back() + offset);
-    return address;
-}
 
 void takeAddress(const WtpConfig& config)
 {

@@ -3,14 +3,9 @@
 #ifndef PLATFORM_SIMULATION_DAEMON_ADDRESSES_H
 #define PLATFORM_SIMULATION_DAEMON_ADDRESSES_H
 
-#include <array>
 #include <cstdint>
-#include <string>
 
 #include "platform/simulation/daemon/wtp_config.h"
-
-/// The factory record's, its last byte moved on by what the interface's state says.
-std::array<uint8_t, 6> hardwareAddress(const std::string& interface);
 
 /// Puts the configured address on the wire: the static one, or what the network leases by its state "network/lease".
 void takeAddress(const WtpConfig& config);

@@ -6,6 +6,7 @@
 #include "platform/simulation/daemon/network.h"
 #include "platform/simulation/daemon/replies.h"
 #include "platform/simulation/identity.h"
+#include "platform/simulation/interface_state.h"
 
 namespace
 {
@@ -39,7 +40,7 @@ LanPort lanPort(const PortUse& use)
     // On a little-endian host its last octet is also that of the hardware address.
     port.addresses.splitTunnel.first = 0x0a141e00;
     port.splitTunnelSecond = 0xac101f01;
-    std::ranges::copy(hardwareAddress(network->interface()), port.addresses.mac);
+    std::ranges::copy(simHardwareAddress(network->interface().c_str()), port.addresses.mac);
     return port;
 }
 

@@ -4,7 +4,6 @@
 #include <arpa/inet.h>
 #include <string>
 
-#include "platform/simulation/daemon/addresses.h"
 #include "platform/simulation/daemon/network.h"
 #include "platform/simulation/daemon/replies.h"
 #include "platform/simulation/interface_state.h"
@@ -64,7 +63,7 @@ VapRecord vapRecord(const Network& network, bool linkRuns)
     record.probeSuppression = network.probeSuppression;
     record.probeThreshold = static_cast<int8_t>(network.probeSuppression != 0 ? -80 : 0);
     fillText(record.interface, network.interface());
-    std::ranges::copy(hardwareAddress(network.interface()), record.bssid);
+    std::ranges::copy(simHardwareAddress(network.interface().c_str()), record.bssid);
     fillText(record.name, network.ssid());
     describeSecurity(record, network);
     if ((network.features & VapRecord::kCaptivePortal) != 0)
@@ -83,7 +82,7 @@ StationRecord stationRecord(const Station& station, std::size_t place)
     record.aid = static_cast<uint16_t>(associationId);
     record.vap = network->number;
     record.vlan = network->vlan;
-    std::ranges::copy(hardwareAddress(network->interface()), record.bssid);
+    std::ranges::copy(simHardwareAddress(network->interface().c_str()), record.bssid);
     std::ranges::copy(mac, record.mac);
     fillText(record.ssid, network->ssid());
     return record;

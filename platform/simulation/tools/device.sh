@@ -15,11 +15,6 @@ PATH=$CLI_SIM_ROOT/bin:$PATH
 LC_ALL=C
 export PATH LC_ALL
 
-interfaces=
-for folder in "$CLI_SIM_ROOT"/sim/interfaces/*; do
-    interfaces="${interfaces:+$interfaces }${folder##*/}"
-done
-
 # value NAME [FALLBACK]: prints a state value.
 value() {
     text=
@@ -49,29 +44,6 @@ fail() {
     exit 1
 }
 
-is_interface() {
-    case $1 in
-    '' | .* | */*) return 1 ;;
-    esac
-    [ -d "$CLI_SIM_ROOT/sim/interfaces/$1" ]
-}
-
-is_up() {
-    [ "$1" = lo ] || [ "$(value "interfaces/$1/up" 0)" != 0 ]
-}
-
-# runs INTERFACE: whether it is up and, of a VAP, its radio too, and the daemon serves its network.
-runs() {
-    is_up "$1" && is_up "${1%-va?}" && [ "$(value "interfaces/$1/served" 1)" != 0 ]
-}
-
-# addresses INTERFACE: prints its addresses as A.B.C.D/BITS, one a line.
-addresses() {
-    list=$CLI_SIM_ROOT/sim/interfaces/$1/address
-    [ "$1" != lo ] || echo 127.0.0.1/8
-    grep -s . "$list"
-}
-
 # Whether $1 is a decimal number that the shell's arithmetic takes as one.
 is_number() {
     case $1 in
@@ -84,33 +56,6 @@ is_number() {
 is_address() {
     octet='(25[0-5]|2[0-4][0-9]|1[0-9][0-9]|[1-9]?[0-9])'
     printf '%s\n' "$1" | grep -Eqx "($octet\.){3}$octet"
-}
-
-# Prints the factory record's MAC address as twelve digits, whichever of its two forms the flash holds; the ROM file's
-# where it holds none.
-factory_mac() {
-    number=$(sed -n '/bios/s/^mtd\([0-9]*\):.*/\1/p' "$CLI_SIM_ROOT/proc/mtd" | head -n 1)
-    for flash in "$CLI_SIM_ROOT/dev/mtdblock/$number" "$CLI_SIM_ROOT/dev/mtdblock$number" "$CLI_SIM_ROOT"/etc/rom/*; do
-        [ -e "$flash" ] || continue
-        digits=$(dd if="$flash" bs=16 skip=16376 count=1 2>/dev/null | tr -cd '0-9A-Fa-f' | tr A-F a-f)
-        [ ${#digits} -eq 12 ] || digits=$(od -An -v -tx1 -j 262016 -N 6 "$flash" | tr -d ' \n')
-        case $digits in
-        '' | 000000000000 | ffffffffffff) ;;
-        *)
-            echo "$digits"
-            return
-            ;;
-        esac
-    done
-}
-
-# mac INTERFACE: prints its hardware address.
-mac() {
-    offset=$(value "interfaces/$1/mac_offset" 0)
-    digits=$(factory_mac)
-    last=${digits#??????????}
-    printf '%s%02x\n' "${digits%??}" $(((0x$last + offset) & 255)) |
-        sed 's/../&:/g; s/:$//' | tr a-f A-F
 }
 
 # words FILE: the lines of a file with zeros behind them.
