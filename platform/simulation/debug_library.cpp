@@ -8,14 +8,13 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/device_file.h"
-#include "platform/simulation/debug_state.h"
+#include "platform/simulation/debug_log.h"
 #include "platform/simulation/debug_tables.h"
 #include "platform/simulation/state.h"
 
@@ -23,9 +22,6 @@ namespace
 {
 
 constexpr char kStateFile[] = "/sim/debug_state";
-
-/// A log that has grown to this size starts over.
-constexpr off_t kLogSize = 65536;
 
 struct State {
     udbg_header_t header;
@@ -41,20 +37,9 @@ constinit State* state = &privateState;
 constinit FILE* crashReader = nullptr;
 constinit int nextCrash = 0;
 
-int openCreating(const char* devicePath, int flags)
-{
-    const DeviceFile file(devicePath);
-    flags |= O_CREAT | O_CLOEXEC | O_NOFOLLOW;
-    const int fd = open(file.path(), flags, S_IRUSR | S_IWUSR);
-    if (fd >= 0 || errno != ENOENT)
-        return fd;
-    mkdir(DeviceFile("/sim").path(), S_IRWXU);
-    return open(file.path(), flags, S_IRUSR | S_IWUSR);
-}
-
 State* mapState()
 {
-    const int fd = openCreating(kStateFile, O_RDWR);
+    const int fd = simOpenDebugFile(kStateFile, O_RDWR);
     if (fd < 0)
         return nullptr;
     struct stat status = {};
@@ -285,22 +270,4 @@ int clear_crash()
 {
     read_crash_reset();
     return removeFile(kSimCrashes);
-}
-
-SimTime::SimTime()
-{
-    const std::time_t now = std::time(nullptr);
-    std::tm utc{};
-    std::strftime(text, sizeof text, "%F %T UTC", gmtime_r(&now, &utc));
-}
-
-void simAddToLog(const char* devicePath, const char* line)
-{
-    struct stat status = {};
-    const bool full = stat(DeviceFile(devicePath).path(), &status) == 0 && status.st_size >= kLogSize;
-    const int fd = openCreating(devicePath, O_WRONLY | O_APPEND | (full ? O_TRUNC : 0));
-    if (fd < 0)
-        return;
-    dprintf(fd, "%s\n", line);
-    close(fd);
 }

@@ -20,7 +20,7 @@
 #include <unistd.h>
 
 #include "platform/device_file.h"
-#include "platform/simulation/identity.h"
+#include "platform/simulation/flash.h"
 #include "platform/system_library.h"
 
 namespace

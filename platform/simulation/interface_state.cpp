@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/simulation/identity.h"
+#include "platform/simulation/flash.h"
 #include "platform/simulation/state.h"
 
 namespace

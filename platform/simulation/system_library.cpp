@@ -17,7 +17,7 @@
 #include "platform/simulation/consoles.h"
 #include "platform/simulation/enter_device.h"
 #include "platform/simulation/fault_signals.h"
-#include "platform/simulation/identity.h"
+#include "platform/simulation/flash.h"
 #include "platform/simulation/interface_state.h"
 #include "platform/simulation/state.h"
 

@@ -1,11 +1,10 @@
-// The access point's own record: identity, intervals, state of the link, LAN ports.
+#include "platform/simulation/daemon/ap_info.h"
 
 #include <algorithm>
 
 #include "platform/simulation/daemon/addresses.h"
 #include "platform/simulation/daemon/network.h"
-#include "platform/simulation/daemon/replies.h"
-#include "platform/simulation/identity.h"
+#include "platform/simulation/flash.h"
 #include "platform/simulation/interface_state.h"
 
 namespace

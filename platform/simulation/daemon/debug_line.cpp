@@ -6,7 +6,7 @@
 
 #include "platform/debug_library.h"
 #include "platform/simulation/consoles.h"
-#include "platform/simulation/debug_state.h"
+#include "platform/simulation/debug_log.h"
 
 namespace
 {

@@ -16,7 +16,7 @@
 #include "platform/device_file.h"
 #include "platform/simulation/channel_socket.h"
 #include "platform/simulation/daemon/worker.h"
-#include "platform/simulation/debug_state.h"
+#include "platform/simulation/debug_log.h"
 #include "platform/simulation/fault_signals.h"
 
 namespace

@@ -1,11 +1,10 @@
-// The VAPs, the stations on them, and the radios.
+#include "platform/simulation/daemon/vap_info.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
 #include <string>
 
 #include "platform/simulation/daemon/network.h"
-#include "platform/simulation/daemon/replies.h"
 #include "platform/simulation/interface_state.h"
 #include "platform/simulation/radio_state.h"
 

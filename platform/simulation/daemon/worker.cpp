@@ -13,11 +13,12 @@
 #include "platform/device_file.h"
 #include "platform/simulation/channel_socket.h"
 #include "platform/simulation/daemon/addresses.h"
+#include "platform/simulation/daemon/ap_info.h"
 #include "platform/simulation/daemon/applied_settings.h"
 #include "platform/simulation/daemon/debug_line.h"
 #include "platform/simulation/daemon/network.h"
-#include "platform/simulation/daemon/replies.h"
 #include "platform/simulation/daemon/traffic.h"
+#include "platform/simulation/daemon/vap_info.h"
 #include "platform/simulation/interface_state.h"
 #include "platform/simulation/state.h"
 

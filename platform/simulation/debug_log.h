@@ -1,7 +1,7 @@
 // The logs of the debug library, one line for each entry.
 
-#ifndef PLATFORM_SIMULATION_DEBUG_STATE_H
-#define PLATFORM_SIMULATION_DEBUG_STATE_H
+#ifndef PLATFORM_SIMULATION_DEBUG_LOG_H
+#define PLATFORM_SIMULATION_DEBUG_LOG_H
 
 inline constexpr char kSimLog[] = "/sim/debug_log";
 inline constexpr char kSimKernelLog[] = "/sim/kernel_log";
@@ -16,5 +16,9 @@ struct SimTime {
 
 /// Adds a line to a log, which starts over when it has grown too long.
 void simAddToLog(const char* devicePath, const char* line);
+
+/// Opens a file of the debug library's, which is created if it is missing. The caller closes it. -1: it cannot be
+/// opened.
+int simOpenDebugFile(const char* devicePath, int flags);
 
 #endif

@@ -1,7 +1,7 @@
-// Who the simulated access point is.
+// What the simulated flash says of the access point.
 
-#ifndef PLATFORM_SIMULATION_IDENTITY_H
-#define PLATFORM_SIMULATION_IDENTITY_H
+#ifndef PLATFORM_SIMULATION_FLASH_H
+#define PLATFORM_SIMULATION_FLASH_H
 
 #include "platform/flash_layout.h"
 
