@@ -81,7 +81,7 @@ TEST_F(Editing, AConfigurationFileBindsTheSameCommands)
         {"possible-completions", "show  \x14", "ap  # show\nshow\n"},
         {"delete-char-or-list", "show  \x14", "ap  # show\nshow\n"},
         {"list-commands", "show \x14", "Show system configuration."},
-        {"vi-complete", "show  \x1b\x14Iq", "ap  # qshow"},
+        {"vi-complete", "save  \x1b\024$az", "save  z"},
     };
     for (const auto& example : cases) {
         SCOPED_TRACE(example.name);
