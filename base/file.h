@@ -1,4 +1,4 @@
-// Reading and writing files whole, whatever signals arrive.
+// Reading and writing whole files. A signal does not cut a transfer short.
 
 #ifndef BASE_FILE_H
 #define BASE_FILE_H
@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <sys/types.h>
 
-/// Makes calls of `transfer(done)`, which returns what read() and write() do, until `size` bytes are through or no more
-/// go; one that a signal interrupts is made again. Returns the number of bytes, or -1 when a call failed.
+/// Calls `transfer(done)`, which returns what read() or write() returns, until `size` bytes are transferred or a call
+/// transfers none. Repeats a call that a signal interrupted. Returns the number of bytes, or -1 if a call failed.
 template <typename Transfer>
 ssize_t transferAll(std::size_t size, Transfer transfer)
 {
@@ -26,19 +26,20 @@ ssize_t transferAll(std::size_t size, Transfer transfer)
     return static_cast<ssize_t>(done);
 }
 
-/// Reads up to `size` bytes; an interrupted read is continued. Returns their number, fewer than `size` at the end of
-/// the file, or -1 when reading failed.
+/// Reads up to `size` bytes. Returns their number, which is less than `size` at the end of the file, or -1 if reading
+/// failed.
 ssize_t readAll(int fd, void* bytes, std::size_t size);
 
-/// Writes `size` bytes; an interrupted write is continued. False when not all of them could be written.
+/// Writes `size` bytes. False if not all of them could be written.
 bool writeAll(int fd, const void* bytes, std::size_t size);
 
-/// Opens a device file for reading if it is a plain file: a pipe, a device or a folder in its place neither hangs the
-/// caller nor is read. Returns the descriptor, which the caller closes, or -1; `size`, the file's, is then left alone.
+/// Opens a device file for reading if it is a regular file. Does not wait for the other end of a FIFO. Returns the
+/// descriptor, which the caller closes, and stores the size of the file in `size`. -1 if it cannot be opened; `size` is
+/// then unchanged.
 int openPlainFile(const char* devicePath, std::size_t* size = nullptr);
 
-/// Makes a device file anew, empty, for its owner alone; what stood at its name is removed, never written through.
-/// False when it cannot be made.
+/// Creates an empty device file that only its owner can read and write. Removes a file that has the name first, so
+/// nothing is written through a link. False if the file cannot be created.
 bool makePrivateFile(const char* devicePath);
 
 #endif

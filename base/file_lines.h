@@ -5,12 +5,12 @@
 
 #include <cstddef>
 
-/// Reads a device file line by line. Only a plain file can be opened, and only its first kLimit bytes are read, so a
-/// device, a pipe or a file that grows cannot hold the shell.
+/// Reads a device file line by line. Opens regular files only, and reads only their first kLimit bytes, so a device, a
+/// FIFO or a growing file cannot block the shell.
 class FileLines
 {
 public:
-    /// A line with its line feed and a terminator; a longer line is read as several.
+    /// Longest line, with its line feed and a terminator. A longer line is read as several lines.
     static constexpr std::size_t kLineSize = 256;
     static constexpr std::size_t kLimit = 1024UL * 1024UL;
 
@@ -21,8 +21,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
 
-    /// The next line without its line feed, or null at the end and from the first failure on. Valid until the next
-    /// call.
+    /// Returns the next line without its line feed. Null at the end of the file and after a failure. The line is valid
+    /// until the next call.
     char* next();
 
     /// Whether the last line had a line feed.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace
@@ -12,11 +12,6 @@ namespace
 bool isDigit(char c)
 {
     return c >= '0' && c <= '9';
-}
-
-bool isBlank(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
 /// Copies at most `limit` characters of a text, and zeros behind them.
@@ -60,22 +55,13 @@ int numberFrom(const char* text)
     return number;
 }
 
-// Not strtol: a long may be no wider than the result, and a file of numbers is read at every start.
 bool scanNumber(const char* text, int& number)
 {
-    constexpr std::int64_t kLowest = INT_MIN;
-    constexpr std::int64_t kHighest = INT_MAX;
-    while (isBlank(*text))
-        ++text;
-    const bool isNegative = *text == '-';
-    if (isNegative || *text == '+')
-        ++text;
-    if (!isDigit(*text))
+    char* end;
+    const long long value = std::strtoll(text, &end, 10);
+    if (end == text)
         return false;
-    std::int64_t value = 0;
-    for (; isDigit(*text) && value <= kHighest; ++text)
-        value = value * 10 + (*text - '0');
-    number = static_cast<int>(std::clamp(isNegative ? -value : value, kLowest, kHighest));
+    number = static_cast<int>(std::clamp<long long>(value, INT_MIN, INT_MAX));
     return true;
 }
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <span>
 
-/// Copies `text` into `field`, cut to what fits beside the terminator; the rest of the field is zeroed, so that equal
-/// texts are equal bytes.
+/// Copies `text` into `field`, cut so that a terminator fits. Sets the rest of the field to zero, so fields with equal
+/// texts have equal bytes.
 void copyText(std::span<char> field, const char* text);
 
 /// The same for a text that ends at its first zero or with the span.
@@ -25,10 +25,11 @@ void maskControlBytes(char* text, const char* kept = "");
 /// Whether `text` consists of the characters 0 to 9 only; an empty text does.
 bool isDigits(const char* text);
 
-/// The decimal number at the start of `text`, 0 without one; what a 32-bit int cannot hold becomes its nearest limit.
+/// The decimal number at the start of `text`, or 0 if there is none. A number that a 32-bit int cannot hold becomes the
+/// nearest one that it can.
 int numberFrom(const char* text);
 
-/// The same for a word that may hold no number: false, and `number` is left alone, when it does not begin with one.
+/// The same, but returns false and leaves `number` unchanged if `text` does not begin with a number.
 bool scanNumber(const char* text, int& number);
 
 /// Value of a hexadecimal digit, -1 for any other character.
@@ -44,8 +45,8 @@ constexpr char* putHex(char* out, std::uint8_t byte)
     return out;
 }
 
-/// Adds " %s" to a text of `length` characters, cut to the buffer; the first word stands behind a blank, too. Returns
-/// the new length.
+/// Appends " %s" to a text of `length` characters, cut to the size of the buffer. The first word has a blank before it,
+/// too. Returns the new length.
 std::size_t appendWord(std::span<char> buffer, std::size_t length, const char* word);
 
 #endif

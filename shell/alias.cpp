@@ -20,8 +20,8 @@ constexpr char kHelpPrefix[] = "alias cmd:";
 constexpr std::size_t kDefinitionLength = sizeof kDefinition - 1;
 constexpr std::size_t kHelpPrefixLength = sizeof kHelpPrefix - 1;
 
-/// Fills `row` from a definition such as "alias ll='ls -l'". The closing quote must stand before the line feed, which a
-/// line that is not whole lacks; it need not match the opening one. A row without a name would stand for an empty
+/// Fills `row` from a definition such as "alias ll='ls -l'". The last character before the line feed must be a quote,
+/// which need not match the opening one. A definition without a name is refused, because it would match an empty
 /// segment.
 bool readDefinition(char* line, bool isWhole, cli_node& row)
 {
@@ -46,7 +46,8 @@ bool readDefinition(char* line, bool isWhole, cli_node& row)
     return true;
 }
 
-/// The table with room for `count` rows, at first those of the root; null, and the table as it was, without memory.
+/// Enlarges the table to `count` rows; the first table is a copy of the root's. Null if there is no memory; the table
+/// is then unchanged.
 cli_node* resized(cli_node* table, std::size_t count)
 {
     auto* grown = static_cast<cli_node*>(std::realloc(table, count * sizeof(cli_node)));
@@ -57,7 +58,7 @@ cli_node* resized(cli_node* table, std::size_t count)
 
 } // namespace
 
-// A profile without definitions replaces the table too, an empty one does not.
+// A profile without definitions replaces the table by its copy. An empty profile does not.
 void loadAliases()
 {
     static constinit const cli_node* loadedTable = nullptr;

@@ -7,14 +7,15 @@
 
 #include "shell/node.h"
 
-/// Reads the aliases of "/etc/profile" into a larger copy of the root table, once. Any failure leaves the root
-/// commands as they are; a line that is not exactly an alias definition is skipped.
+/// Reads the aliases of "/etc/profile" into a larger copy of the root table, once. If that fails, the root commands
+/// stay unchanged. Lines that are no alias definitions are skipped.
 void loadAliases();
 
 /// Whether the node stands for an aliased command.
 bool isAlias(const cli_node& node);
 
-/// Writes what the alias stands for, followed by the current line's words from its first pipe symbol on; cut to size.
+/// Writes the command of the alias, followed by the words of the current line from its first pipe symbol on, cut to the
+/// size of the buffer.
 void expandAlias(const cli_node& node, std::span<char> text);
 
 #endif

@@ -23,7 +23,7 @@ constinit std::int32_t candidateIndex = 0;
 constinit const char* firstCandidate = nullptr; ///< of the last request
 constinit bool candidatesDiffer = false;
 
-/// Whether the last complete word selects nothing: `node` takes it as an argument.
+/// Whether the last complete word selects no node, so it is an argument of `node`.
 bool lastWordIsArgument(const cli_node* node)
 {
     return tokenStore.argc > 0 && node == findNode(tokenStore.argc - 1, tokenStore.tokens);
@@ -37,7 +37,7 @@ std::string_view typedText()
     return line;
 }
 
-/// The node whose children are offered. Behind a word that only is an argument nothing is offered.
+/// The node whose children are offered; null behind an argument.
 const cli_node* offeringNode()
 {
     if (parseLine(typedText(), ParseMode::kComplete) != ParseResult::kEnd) {
@@ -56,7 +56,7 @@ void beginRows()
     rl_crlf();
 }
 
-/// Whether a child that can be typed next was listed.
+/// Returns whether there was a child to list.
 bool listChildren(const cli_node& node, std::string_view partial, bool behindPipe)
 {
     bool found = false;
@@ -72,7 +72,7 @@ bool listChildren(const cli_node& node, std::string_view partial, bool behindPip
     return found;
 }
 
-/// Lists what can follow the words of a segment. Whether there was something.
+/// Lists the words that can follow the words of a segment. Returns whether there was one.
 bool listFollowers(std::string_view segment, bool behindPipe)
 {
     const auto isForbidden = [](char c) { return classOf(c) == CharClass::kInvalid; };
@@ -92,7 +92,7 @@ bool listFollowers(std::string_view segment, bool behindPipe)
     return true;
 }
 
-/// Lists below the line, which readline then draws anew.
+/// Prints the list below the line. readline then draws the line again below the list.
 int listCommands(int, int)
 {
     const int cursor = rl_point;
@@ -107,13 +107,13 @@ int listCommands(int, int)
     return 0;
 }
 
-/// Completes as readline's function does. Behind trailing blanks it completes the word before them, and puts them back
-/// when there was nothing to add: so no key repeats that word. A menu of several words goes on behind the blank that it
-/// puts there itself.
+/// Calls a completion function of readline. If the cursor stands behind blanks, removes the blanks first, so that the
+/// word before them is completed and not typed a second time. Puts the blanks back if the word was complete. A menu
+/// that is going through several words keeps the blank that it has added itself.
 int completeBehindBlanks(rl_command_func_t* complete, bool isMenu, bool again, int count, int key)
 {
     if (again)
-        rl_last_func = complete; // readline does something else when a key is pressed twice
+        rl_last_func = complete; // readline's functions behave differently when they are called twice in a row
     const int cursor = rl_point;
     int wordEnd = cursor;
     while (wordEnd > 0 && rl_line_buffer[wordEnd - 1] == ' ')
@@ -133,7 +133,7 @@ int completeBehindBlanks(rl_command_func_t* complete, bool isMenu, bool again, i
     return result;
 }
 
-/// The same for a key, which knows itself by its function.
+/// The function that a key is bound to. readline compares it with the last one to notice a repeated key.
 template <rl_command_func_t Complete, bool IsMenu = false>
 int completeWord(int count, int key)
 {
@@ -141,7 +141,7 @@ int completeWord(int count, int key)
     return completeBehindBlanks(Complete, IsMenu, again, count, key);
 }
 
-/// A second time behind a blank, as a first one often leaves it, it lists.
+/// Completes. Called a second time in a row behind a blank, lists the next words instead.
 int completeOrList(int count, int key)
 {
     const bool again = rl_last_func == completeOrList;
@@ -150,7 +150,8 @@ int completeOrList(int count, int key)
     return completeBehindBlanks(rl_complete, false, again, count, key);
 }
 
-/// In the command mode of vi the cursor stands on a character. On a blank nothing is completed, for the same reason.
+/// In the command mode of vi the cursor stands on a character. On a blank nothing is completed, because readline would
+/// type the word before it a second time.
 int completeInVi(int count, int key)
 {
     return rl_line_buffer[rl_point] == ' ' ? rl_ding() : rl_vi_complete(count, key);
@@ -208,7 +209,7 @@ void installCompletion()
 {
     rl_completion_entry_function = completionGenerator;
     rl_sort_completion_matches = 0;
-    // Names that are given before readline gives its own are those that its configuration file means.
+    // readline's configuration file means the first function of a name. readline adds its own functions later.
     for (const CompletionCommand& row : kCommands)
         rl_add_funmap_entry(row.name, row.function);
     KEYMAP_ENTRY* const emacs = rl_get_keymap_by_name("emacs-standard");

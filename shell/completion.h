@@ -3,18 +3,20 @@
 #ifndef SHELL_COMPLETION_H
 #define SHELL_COMPLETION_H
 
-/// readline's generator: the visible children of the node that the complete words before the cursor select, those that
-/// begin with the word being typed, one a call; the caller frees them. Null ends the list. Both arguments are unused.
+/// The generator for readline. The complete words before the cursor select a node. Each call returns one visible child
+/// of that node whose name begins with the word that is being typed; the caller frees it. Null ends the list. Both
+/// arguments are unused.
 char* completionGenerator(const char* text, int state);
 
-/// Makes the completion keys use the generator, for nothing but command words, and gives readline the function
-/// `list-commands`, which M-h stands for: it lists what can follow the words before the cursor, with the help texts,
-/// and leaves the line as it is. Behind words that select a command and its arguments it lists that command, behind a
-/// pipe symbol tools and aliases. Where nothing can follow it rings the bell. TAB does the same when it is pressed a
-/// second time behind a blank.
+/// Makes the completion keys complete command words only, with the generator. Adds the function `list-commands` to
+/// readline and binds it to M-h. The function lists the words that can follow the words before the cursor, with their
+/// help texts, and does not change the line. Behind a command and its arguments it lists that command, behind a pipe
+/// symbol the tools and aliases. If no word can follow, it rings the bell. The second TAB in a row does the same behind
+/// a blank.
 void installCompletion();
 
-/// Binds F1, as terminals send it, to `list-commands` where it is not bound. For when readline has read its files.
+/// Binds the escape sequences that terminals send for F1 to `list-commands`, unless they are bound. To be called after
+/// readline has read its configuration file.
 void bindHelpKey();
 
 #endif

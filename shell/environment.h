@@ -3,13 +3,13 @@
 #ifndef SHELL_ENVIRONMENT_H
 #define SHELL_ENVIRONMENT_H
 
-/// Removes the variables that change how a system shell or a pager starts, and has pagers start no programs. To be
-/// called before anything is run.
+/// Removes the variables that change how a system shell or a pager starts. Sets LESSSECURE, so that the pager `less`
+/// starts no programs. To be called before the first tool runs.
 void secureEnvironment();
 
-/// Removes a size of the screen that is no whole number from 1 to 1000. Has readline read its configuration file only
-/// if that and the files that it includes are small plain files. Removes a home folder whose description of the
-/// terminal is no plain file. To be called before readline starts.
+/// Removes COLUMNS and LINES unless they are whole numbers from 1 to 1000. Lets readline read its configuration file
+/// only if that file and the files that it includes are small regular files. Removes HOME if the description of the
+/// terminal below it is no regular file. To be called before readline starts.
 void checkReadlineEnvironment();
 
 #endif

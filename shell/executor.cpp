@@ -13,7 +13,7 @@
 namespace
 {
 
-/// Cuts the line and finds its node; an alias is replaced by what it stands for, and keeps its node.
+/// Cuts the line into words and finds its node. If that is an alias, cuts the line again with the alias replaced.
 cli_node* selectNode(const char* line)
 {
     if (parseLine(line, ParseMode::kExecute) != ParseResult::kEnd)
@@ -26,7 +26,7 @@ cli_node* selectNode(const char* line)
     return parseLine(expansion, ParseMode::kExecute) == ParseResult::kEnd ? node : nullptr;
 }
 
-/// Every segment must begin with a root command; says which one does not.
+/// Whether every segment begins with a root command. Prints the first one that does not.
 bool segmentsAreCommands()
 {
     for (std::size_t i = 0; i <= tokenStore.segmentIndex; ++i) {
@@ -40,7 +40,8 @@ bool segmentsAreCommands()
     return true;
 }
 
-/// Runs a built-in of the current line, then the rest of the line on what it printed. Returns the built-in's result.
+/// Runs the handler of the current line, and then the rest of the line with the handler's output as its input. Returns
+/// the handler's result.
 int runPiped(CliHandler handler)
 {
     beginPipe();

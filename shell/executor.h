@@ -8,10 +8,10 @@
 /// Runs one line. Returns the handler's result, or 0 when no handler ran.
 int executeLine(const char* line);
 
-/// Says a node's name and help as a row of a list.
+/// Prints a node's name and help as a row of a list.
 void printNode(const cli_node& node);
 
-/// Lists the words and, below them, the visible children of the node that they select. Always 0.
+/// Prints the words and, below them, the visible children of the node that the words select. Always 0.
 int helpLister(int argc, char** argv);
 
 #endif

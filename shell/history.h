@@ -3,8 +3,8 @@
 #ifndef SHELL_HISTORY_H
 #define SHELL_HISTORY_H
 
-/// Has the history hold the last 1,000 lines as they were entered, whatever is edited later. For when readline has read
-/// its configuration file.
+/// Lets the history hold the last 1,000 lines as they were entered, even if they are edited later. To be called after
+/// readline has read its configuration file.
 void prepareHistory();
 
 void keepLine(const char* line);

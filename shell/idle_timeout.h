@@ -6,7 +6,7 @@
 /// Holds the seconds as a decimal number on its first line.
 inline constexpr char kIdleTimeoutFile[] = "/etc/admin-timeout.tmp";
 
-/// The file's seconds, 0: for ever. Without a file, or with an empty one, 300.
+/// Reads the seconds from the file; 0 means no limit. Returns 300 if there is no file or it is empty.
 unsigned readIdleTimeout();
 
 #endif

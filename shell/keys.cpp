@@ -8,14 +8,14 @@
 namespace
 {
 
-/// Stands for Ctrl-S and Ctrl-Q where the user's configuration file does not bind them.
+/// The function of Ctrl-S and Ctrl-Q unless the user's configuration file binds them.
 int ignoreKey(int, int)
 {
     return 0;
 }
 
-/// Replaces or unbinds keys that break readline 8.2. After a search that is not incremental it may free an undo list
-/// twice; an incremental one does the same for the user. A return behind an escape key would switch to vi mode.
+/// Replaces or unbinds keys that crash readline 8.2: after a search that is not incremental it may free an undo list
+/// twice. An incremental search takes its place. ESC RETURN is unbound, because it would switch to vi mode.
 void replaceTraps()
 {
     struct Key {
@@ -37,7 +37,7 @@ void replaceTraps()
         rl_get_keymap_by_name(row.keymap)[row.key].function = row.function;
 }
 
-/// readline's functions for them would swallow the next key. The user's configuration file is read later.
+/// readline's own functions for Ctrl-S and Ctrl-Q would swallow the next key.
 void ignoreFlowControl()
 {
     for (const char* name : {"emacs-standard", "vi-insert", "vi-command"}) {

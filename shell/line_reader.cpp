@@ -21,9 +21,9 @@ namespace
 constexpr char kBellStyle[] = "bell-style";
 
 enum class Outcome {
-    kLine,    ///< what was typed
-    kDropped, ///< an interrupt took what was typed
-    kEnd      ///< the input ended, or cannot be read
+    kLine,    ///< a line was entered
+    kDropped, ///< an interrupt dropped the line
+    kEnd      ///< the input has ended or cannot be read
 };
 
 /// The line that is being read.
@@ -31,17 +31,17 @@ struct Reading {
     HeldSignals* signals;
     const char* prompt;
     void (*endIdle)();
-    Outcome outcome;          ///< once it is no line, readline gets no more keys
-    rl_voidfunc_t* redisplay; ///< what readline does otherwise, while it must not draw
-    const char* bell;         ///< nor ring
+    Outcome outcome;          ///< readline gets keys only while this is kLine
+    rl_voidfunc_t* redisplay; ///< readline's drawing function while a dropped line must not be drawn
+    const char* bell;         ///< readline's bell style while it must not ring
 };
 
 constinit Reading reading{};
 
 void drawNothing() {}
 
-/// Shows a dropped line as an interrupted prompt, where the terminal can take back what was typed. What readline does
-/// from here on to find its way out is not to be seen.
+/// Drops the line: clears it if the terminal can, and shows the prompt with "^C" behind it. Hides what readline draws
+/// until it has returned from the line.
 void dropLine()
 {
     reading.outcome = Outcome::kDropped;
@@ -59,7 +59,7 @@ void dropLine()
     rl_variable_bind(kBellStyle, "none");
 }
 
-/// A search that was given up has left the prompt that it replaced, and a macro its first keys.
+/// Resets what readline keeps when a line is dropped: the prompt that a search replaced, and the rest of a macro.
 void forgetDroppedLine()
 {
     rl_restore_prompt();
@@ -69,8 +69,9 @@ void forgetDroppedLine()
     rl_variable_bind(kBellStyle, reading.bell);
 }
 
-/// readline's own way, but without what would leave the shell deaf to its idle time and to signals: stops of the output
-/// from the keyboard, whose two keys are then readline's, and a read that waits for the key that an interrupt took.
+/// Prepares the terminal as readline does, with two differences. Ctrl-S cannot stop the output (IXON is off), because a
+/// stopped write would block signals and the idle time; readline gets the key. read() does not wait for a key (VMIN is
+/// 0), because an interrupt may flush the key that poll() has reported.
 void prepareTerminal(int usesMeta)
 {
     rl_prep_terminal(usesMeta);
@@ -96,7 +97,7 @@ void handleSignals()
     if (takeSignal(SIGALRM)) {
         rl_eof_found = 1; // readline leaves the line as at the end of input
         if (!pasteIsBracketed())
-            rl_crlf(); // which otherwise ends the brackets
+            rl_crlf(); // rl_deprep_terminal() moves to a new row only if it turns bracketed paste off
         rl_deprep_terminal();
         reading.endIdle();
     }
@@ -122,7 +123,8 @@ void endInput()
     dropPaste(reading.signals->outside());
 }
 
-/// readline's source of keys: signals are heard while it waits and nowhere else, so they never meet readline at work.
+/// Reads a key for readline. Signals are received only while this function waits, so they never interrupt readline's
+/// own code.
 int readKey(FILE* stream)
 {
     static constexpr timespec kNow{};
@@ -130,7 +132,8 @@ int readKey(FILE* stream)
     showPasteAgain();
     while (reading.outcome == Outcome::kLine) {
         pollfd input{.fd = fileno(stream), .events = POLLIN, .revents = 0};
-        // A key that waits hides the signals that wait too; an interrupt has taken what was typed before it.
+        // If a key is ready, the first ppoll() delivers no pending signal. The second one does, so that an interrupt is
+        // handled before the key.
         if (ppoll(&input, 1, nullptr, &outside) < 0 || ppoll(nullptr, 0, &kNow, &outside) < 0) {
             handleSignals();
             continue;
@@ -147,14 +150,14 @@ int readKey(FILE* stream)
         // The last line of a file needs no line feed.
         if (count == 0 && !RL_ISSTATE(RL_STATE_TERMPREPPED))
             return EOF;
-        // A read of a terminal returns nothing if an interrupt has flushed the key.
+        // A read of a terminal returns 0 bytes if an interrupt has flushed the key.
         if (count == 0 ? (input.revents & POLLHUP) != 0 : errno != EINTR && errno != EAGAIN)
             endInput();
     }
-    // A question about completions is answered, because readline leaks them if it gives up.
+    // Answer a question about completions: readline leaks the list if it reads EOF here.
     if (RL_ISSTATE(RL_STATE_COMPLETING))
         return 'n';
-    // A command, a search or a half-typed key gives up at EOF, and comes back here for the next one.
+    // At EOF, readline leaves a search or a half-typed key sequence and asks for the next key. READERR ends the line.
     return RL_ISSTATE(RL_STATE_READCMD) ? READERR : EOF;
 }
 

@@ -5,19 +5,19 @@
 
 /// What the reader needs of its session.
 struct LineSource {
-    /// Writes the prompt of the next line into the buffer that is returned, which stays until the next call.
+    /// Returns the prompt of the next line. The text is valid until the next call.
     const char* (*prompt)();
-    /// Seconds that a line may take, 0: any time.
+    /// Seconds within which a line must be entered; 0 means no limit.
     unsigned idleTimeout;
-    /// Ends a session that was idle for that long; the terminal is as it was found.
+    /// Called after that time, with the terminal restored. Ends the session.
     void (*endIdle)();
 };
 
 /// Prepares readline and the signals of a session, once.
 void prepareLineReader();
 
-/// Reads a line, which the caller frees. An interrupt drops the line and begins a fresh one. Null: the input has ended
-/// or cannot be read; what a hang-up or a read error cut off is lost.
+/// Reads a line, which the caller frees. An interrupt drops the line and begins a new one. Returns null if the input
+/// has ended or cannot be read. A line that a hang-up or a read error cuts off is not returned.
 char* readLine(const LineSource& source);
 
 #endif

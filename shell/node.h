@@ -16,11 +16,11 @@ using CliHandler = int (*)(int argc, char** argv);
 /// Called once at start; may give `node` a handler and children of its own, which live until the process ends.
 using CliPrepare = int (*)(cli_node* node, cli_node* siblings);
 
-/// Display of a node in help and completion; a node is found and executed whatever it says.
+/// Whether help and completion show a node. A hidden node can be executed like any other.
 inline constexpr std::int32_t kVisible = 0;
 inline constexpr std::int32_t kHidden = 1;
 inline constexpr std::int32_t kRootHelp = 2; ///< the root `help` node
-inline constexpr std::int32_t kRevealed = 3; ///< hidden by nature, shown for now
+inline constexpr std::int32_t kRevealed = 3; ///< hidden, but shown after `show-hiden`
 
 struct cli_node {
     char name[64];  ///< the command word, matched exactly
@@ -33,7 +33,7 @@ struct cli_node {
     std::int32_t spare; ///< zeroed by the preparation pass
 };
 
-/// Nowhere defined, and no constant: a table that calls it does not compile.
+/// Not constexpr and never defined: a constant table that calls it does not compile.
 void refuseToCompile(const char* reason);
 
 /// Copies a text into a node's field; one that does not fit does not compile.

@@ -20,7 +20,7 @@ constinit OutputSink sink = nullptr;
 constinit bool isGathered = false;
 constinit Pieces pieces;
 
-/// An interrupt drops what a slow terminal has not taken yet.
+/// Writes to the standard output. Stops at an interrupt.
 void show(const char* bytes, std::size_t length)
 {
     std::fflush(stdout);
@@ -77,7 +77,7 @@ int cli_printf(const char* format, ...)
     va_start(arguments, format);
     const int length = std::vsnprintf(message, sizeof message, format, arguments);
     va_end(arguments);
-    // A whole message with as many control bytes as its format has none from the arguments.
+    // If the message has as many control bytes as the format, the arguments have none.
     if (length > kLongest || countControlBytes(message) != countControlBytes(format)) {
         va_start(arguments, format);
         maskArguments(format, arguments);

@@ -13,22 +13,21 @@ inline constexpr char kCanNotWrite[] = "    Error: Can not write %s.\n";
 
 using OutputSink = void (*)(const char* text);
 
-/// Leads what is printed to `sink`, or back to the standard output if it is null.
+/// Sends what is printed to `sink`, or to the standard output if `sink` is null.
 void setOutputSink(OutputSink sink);
 
 /// Prints the shell's own text as it stands. After an interrupt nothing is printed until the line ends.
 void cli_print(const char* text);
 
-/// Formats into the shared message buffer and prints the result. Control bytes stand in the format alone: those that
-/// the arguments bring along are shown as '?', so that data cannot drive the terminal. Returns the number of characters
-/// printed.
+/// Formats into the shared message buffer and prints the result. Control bytes of the format are printed, those of the
+/// arguments are replaced by '?', so data cannot control the terminal. Returns the number of characters printed.
 [[gnu::format(printf, 1, 2)]] int cli_printf(const char* format, ...);
 
-/// Prints a text that a library returns whole: its line feeds stand, its other control bytes are shown as '?'.
+/// Prints a text of several lines that a library has returned. Replaces its control bytes, except line feeds, by '?'.
 void cli_printLines(const char* text);
 
-/// While an object lives, what is printed reaches the terminal by the kilobyte. It is for long texts that are printed
-/// without a pause. What else is written to standard output meanwhile may come before them.
+/// While an object lives, printed text is collected and written to the terminal in pieces of some kilobytes. For long
+/// texts. Other output to the standard output may come before the collected text.
 class GatheredOutput
 {
 public:

@@ -8,8 +8,8 @@
 namespace
 {
 
-/// Tokens of the current line as command text, a blank before each. One byte longer than a command may be, so that
-/// the composer notices the overflow.
+/// Tokens of the current line as command text, with a blank before each. The buffer is one byte longer than the longest
+/// command, so a text that is too long fails in composeCommand().
 class TokenText
 {
 public:

@@ -5,11 +5,11 @@
 
 #include "shell/node.h"
 
-/// Marks and runs a tool whose output is captured in the pipe file and shown from there, through the rest of the
-/// current line. If the file cannot be made, the tool runs directly. Always 0.
+/// The handler of a tool whose output goes to the pipe file first, and from there through the rest of the current line.
+/// If the file cannot be created, runs the tool directly. Always 0.
 int capturePassThrough(int argc, char** argv);
 
-/// Marks and runs a tool that gets the terminal, with the whole current line. Always 0.
+/// The handler of a tool that gets the terminal and the whole current line. Always 0.
 int directPassThrough(int argc, char** argv);
 
 /// Whether the node is a tool of the system, or an alias.

@@ -15,7 +15,7 @@ constexpr char kBracketedPaste[] = "enable-bracketed-paste";
 constexpr char kBegin[] = "\033[200~";
 constexpr char kEnd[] = "\033[201~";
 
-/// Read to its end before its first line runs: a tool would read the rest of the keys, and the terminal echo them.
+/// The block is read to its end before its first line runs. Otherwise a tool would read the rest of it.
 struct Block {
     char* text;
     std::size_t size;
@@ -120,7 +120,7 @@ void dropPaste(const sigset_t& mask)
     constexpr timespec kPause{.tv_sec = 1, .tv_nsec = 0};
     pollfd input{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
     char keys[256];
-    // The end of the block may have been lost to the interrupt.
+    // The interrupt may have flushed the closing bracket.
     while (block.isComing && ppoll(&input, 1, &kPause, &mask) > 0 && read(input.fd, keys, sizeof keys) > 0)
         continue;
     forgetBlock();

@@ -1,33 +1,33 @@
-// A block that the terminal pastes in brackets.
+// Bracketed paste: a block of text that the terminal sends between two escape sequences.
 
 #ifndef SHELL_PASTE_H
 #define SHELL_PASTE_H
 
 #include <csignal>
 
-/// Binds pasteBlock() to the opening bracket. For when readline has read its configuration file.
+/// Binds pasteBlock() to the opening bracket. To be called after readline has read its configuration file.
 void bindPaste();
 
-/// Reads the block that the opening bracket begins, and types its lines, each at a prompt of its own. All but the last
-/// are entered. A command of readline's, to be bound to the bracket.
+/// A readline command. Reads the block up to the closing bracket and types its lines, each at a prompt of its own.
+/// Enters all lines but the last.
 int pasteBlock(int count, int key);
 
-/// Types the next line of the block. A hook of readline's, for when it has shown its prompt.
+/// A hook that readline calls when it has shown a prompt. Types the next line of the block.
 int typePastedLine();
 
-/// Whether readline asks the terminal for brackets.
+/// Whether readline has asked the terminal for bracketed paste.
 bool pasteIsBracketed();
 
-/// A search would read a pasted block itself and show it as it came. Hides the bracket that begins it, so that the
-/// search ends at its escape key and the block is read as everywhere else.
+/// An incremental search reads a pasted block itself, if bracketed paste is on. The first function turns it off during
+/// a search, so that the escape key ends the search and the bracket reaches pasteBlock(). The second one turns it on.
 void hidePasteFromSearch();
 void showPasteAgain();
 
 /// Whether lines are still to be typed.
 bool pasteGoesOn();
 
-/// Forgets the lines that are still to be typed. Of a block that is still coming every key is dropped, as long as
-/// there is no pause; signals outside the mask end that.
+/// Drops the lines that have not been typed yet. If the block is still arriving, reads and drops keys until none has
+/// come for a second, or a signal that `mask` does not block arrives.
 void dropPaste(const sigset_t& mask);
 
 #endif

@@ -1,4 +1,4 @@
-// Text that is collected and handed on in pieces of some kilobytes.
+// A buffer that collects texts and passes them on in pieces of some kilobytes.
 
 #ifndef SHELL_PIECES_H
 #define SHELL_PIECES_H
@@ -10,10 +10,10 @@ class Pieces
 public:
     using HandOn = void (*)(const char* bytes, std::size_t length);
 
-    /// Adds a text; `handOn` gets each piece that is full.
+    /// Appends a text. Calls `handOn` with each full piece.
     void append(const char* text, HandOn handOn);
 
-    /// Hands on the rest.
+    /// Calls `handOn` with the rest.
     void finish(HandOn handOn);
 
     void clear() { length_ = 0; }

@@ -21,7 +21,7 @@ constexpr mode_t kMode = S_IRUSR | S_IWUSR;
 
 struct Pipe {
     bool isActive;
-    bool isIncomplete;                ///< the file could not be made, or could not take everything
+    bool isIncomplete;                ///< the file could not be created, or a write failed
     bool isOwn;                       ///< the file carries this process's number
     int fd;                           ///< holds the lock; -1: there is no file yet
     char path[sizeof kPipeFile + 12]; ///< of the device
@@ -147,10 +147,10 @@ bool flushPipe()
     return !linePipe.isIncomplete;
 }
 
-// The rest of the file's last page, or a whole one, shows whether the disk has another page.
+// The bytes up to the end of the file's last page need no new page, so a whole page follows them.
 bool testPipeRoom()
 {
-    static char page[4096]; // not constant, so that its zeros take no room in the program's file
+    static char page[4096]; // not constant: in .bss it takes no space in the program's file
     struct stat status;
     if (!flushPipe() || fstat(linePipe.fd, &status) != 0)
         return false;

@@ -1,5 +1,5 @@
-// The pipe of a line: collects what a built-in prints and stores it in the session's pipe file, which the system shell
-// then feeds to the rest of the line.
+// The pipe of a line. It collects the output of a handler in the pipe file of the session. The system shell then runs
+// the rest of the line with this file as its input.
 //
 // The pipe file is "/tmp/cli_pipe_file" if the session can have it: a plain file of this user, with no other name,
 // locked against other sessions until the line ends. If it cannot, the file is "/tmp/cli_pipe_file." with the number of
@@ -8,7 +8,7 @@
 #ifndef SHELL_PIPE_FILE_H
 #define SHELL_PIPE_FILE_H
 
-/// Begins the pipe of a line, empty. The file is made when something has to go into it.
+/// Begins an empty pipe for a line. The file is created when the first bytes are written to it.
 void beginPipe();
 
 /// Ends the pipe of a line and closes its file.
@@ -24,14 +24,14 @@ void appendToPipe(const char* text);
 /// could not take everything of the line.
 bool flushPipe();
 
-/// Writes a page to the file and takes it back, because tools do not report a full disk. False if it does not fit, or
-/// if flushPipe() fails.
+/// Tests whether the disk has room for another page: writes a page to the file and truncates the file to its old size.
+/// Tools do not report a full disk. False if there is no room, or if flushPipe() fails.
 bool testPipeRoom();
 
 /// Device path of the file, for command texts and messages.
 const char* pipeFilePath();
 
-/// Says that the file could not be made, or could not take everything.
+/// Prints that the file could not be created or is incomplete.
 void printPipeError();
 
 /// While an object lives, what a library prints on standard output goes into the pipe of the line, if it has one.

@@ -10,7 +10,7 @@
 namespace
 {
 
-/// As readline knows it.
+/// The size of the screen as readline knows it.
 struct Screen {
     Screen() { rl_get_screen_size(&rows, &columns); }
     int rows = 0;
@@ -77,7 +77,7 @@ void drawLine()
     withAnyHeight(rl_forced_update_display);
 }
 
-// The rows are counted, and cleared, as they were drawn: for the old size.
+// readline still has the old size when it clears the line, so it clears the rows that it has drawn.
 void redrawLine()
 {
     if (RL_ISSTATE(RL_STATE_COMPLETING)) {
@@ -88,7 +88,8 @@ void redrawLine()
     drawLine();
 }
 
-// Blanks, one fewer than a row has, end in the next row unless they began in the first column.
+// Prints one blank less than the row has columns. If the cursor is in the first column, it stays in this row. Otherwise
+// the blanks end in the next row.
 void beginFreshRow()
 {
     if (isatty(STDOUT_FILENO) == 0)

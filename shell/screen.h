@@ -3,23 +3,23 @@
 #ifndef SHELL_SCREEN_H
 #define SHELL_SCREEN_H
 
-/// A hook of readline's for the start of a line: tells it of 80 columns if the window is too narrow for it.
+/// A startup hook for readline. Sets readline's width to 80 columns if the window is too narrow for readline.
 int widenScreen();
 
-/// Tells readline the size of the window if that has changed. For where nothing is shown that depends on the size.
+/// Gives readline the size of the window if it has changed. To be called while no line is shown.
 void adoptWindow();
 
 /// Clears the rows of the line. The cursor then stands at the beginning of the first one.
 void clearLine();
 
-/// Draws the line for the size of the window; its first row is the cursor's.
+/// Draws the line for the size of the window, beginning at the row of the cursor.
 void drawLine();
 
-/// Draws the line anew for the size of the window, where it stands. If readline asks a question below it, it draws the
-/// line itself after the answer.
+/// Clears the line and draws it for the size of the window. While readline asks a question about completions, does not
+/// draw: readline draws the line after the answer.
 void redrawLine();
 
-/// Puts the cursor of the terminal, wherever it stands, at the beginning of a row that holds nothing.
+/// Moves the cursor to the beginning of an empty row, whatever column it is in.
 void beginFreshRow();
 
 #endif

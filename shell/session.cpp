@@ -21,7 +21,7 @@
 namespace
 {
 
-/// Not a command of the tree: it is no first word of a longer line, and nothing follows it.
+/// This line is compared as a whole. `list` is no command of the tree, so it takes no arguments and no pipe.
 constexpr char kListHistory[] = "list";
 
 void runLine(const char* line)
@@ -44,7 +44,7 @@ void prepareSession()
     checkReadlineEnvironment();
     prepareLineReader();
     installCompletion();
-    // Reads readline's files while signals still end the process.
+    // readline reads its configuration file here, where a signal still ends the process.
     rl_initialize();
     bindHelpKey();
     bindPaste();
@@ -59,7 +59,7 @@ void runSession(const SessionHost& host)
         if (line == nullptr)
             std::exit(EXIT_FAILURE);
         InterruptWatch watch(pasteGoesOn());
-        // A line feed that was quoted ends a line too.
+        // readline returns a line feed that was quoted with Ctrl-V. It ends a line like any other.
         for (char* rest = line; rest != nullptr && !isInterrupted();)
             runLine(strsep(&rest, "\n"));
         if (watch.end())

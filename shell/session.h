@@ -5,16 +5,16 @@
 
 /// What a session needs of the product that it serves.
 struct SessionHost {
-    /// The next line's prompt, which stays until the next call.
+    /// Returns the prompt of the next line. The text is valid until the next call.
     const char* (*prompt)();
-    /// Ends the process when a line took too long.
+    /// Called when no line was entered within the idle time. Ends the process.
     void (*endIdle)();
 };
 
 /// Gets the terminal's line editor ready: keys, history and completion.
 void prepareSession();
 
-/// Reads and runs lines until the session ends; every ending ends the process.
+/// Reads and runs lines until the session ends. The end of the session is the end of the process.
 [[noreturn]] void runSession(const SessionHost& host);
 
 #endif

@@ -15,7 +15,7 @@
 namespace
 {
 
-/// An interrupted call of a library is to come back; all others go on.
+/// These interrupt a system call of a library; all other signals restart it.
 constexpr int kInterrupts[] = {SIGINT, SIGQUIT};
 constexpr int kEvents[] = {SIGALRM, SIGCONT, SIGWINCH};
 constexpr int kEndings[] = {SIGHUP, SIGTERM, SIGPIPE, SIGUSR1, SIGUSR2};
@@ -40,7 +40,8 @@ void note(int signal)
         noted[signal] = 1;
 }
 
-/// readline's terminal is only prepared while signals are held, so it is never caught in the middle of its work.
+/// Restores the terminal and removes the file of removeAtEnd(). readline prepares the terminal only while signals are
+/// blocked, so rl_deprep_terminal() never interrupts readline itself.
 void leave()
 {
     if (removedAtEnd != nullptr)
@@ -49,7 +50,7 @@ void leave()
     restoreTerminal();
 }
 
-/// readline calls exit() when there is no memory. A copy of the process that ends does not end the session.
+/// readline calls exit() if it gets no memory. A forked child that calls exit() must not restore the terminal.
 void leaveAtExit()
 {
     if (getpid() == session)

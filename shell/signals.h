@@ -1,5 +1,4 @@
-// The signals of a session. They are only noted when they come; what they ask for is done where the shell waits for a
-// key, and nowhere else.
+// The signals of a session. The handlers only set flags. The shell looks at the flags while it waits for a key.
 
 #ifndef SHELL_SIGNALS_H
 #define SHELL_SIGNALS_H
@@ -7,24 +6,25 @@
 #include <csignal>
 #include <sys/types.h>
 
-/// Catches the signals of a session. What ends the process, exit() and abort() included, restores the terminal first
-/// and then does its work; other signals that somebody else handles, or asked to be ignored, stay as they are.
+/// Installs the signal handlers of a session. A signal that ends the process, exit() and abort() restore the terminal
+/// first. A signal that ends the process by default keeps the handler that a library has installed, and stays ignored
+/// if the parent process ignores it.
 void catchSignals();
 
-/// Has a file removed when a signal or exit() ends the process. `path` stays valid until another one, or null, takes
-/// its place.
+/// Sets the file that is removed if a signal or exit() ends the process; null means none. The caller keeps `path` valid
+/// until the next call.
 void removeAtEnd(const char* path);
 
-/// Whether `signal` came since this was last asked; it is then forgotten.
+/// Returns whether `signal` has arrived since the last call, and resets its flag.
 bool takeSignal(int signal);
 
-/// Whether Ctrl-C or Ctrl-\ came, or ended a tool, since forgetInterrupt().
+/// Whether Ctrl-C or Ctrl-\ was pressed, or has ended a tool, since the last forgetInterrupt().
 bool isInterrupted();
 void noteInterrupt();
 void forgetInterrupt();
 
-/// Notices an interrupt that system() has this process ignore and that the tool takes for itself: a child of the same
-/// process group waits for it.
+/// Notices an interrupt while system() runs a tool. system() makes this process ignore interrupts, and the tool may
+/// handle them itself. Therefore a child process in the same process group waits for them.
 class InterruptWatch
 {
 public:
@@ -32,15 +32,15 @@ public:
     InterruptWatch(const InterruptWatch&) = delete;
     InterruptWatch& operator=(const InterruptWatch&) = delete;
 
-    /// Whether one came. To be called once.
+    /// Ends the child process. Returns whether it received an interrupt. To be called once.
     bool end();
 
 private:
     pid_t child_; ///< -1: there is none
 };
 
-/// Blocks the session's signals while an object lives. Pass `outside()` to ppoll() to receive them there. Ctrl-Z, which
-/// otherwise just stops the process, is noted like the others.
+/// Blocks the session's signals while an object lives. Pass `outside()` to ppoll() to receive them there. The handler
+/// of SIGTSTP, too, only sets a flag while an object lives; otherwise SIGTSTP stops the process.
 class HeldSignals
 {
 public:
@@ -51,7 +51,7 @@ public:
 
     [[nodiscard]] const sigset_t& outside() const { return outside_; }
 
-    /// Stops the process as Ctrl-Z does without anybody to catch it, until it is continued.
+    /// Stops the process by SIGTSTP with its default action. Returns when the process is continued.
     void stop();
 
 private:

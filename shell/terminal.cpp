@@ -31,8 +31,8 @@ bool isWaiting(int fd)
     return flags >= 0 && (flags & O_NONBLOCK) == 0;
 }
 
-/// Makes this process's group the foreground group of the terminal again if the one that has been left there is gone.
-/// False if another group has the terminal.
+/// Makes the group of this process the foreground process group of the terminal if the processes of the foreground
+/// group are gone. False if another group is in the foreground.
 bool reclaimForeground()
 {
     const pid_t owner = tcgetpgrp(found.fd);
@@ -56,7 +56,7 @@ bool areSame(const termios& one, const termios& other)
            one.c_lflag == other.c_lflag && std::memcmp(one.c_cc, other.c_cc, sizeof one.c_cc) == 0;
 }
 
-/// What a tool is told is what the login gave, until that is wrong.
+/// Sets a variable to a new size, unless the login has not set it.
 void tellTools(const char* variable, unsigned short size)
 {
     if (std::getenv(variable) == nullptr)
@@ -94,7 +94,7 @@ void restoreTerminal()
     if (areSame(modes, now))
         return;
     tcsetattr(found.fd, TCSANOW, &modes);
-    // What was said without output processing may have ended in any column.
+    // Without output processing a line feed does not return to the first column.
     if ((modes.c_oflag & OPOST) != (now.c_oflag & OPOST) && write(found.fd, "\n", 1) < 0)
         return;
 }

@@ -3,15 +3,16 @@
 #ifndef SHELL_TERMINAL_H
 #define SHELL_TERMINAL_H
 
-/// Remembers the modes, the size, and whether reads and writes wait. For the start of a session, before readline.
+/// Remembers the modes and the size of the terminal, and whether the standard descriptors block. To be called at the
+/// start of a session, before readline.
 void rememberTerminal();
 
-/// Brings the modes back, the speed excepted, and waiting reads and writes. Nothing happens to a terminal that has none
-/// of our business: one that was never remembered, or that another process group has by now. For signal handlers too.
+/// Restores the modes, except the speed, and the blocking descriptors. Does nothing if no terminal was remembered, or
+/// if another process group is in the foreground of the terminal. Safe in a signal handler.
 void restoreTerminal();
 
-/// Looks at the size of the window. If it is another than at the last look, gives it to tools, for which it replaces
-/// the size that the login gave them, if it gave one. Returns whether it is another.
+/// Reads the size of the window. If it has changed since the last call, sets COLUMNS and LINES for tools, as far as the
+/// login has set them. Returns whether it has changed.
 bool updateWindow();
 
 #endif

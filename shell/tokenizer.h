@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-/// Characters of a line that are kept; what exceeds them is dropped.
+/// Characters of a line that are kept. The rest is dropped.
 inline constexpr std::size_t kLineLength = 1023;
 inline constexpr std::size_t kSegmentCount = 10;
 inline constexpr std::size_t kTokenCount = 256;
@@ -17,17 +17,17 @@ inline constexpr std::size_t kTokenCount = 256;
 enum class CharClass : std::uint8_t { kNormal = 0, kTab = 1, kBlank = 5, kEnd = 6, kPipe = 12, kInvalid = 13 };
 CharClass classOf(char c);
 
-/// Completion does not count a word that is still being typed.
+/// For completion, the word that is still being typed does not count.
 enum class ParseMode { kComplete, kExecute };
 
 enum class ParseResult {
     kEnd,     ///< the whole line was cut
-    kRejected ///< a character or the number of words forbids it; a message said so
+    kRejected ///< the line has an invalid character or too many words; a message was printed
 };
 
 /// The words of the current line.
 struct TokenStore {
-    /// A word, its end, a pipe symbol and its end fit behind a full line.
+    /// Room for a full line, a terminator, a pipe symbol and its terminator.
     static constexpr std::size_t kSegmentSize = kLineLength + 3;
 
     char segments[kSegmentCount][kSegmentSize]; ///< the words of each pipe segment, each terminated
@@ -57,7 +57,7 @@ const char* partialWord();
 /// the characters written.
 std::size_t appendTokens(std::span<char> buffer, int first, int last);
 
-/// Says the store's counters and tokens, for diagnosis.
+/// Prints the store's counters and tokens, for diagnosis.
 void dumpTokens();
 
 #endif

@@ -9,11 +9,11 @@
 /// Longest command line handed to the system shell, without its terminator.
 inline constexpr std::size_t kCommandLength = 1024;
 
-/// Composes a command line. One that does not fit `buffer` is refused with a message: false, and the buffer is empty.
+/// Composes a command line. If it does not fit `buffer`, prints a message, empties the buffer and returns false.
 [[gnu::format(printf, 2, 3)]] bool composeCommand(std::span<char> buffer, const char* format, ...);
 
-/// Says what was said before, then runs `command` with the system shell; the terminal is as it was found when it ends.
-/// If an interrupt ends the system shell, the line is interrupted. Returns the wait status, -1 if none.
+/// Flushes the standard output, runs `command` with the system shell, and restores the terminal. If a signal of the
+/// keyboard has ended the system shell, the line is interrupted. Returns the wait status, or -1 if it could not run.
 int runCommand(const char* command);
 
 /// Composes a command line of at most kCommandLength characters and runs it. A refused one returns -1.
