@@ -26,7 +26,7 @@ struct CfgVariable;
 struct CfgKind {
     /// Formats the value; the text is empty before.
     void (*format)(const CfgVariable& variable, std::span<char> text);
-    /// Makes a change of the text of a value, which may be changed on the way.
+    /// Sets the value. May change the text.
     void (*set)(CfgVariable& variable, char* value);
 };
 
@@ -69,7 +69,7 @@ const cli_node* nodeOf(CfgVariable& variable)
     return variable.node;
 }
 
-/// Hands a line to the variable's command as the shell would.
+/// Cuts a line into words and calls the handler of the variable's command, as the shell does.
 void cfgRunCommand(CfgVariable& variable, char* line)
 {
     constexpr int kWordLimit = 17;
@@ -106,7 +106,7 @@ void cfgSetLowerCase(CfgVariable& variable, char* value)
     cfgSetByCommand(variable, value);
 }
 
-/// Replaces the entry; a list that is shorter is filled up to it.
+/// Sets an entry of a list, without its command.
 void cfgSetEntry(CfgVariable& variable, char* value)
 {
     cwConfRefresh(cwConfig);
@@ -130,7 +130,7 @@ void cfgFormatItem(const CfgVariable& variable, std::span<char> text)
     item.kind->format(item, cwConfig, 0, text);
 }
 
-/// An address that is not set is an empty value.
+/// The address 0.0.0.0 is an empty value.
 void cfgFormatAddress(const CfgVariable& variable, std::span<char> text)
 {
     cfgFormatItem(variable, text);
@@ -261,7 +261,7 @@ void cfgCommit(char**)
     cwConfWrite();
 }
 
-/// `cp` writes into the old file: until the copy is on the disk a power cut can leave a part of it.
+/// `cp` overwrites the file in place. A power cut before the sync may leave a part of it.
 void copyFactoryFile(const char* from, const char* to)
 {
     runCommandf("cp %s %s", DeviceFile(from).path(), DeviceFile(to).path());

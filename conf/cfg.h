@@ -3,10 +3,10 @@
 #ifndef CONF_CFG_H
 #define CONF_CFG_H
 
-/// `cfg -a NAME=VALUE` sets a variable, and says nothing to an unknown name; `-c` writes both files; `-e` and `-E` show
-/// the variables as a shell exports them, `-s`, `-S` and `-sall` as a list; `-x` copies the factory's files over the
-/// device's, to the disk, reads them and restarts the daemon. `-h`, anything else and another number of words draw the
-/// usage. The system file is read first, whatever the words. Always 0.
+/// `cfg -a NAME=VALUE` sets a variable; an unknown name changes nothing and prints nothing. `-c` writes both files.
+/// `-e` and `-E` print the variables as export commands of a system shell, `-s`, `-S` and `-sall` print them as a list.
+/// `-x` copies the factory files over the files of the device, syncs and reads them, and restarts the daemon. `-h` and
+/// all other words print the usage. Before anything else, the system file is read. Always 0.
 int cfgCommand(int argc, char** argv);
 
 #endif

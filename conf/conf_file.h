@@ -7,20 +7,20 @@
 
 #include "base/file_lines.h"
 
-/// Splits `line` in place at its first '='; blanks stay. False, and nothing changed, without one.
+/// Splits `line` in place at its first '='. Blanks are kept. False, and nothing is changed, if there is no '='.
 bool splitConfLine(char* line, char** key, char** value);
 
-/// Reads the items of a configuration file: comments and empty lines are passed over, bad lines reported.
+/// Reads the items of a configuration file. Skips comments and empty lines, and prints a message for a bad line.
 class ConfItems
 {
 public:
-    /// `reader` is the operation that the messages name.
+    /// `reader` is the name of the operation in messages.
     ConfItems(const char* reader, const char* devicePath);
 
     [[nodiscard]] bool isOpen() const { return lines_.isOpen(); }
 
-    /// Takes the next item; false at the end, and when the file cannot be opened or read, which is said. Both texts are
-    /// valid until the next call.
+    /// Reads the next item. False at the end of the file. False, after a message, if the file cannot be opened or read.
+    /// Key and value are valid until the next call.
     bool next();
     [[nodiscard]] bool failed() const { return lines_.failed(); }
     [[nodiscard]] const char* key() const { return key_; }

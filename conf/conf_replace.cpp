@@ -24,7 +24,8 @@ constexpr char kConfFolder[] = "/cfg";
 constexpr char kTemporarySuffix[] = ".new";
 constexpr mode_t kModeBits = 07777;
 
-/// Replaces `path` by the file that a symbolic link at it names, which need not exist. False: it leads nowhere.
+/// Replaces `path` by the target of the symbolic links at it. The target need not exist. False if there are too many
+/// links or the path gets too long.
 bool followLinks(char (&path)[kPathSize])
 {
     constexpr int kMostLinks = 16;
@@ -47,7 +48,7 @@ bool followLinks(char (&path)[kPathSize])
 /// How a replacement ends.
 enum class Outcome : std::uint8_t {
     kWritten,
-    kNotOpened, ///< there is no file that could be written, nor a place for one
+    kNotOpened, ///< the file cannot be opened for writing, or cannot be created
     kNotWritten,
 };
 
@@ -57,7 +58,7 @@ struct OldFile {
     struct stat status;
 };
 
-/// False when something stands at `path` that is no plain file or cannot be written.
+/// False if `path` is no regular file or cannot be opened for writing. A missing file is no error.
 bool openOld(const char* path, OldFile& old)
 {
     old.fd = -1;
@@ -68,8 +69,8 @@ bool openOld(const char* path, OldFile& old)
     return old.fd >= 0;
 }
 
-/// Creates the one temporary file of a configuration file. What stands at its name is of a saver that was killed, or a
-/// trap; either way it may be another name of a file that must not change, so it is removed, never opened.
+/// Creates the temporary file. A file that has its name was left by a shell that was killed, or was planted. It may be
+/// a link to a file that must not change, so it is removed and never opened.
 int createTemporary(const char* path)
 {
     if (unlink(path) != 0 && errno != ENOENT)
@@ -82,7 +83,8 @@ bool isFolderClosed(int error)
     return error == EACCES || error == EPERM || error == EROFS;
 }
 
-/// Only the superuser can keep a foreign owner, and one that has no number here nobody; then the mode alone counts.
+/// Gives a file the owner and the mode of the old one. Only the superuser can keep a foreign owner (EPERM), and nobody
+/// can keep one that has no number in this user namespace (EINVAL). Then only the mode is kept.
 bool keepOwnerAndMode(int fd, const struct stat& old)
 {
     return (fchown(fd, old.st_uid, old.st_gid) == 0 || errno == EPERM || errno == EINVAL) &&
@@ -108,8 +110,8 @@ void makeNewer(int fd, const struct stat& old)
     futimens(fd, times);
 }
 
-/// For a file whose folder is closed, as of one that is a mount point of its own. The room is claimed first, so a full
-/// disk is noticed before anything is lost.
+/// Overwrites a file that cannot be replaced. Reserves the space first, so that a full disk is noticed before the old
+/// text is lost.
 bool writeInPlace(const OldFile& old, const ConfText& text)
 {
     const auto length = static_cast<off_t>(text.length());
@@ -179,7 +181,7 @@ Outcome replaceDeviceFile(const char* devicePath, const ConfText& text)
     return outcome;
 }
 
-/// The lock as this process has it.
+/// The state of the lock in this process.
 struct Turn {
     int holders;
     int fd;
@@ -188,10 +190,10 @@ struct Turn {
 
 constinit Turn turn{};
 
-/// False: another shell does not come to its end. Where the kernel cannot lock, nobody is waited for.
+/// False if another shell keeps the lock for longer than a second. True if the file system has no locks.
 bool lockFolder(int fd)
 {
-    constexpr timespec kPause = {0, 1'000'000}; // a kernel with a slow clock makes ten or twenty times as much of it
+    constexpr timespec kPause = {0, 1'000'000}; // a kernel with a clock of 100 Hz makes it 10 or 20 ms
     timespec start;
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &start);

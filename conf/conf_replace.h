@@ -5,27 +5,29 @@
 
 #include "conf/conf_file.h"
 
-/// While one lives, no other shell saves a configuration file. A holder may take it again; it waits for others alone.
+/// An advisory lock on "/cfg". While an object lives, no other shell saves a configuration file. Objects may be nested
+/// in one process.
 class ConfFolderLock
 {
 public:
-    /// Waits for the others for at most a second.
+    /// Waits for at most a second until other shells have released the lock.
     ConfFolderLock();
     ~ConfFolderLock();
     ConfFolderLock(const ConfFolderLock&) = delete;
     ConfFolderLock& operator=(const ConfFolderLock&) = delete;
 
-    /// False when another shell did not come to its end. A folder that cannot be locked is no obstacle.
+    /// False if another shell has kept the lock. True if the folder cannot be locked at all.
     [[nodiscard]] static bool isOurs();
 };
 
-/// Replaces a configuration file by `text`, whole or not at all: a reader finds the old file or the new one, whatever
-/// happens meanwhile. Only a file that alone is writable in its folder is written in place. The new
-/// file is never as old as the one before it. 0, or -1 with the old file as it was: silently when it cannot be opened,
-/// with a message when the text cannot be written to its end or another shell keeps the lock.
+/// Replaces a configuration file by `text`. The replacement is atomic: a reader finds the old file or the new one, also
+/// after a crash. Only if no file can be created in the folder, or if the file is a mount point, the file is written in
+/// place. The modification time of the new file is later than that of the old one. Returns 0, or -1 with the old file
+/// unchanged: without a message if the file cannot be opened, with a message if the text cannot be written or another
+/// shell keeps the lock.
 int replaceConfFile(const char* devicePath, const ConfText& text);
 
-/// Has a configuration file that a tool wrote, and its folder, reach the disk.
+/// Syncs a configuration file that a tool has written, and its folder.
 void syncConfFile(const char* devicePath);
 
 #endif

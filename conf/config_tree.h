@@ -11,8 +11,8 @@ extern cli_node configTable[2];
 /// Loads both configuration records from their files, over the defaults of the CAPWAP one. Always 0.
 int configPrepare(cli_node* node, cli_node* siblings);
 
-/// The words of these four do not matter. Both displays first read a file that somebody else changed; `show cw_conf`
-/// says when the record is not saved. Always 0.
+/// These four handlers ignore their words. Both displays first read the file if it has changed. `show cw_conf` prints a
+/// message if the record has unsaved changes. Always 0.
 int showCwConfCommand(int argc, char** argv);
 int showSysConfCommand(int argc, char** argv);
 

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-/// Addresses that the commands admit; the record has room for a file that holds more.
+/// The commands accept at most kAcAddressLimit addresses. The record has room for more, because a file may hold more.
 inline constexpr int kAcAddressLimit = 3;
 inline constexpr int kAcAddressRoom = 16;
 inline constexpr int kAcHostnameLimit = 3;
@@ -16,7 +16,7 @@ struct AcAddress {
     std::uint32_t spare;
 };
 
-/// The daemon's first radio settings. The shell only gives them their first values.
+/// Radio settings of the daemon. The shell sets the defaults and never changes them.
 struct CwRadioBlock {
     std::uint16_t version;
     std::uint32_t bands[2]; ///< bit sets, one per radio
@@ -35,9 +35,8 @@ struct CwRadioBlock {
     std::uint16_t counters[3];
 };
 
-/// The CAPWAP settings, in an order that the daemon shares. A plain record that is copied and compared as bytes.
-/// Addresses are in host byte order, intervals and timers in seconds. The file has no key for what is named
-/// `reserved...`.
+/// The CAPWAP settings, in the order of the daemon's record. Records are copied and compared as bytes. Addresses are in
+/// host byte order, intervals and timers in seconds. The file has no keys for the fields named `reserved...`.
 struct CwConfig {
     std::uint8_t saved;    ///< 1: the record equals what was last read from or written to the file
     std::uint8_t instance; ///< handed to the daemon
@@ -90,9 +89,9 @@ struct CwConfig {
     std::uint16_t silentInterval;
     std::uint16_t waitDtls;
     std::uint16_t waitJoin;
-    std::uint16_t idleCheck; ///< derived from the default idle time-out, whatever that becomes later
+    std::uint16_t idleCheck; ///< derived from the default idle time-out; does not follow later changes
     std::uint16_t reservedIdle;
-    std::uint16_t echoLimit; ///< derived from the default echo interval, likewise
+    std::uint16_t echoLimit; ///< derived from the default echo interval; does not follow later changes
     std::uint16_t reservedEcho;
     char ssid[32];
     std::uint8_t radioCount;
@@ -152,9 +151,9 @@ inline constexpr std::uint8_t kSecIpsec = 0x80;
 /// The instance that the shell's record is made for.
 inline constexpr std::uint8_t kShellInstance = 2;
 
-/// The process's record and two copies of it. The snapshot is the record as last read from the file; saving compares
-/// the record with it. The base is the record as last read or written, or the defaults before that; what differs from
-/// it has been changed by this session. All are zero until `config` is prepared.
+/// The process's record and two copies of it. The snapshot is the record as it was last read from the file; saving
+/// compares the record with it. The base is the record as it was last read or written, or the defaults before that; an
+/// item that differs from the base has been changed by this session. All bytes are zero until `config` is prepared.
 extern CwConfig cwConfig;
 extern CwConfig cwConfigSnapshot;
 extern CwConfig cwConfigBase;
@@ -163,13 +162,13 @@ extern CwConfig cwConfigBase;
 void cwConfDefault(CwConfig& config, std::uint8_t instance);
 
 /// Replaces a version text by a copy of `value` on the heap. The old copy is released unless one of the process's
-/// records still refers to it. False when memory is short; the text then stays.
+/// records still refers to it. False if there is no memory; the text is then unchanged.
 bool cwConfSetVersion(const char*& text, const char* value);
 
-/// Makes `to` the same bytes as `from`. Version texts that `to` alone referred to are released.
+/// Copies the bytes of `from` to `to`. Releases version texts that only `to` referred to.
 void cwConfCopy(CwConfig& to, const CwConfig& from);
 
-/// Returns only when `value` is not zero; otherwise the process dies of a memory fault, one second later.
+/// Returns if `value` is not zero. Otherwise waits a second and ends the process by a memory fault.
 void cw_assert(int value);
 
 #endif

@@ -20,7 +20,7 @@ constexpr char kReader[] = "cwConfRead";
 
 constinit FileWatch cwFile(kCwConfFile);
 
-/// Reads the file and takes the snapshot.
+/// Reads the file, and updates the snapshot and the base.
 void readCwFile(CwConfig& config)
 {
     if (!cwFile.read([&config] { return cwConfRead(config) == 0; }))
@@ -45,7 +45,7 @@ void composeFile(const CwConfig& config, ConfText& text)
     text.append("#Wireless temp:\n%s", kCwFrameLine);
 }
 
-/// Whether an item gives the record its own address.
+/// Whether this value changes the address of the access point.
 bool setsOwnAddress(const char* key, const char* value)
 {
     const CwItem* item = cwConfItem(key);
@@ -53,13 +53,14 @@ bool setsOwnAddress(const char* key, const char* value)
     return item != nullptr && item->kind == &kOwnAddress.kind && parseIpv4(value, &address);
 }
 
-/// The system record shows the address that was last set.
+/// Copies the address of the access point to the system record, whose display shows it.
 void showOwnAddress(const CwConfig& config)
 {
     copyText(sysConfig.staticAddr, ipv4Text(config.staticIpAddr).text);
 }
 
-/// Reads the file over `config`, whose lists it empties first. False when it cannot be read to its end, which is said.
+/// Empties the lists of `config` and reads the file over it. Prints a message and returns false if the file cannot be
+/// read to its end.
 bool readItems(CwConfig& config, bool& hasOwnAddress)
 {
     ConfItems items(kReader, kCwConfFile);
@@ -74,7 +75,7 @@ bool readItems(CwConfig& config, bool& hasOwnAddress)
 }
 
 /// Reads the file over `config`, a copy of the process's record. The items that this session has changed keep their
-/// values. The system record is left alone.
+/// values. Does not change the system record.
 bool mergeFile(CwConfig& config)
 {
     bool hasOwnAddress = false;
@@ -87,8 +88,8 @@ bool mergeFile(CwConfig& config)
     return true;
 }
 
-/// Writes `config`, a copy of the process's record, to the file, with what others have changed there since it was read.
-/// Messages wait until the lock is released, because a terminal may take its time.
+/// Merges the file into `config`, a copy of the process's record, if the file has changed, and writes `config` to the
+/// file. Messages are printed after the lock is released, because a terminal may be slow.
 bool saveFile(CwConfig& config)
 {
     ConfText text;
@@ -103,7 +104,7 @@ bool saveFile(CwConfig& config)
     return true;
 }
 
-/// Whether the process's record equals a copy of it. The saved flag alone is no difference.
+/// Whether the process's record equals `copy`, apart from the saved flag.
 bool isUnchangedSince(CwConfig& copy)
 {
     copy.saved = cwConfig.saved;
@@ -113,7 +114,7 @@ bool isUnchangedSince(CwConfig& copy)
 
 } // namespace
 
-// The items go to a copy first: a file that cannot be read to its end counts for nothing.
+// Reads into a copy, so that a file that cannot be read to its end changes nothing.
 int cwConfRead(CwConfig& config)
 {
     CwConfig fresh;

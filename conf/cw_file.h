@@ -7,30 +7,29 @@
 
 inline constexpr char kCwConfFile[] = "/cfg/cw.conf";
 
-/// Reads the file over the record: both AC lists are rebuilt, every other item without a line keeps its value. 0, with
-/// the record marked as saved and an address of the access point shown by the system record, too. -1 when the file
-/// cannot be opened or not be read to its end, which is said; both records are then as they were.
+/// Reads the file over the record. Empties both AC lists first; every other item without a line keeps its value. Marks
+/// the record as saved, copies an address of the access point to the system record and returns 0. If the file cannot be
+/// opened or read to its end, prints a message and returns -1; both records are then unchanged.
 int cwConfRead(CwConfig& config);
 
-/// When the file is another than the one last read or written, or could not be read: reads it and takes the snapshot.
-/// That it cannot be read is said once for a file in one state.
+/// If the file has changed since it was last read or written, or could not be read then: reads it and updates the
+/// snapshot. If it cannot be read, prints a message once for each state of the file.
 void cwConfRefresh(CwConfig& config);
 
-/// Starts with a record of defaults: reads the file whatever its time and takes the snapshot. A missing file changes
-/// nothing, silently.
+/// Reads the file over a record of defaults and updates the snapshot. A missing file changes nothing and is no error.
 void cwConfLoad(CwConfig& config);
 
-/// Applies an item to the process's record, as cwConfSetItem() does. The system record shows an address of the access
-/// point, too.
+/// Applies an item to the process's record, as cwConfSetItem() does. Copies an address of the access point to the
+/// system record.
 int cwConfChange(const char* key, const char* value);
 
-/// Saves the process's record and has the daemon restarted, unless nothing has been changed in the record. If others
-/// have changed the file since it was last read or written, their values are taken into the record first; items that
-/// have been changed in the record keep its values. A list is one item. Returns 0, or -1 if the file cannot be written,
-/// or if it has changed and cannot be read, which is said; file and record are then as they were.
+/// Saves the process's record and restarts the daemon, unless the record is unchanged. If the file has changed since it
+/// was last read or written, merges it first: items that this session has changed keep their values, all others get the
+/// values of the file. A list is one item. Returns 0. If the file cannot be written, or has changed and cannot be read,
+/// prints a message and returns -1; file and record are then unchanged.
 int cwConfWrite();
 
-/// Reads the file whatever its time, over the unsaved changes of the process's record.
+/// Reads the file over the process's record, which drops the unsaved changes.
 void cwConfDrop();
 
 #endif

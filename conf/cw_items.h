@@ -15,7 +15,7 @@ inline constexpr std::size_t kCwValueSize = 512;
 /// The line that frames the file and the display of the whole record.
 inline constexpr char kCwFrameLine[] = "#=====================CW CONF PARAMs========================\n";
 
-/// A part of the file, which the display of the whole record follows.
+/// A section of the file and of the display of the whole record.
 struct CwSection {
     const char* fileTitle;
     const char* showTitle;
@@ -31,14 +31,14 @@ extern const std::span<const CwSection> cwSections;
 /// The item of a key, or null.
 const CwItem* cwConfItem(std::string_view key);
 
-/// Checks the text of a key and applies it: 0, with the record marked as changed. A value that is refused and a key
-/// that is unknown are answered by a message and -1, with the record as it was.
+/// Checks a value and applies it to the item of `key`. Marks the record as changed and returns 0. If the key is unknown
+/// or the value is refused, prints a message and returns -1; the record is then unchanged.
 int cwConfSetItem(const char* key, const char* value, CwConfig& config);
 
 /// Whether two records have the same values of an item of the file.
 bool cwConfItemIsSame(const CwItem& item, const CwConfig& one, const CwConfig& other);
 
-/// Gives `to` the values that `from` has of an item of the file.
+/// Copies the values of an item of the file from one record to another.
 void cwConfCopyItem(const CwItem& item, const CwConfig& from, CwConfig& to);
 
 /// Whether the item holds several values.

@@ -52,13 +52,13 @@ struct CwItem {
     std::string_view key; ///< a literal, so its text is terminated
     const CwKind* kind;
     CwField field;
-    int low; ///< closed range, where the kind checks one
+    int low; ///< closed range, if the kind checks one
     int high;
-    int keyWidth; ///< of the key in the single-item display, which leaves the item out when this is 0
+    int keyWidth; ///< of the key in the single-item display; 0: the display leaves the item out
 };
 
 struct CwKind {
-    /// Applies a value; false when it is refused, with the record as it was. Null: no value can be set.
+    /// Applies a value. False if it is refused; the record is then unchanged. Null: no value can be set.
     bool (*set)(const CwItem& item, const char* value, CwConfig& config);
     /// Formats a value; `index` counts the entries of a list. Null: the item is never shown.
     void (*format)(const CwItem& item, const CwConfig& config, int index, std::span<char> text);
@@ -74,16 +74,17 @@ struct CwFieldKind {
 extern const CwFieldKind<CwNumber> kStored;        ///< a number, cut to the field
 extern const CwFieldKind<CwNumber> kChecked;       ///< digits only, within the range
 extern const CwFieldKind<CwNumber> kIgnored;       ///< accepted, changes nothing
-extern const CwFieldKind<CwNumber> kVlan;          ///< checked; two reserved numbers are answered by a message
+extern const CwFieldKind<CwNumber> kVlan;          ///< checked; two reserved numbers print a message and change nothing
 extern const CwFieldKind<CwNumber> kDiscoveryType; ///< a number or its keyword
-extern const CwFieldKind<CwAddress> kAddress;      ///< an address; a bad one is answered by a message, and accepted
-extern const CwFieldKind<CwAddress> kOwnAddress;   ///< the same; the system record shows it too
-extern const CwFieldKind<CwAddress> kMulticast;    ///< the same with another message
-extern const CwFieldKind<CwText> kText;            ///< cut to the field
-extern const CwFieldKind<CwText> kPassword;        ///< a text that no key sets
-extern const CwFieldKind<CwVersion> kVersion;      ///< a text of any length
-extern const CwKind kAddrMode;                     ///< "static" or "dhcp"
-extern const CwKind kSecurity;                     ///< list of data channel options
-extern const CwKind kScanTimers;                   ///< one number for all three scan report timers
+extern const CwFieldKind<CwAddress>
+    kAddress; ///< an address; a bad one prints a message and changes nothing, but is no error
+extern const CwFieldKind<CwAddress> kOwnAddress; ///< the same; the system record shows it too
+extern const CwFieldKind<CwAddress> kMulticast;  ///< the same with another message
+extern const CwFieldKind<CwText> kText;          ///< cut to the field
+extern const CwFieldKind<CwText> kPassword;      ///< a text that no key sets
+extern const CwFieldKind<CwVersion> kVersion;    ///< a text of any length
+extern const CwKind kAddrMode;                   ///< "static" or "dhcp"
+extern const CwKind kSecurity;                   ///< list of data channel options
+extern const CwKind kScanTimers;                 ///< one number for all three scan report timers
 
 #endif

@@ -33,9 +33,10 @@ void clearEntries(CwConfig& config)
     config.*Count = 0;
 }
 
-/// Closes the list over the entries that `isWanted` names; says when there is none. The count falls during the walk, so
-/// of two equal neighbours the list keeps one and loses what follows. Entries past the count are cleared: a list that
-/// was added to and deleted from again is the same bytes.
+/// Removes the entries for which `isWanted` is true and moves the following ones up. Prints a message if there is none.
+/// The count decreases during the loop, so of two equal neighbours one stays and an entry behind them is lost: this is
+/// kept, as users of the list know it. The entries behind the count are set to zero, so that a record is the same bytes
+/// again after an entry was added and removed.
 template <typename Entry, std::size_t Size, typename IsWanted>
 bool removeEntries(const char* value, Entry (&entries)[Size], std::uint8_t& count, IsWanted isWanted)
 {
@@ -54,7 +55,7 @@ bool removeEntries(const char* value, Entry (&entries)[Size], std::uint8_t& coun
     return found;
 }
 
-/// An address that is none is answered by a message and false.
+/// Prints a message and returns false if the text is no address.
 bool parseAcAddress(const char* value, std::uint32_t* address)
 {
     if (parseIpv4(value, address))
@@ -153,7 +154,7 @@ bool setHostnameEntry(const CwItem& item, const char* value, CwConfig& config)
     return true;
 }
 
-/// A surplus name is dropped silently.
+/// A name that exceeds the limit is dropped without a message.
 bool addHostname(const char* value, CwConfig& config)
 {
     appendHostname(config, value);

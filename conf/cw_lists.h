@@ -5,24 +5,24 @@
 
 #include "conf/cw_kinds.h"
 
-/// What an item that is a list has besides its kind. Entries are counted from 0.
+/// The operations of an item that is a list. Entries are counted from 0.
 struct CwList {
     int (*count)(const CwConfig& config);
     void (*clear)(CwConfig& config);
     const char* countName; ///< how the display names the number of values
     const char* addHelp;
     const char* deleteHelp;
-    /// The commands `add` and `del`. False: the record is as it was, and they said why.
+    /// The commands `add` and `del`. If the value is refused, they print a message and return false; the record is then
+    /// unchanged.
     bool (*add)(const char* value, CwConfig& config);
     bool (*remove)(const char* value, CwConfig& config);
-    /// Replaces an entry. A list that is too short gets the value as often as it takes to have the entry. False as
-    /// above.
+    /// Replaces an entry. If the list is too short, appends the value until the list has the entry. False as above.
     bool (*put)(int entry, const char* value, CwConfig& config);
-    /// Formats the value of an entry alone.
+    /// Formats the address or the name of an entry, without its state.
     void (*format)(const CwConfig& config, int entry, std::span<char> text);
 };
 
-extern const CwKind kAcAddresses; ///< each value that is set is one more entry of the list
+extern const CwKind kAcAddresses; ///< setting a value appends it to the list
 extern const CwKind kAcHostnames; ///< likewise
 
 inline constexpr char kAddAcAddressHelp[] = "Add AC static IP address (A.B.C.D).";
@@ -30,14 +30,16 @@ inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B
 inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string).";
 inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
 
-/// `add`: a new address is checked against the limit of the commands and the list; a surplus name is dropped silently;
-/// an item that is no list takes nothing. Marks the record changed and returns 0, or says why not and returns -1.
+/// `add`. An address must be new and the list below its limit. A name that exceeds the limit is dropped without a
+/// message. An item that is no list is not changed. Marks the record as changed and returns 0, or prints a message and
+/// returns -1.
 int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config);
 
-/// `del`: marks the record changed and returns 0, or says why not and returns -1.
+/// `del`. Marks the record as changed and returns 0, or prints a message and returns -1.
 int cwConfListDelete(const CwItem& item, const char* value, CwConfig& config);
 
-/// Puts the value in an entry of a list and marks the record changed. A value that is refused is answered by a message.
+/// Puts a value in an entry of a list, as CwList::put() does, and marks the record as changed. Prints a message if the
+/// value is refused.
 void cwConfListPut(const CwItem& item, int entry, const char* value, CwConfig& config);
 
 #endif

@@ -5,7 +5,8 @@
 namespace
 {
 
-/// The servers that the ignored items would switch are gone; the file keeps their lines, the display does not.
+/// The ignored items belong to servers that do not exist any longer. The file keeps their lines; the display omits
+/// them.
 bool isShown(const CwItem& item)
 {
     return item.kind != &kIgnored.kind;

@@ -5,14 +5,14 @@
 
 #include "conf/cw_items.h"
 
-/// Shows the process's record in the manner of its file.
+/// Prints the process's record in the order of the file.
 void cwConfShowAll();
 
-/// Shows the row of `key`, or every row when it is null; for a list, its commands. A key
-/// without a row shows nothing.
+/// Prints the row of `key`, or all rows if `key` is null. The row of a list shows its commands. A key without a row
+/// prints nothing.
 void cwConfShowItem(const char* key, const CwConfig& config);
 
-/// Shows the values of a list, their number first.
+/// Prints the number of a list's values, and then the values.
 void cwConfShowList(const CwItem& item, const CwConfig& config);
 
 #endif

@@ -1,4 +1,4 @@
-// Whether a configuration file is still the one that the session knows.
+// Notices when a configuration file has changed since the session has read or written it.
 
 #ifndef CONF_FILE_WATCH_H
 #define CONF_FILE_WATCH_H
@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <optional>
 
-/// Modification time of a file, cut to the width of the records' field, and its number on the disk: some file systems
-/// count only seconds, but a file that was replaced is another one.
+/// Modification time of a file, with the seconds cut to the width of the records' field, and its inode number. Some
+/// file systems store whole seconds only; a file that was replaced has another inode number.
 struct ConfFileTime {
     std::uint32_t seconds;
     std::uint32_t nanoseconds;
@@ -18,27 +18,26 @@ struct ConfFileTime {
 
 enum class ConfFileStatus : std::uint8_t {
     kKnown,
-    kMissing, ///< there is no such file
-    kUnknown, ///< its status cannot be had; it may still be readable
+    kMissing, ///< the file does not exist
+    kUnknown, ///< stat() failed; the file may still be readable
 };
 
 /// Stores the modification time of a device file, zeros unless it is known.
 ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
 
-/// The state of a configuration file, as a session last read or wrote it.
+/// The state of a configuration file when the session last read or wrote it.
 class FileWatch
 {
 public:
     explicit constexpr FileWatch(const char* devicePath) : path_(devicePath) {}
 
-    /// Whether there is a file, readable or not.
+    /// Whether the file exists.
     [[nodiscard]] bool exists() const;
 
-    /// Whether the file may hold what the session has not seen: it is another than the one last read or written, or the
-    /// last attempt to read it failed.
+    /// Whether the file differs from the one last read or written, or the last attempt to read it failed.
     [[nodiscard]] bool hasChanged() const;
 
-    /// Whether the file can be read to its end. Reads it, says nothing and keeps nothing.
+    /// Whether the file can be read to its end. Reads it without a message and discards what it has read.
     [[nodiscard]] bool canBeRead() const;
 
     /// Whether the file was written after the snapshot of the record was taken.
@@ -47,18 +46,19 @@ public:
     /// Modification time of the file last read, in seconds; 0 before the first.
     [[nodiscard]] std::uint32_t seconds() const { return known_ ? known_->seconds : 0; }
 
-    /// Has `take` read the file, which returns whether it could, and says so if not. The failure is said once for a
-    /// file in one state: `take` is then not called again until the file can be read. Returns whether it was read.
+    /// Calls `take`, which reads the file and returns true, or prints a message and returns false. After a failure,
+    /// `take` is not called again until the file has changed or can be read, so the message is printed once. Returns
+    /// whether the file was read.
     template <typename Take>
     bool read(Take take);
 
-    /// Before the file is written over: has `take` read what the session has not seen. False, which is said each time,
-    /// if that cannot be read.
+    /// To be called before the file is replaced. Calls `take` to read the file if it has changed. Prints a message each
+    /// time and returns false if it has changed and cannot be read.
     template <typename Take>
     bool catchUp(Take take);
 
-    /// To be called when the session has written the file. The next refresh reads it back, unless it has the same
-    /// second as the file before it: then the snapshot is left behind.
+    /// To be called when the session has written the file. If the modification times of the old and the new file are in
+    /// different seconds, the next refresh reads the file. Otherwise isNewerThanSnapshot() is true from now on.
     void noteWritten();
 
 private:
@@ -67,7 +67,7 @@ private:
 
     const char* path_;
     std::optional<ConfFileTime> known_;      ///< of the file last read or written
-    std::optional<ConfFileTime> unreadable_; ///< of the file that could not be read, which was said
+    std::optional<ConfFileTime> unreadable_; ///< of the file for which the message was printed
     bool isNewerThanSnapshot_ = false;
 };
 

@@ -11,7 +11,7 @@
 namespace
 {
 
-/// The handlers see the node's name, the key and the value: too few words to set anything.
+/// The handlers get three words: the node's name, the key and the value. To set an item they would need four.
 void replayItem(cli_node& node, char* key, char* value)
 {
     cli_node* child = findChild(node, key);

@@ -3,12 +3,12 @@
 #ifndef CONF_REPLAY_H
 #define CONF_REPLAY_H
 
-/// Splits one line of a configuration file in place. 1: a comment; 0: `key` and `value` are set; -1: no item, an empty
-/// line included, which is said.
+/// Splits one line of a configuration file in place. Returns 1 for a comment and 0 if `key` and `value` are set. Prints
+/// a message and returns -1 for any other line, including an empty one.
 int _sysConfRead(char* line, char** key, char** value);
 
-/// Hands every line of "/cfg/sys.conf" to its `config system` handler, in the display form; bad lines are reported.
-/// Always 0.
+/// Calls the `config system` handler of each line of "/cfg/sys.conf", in the form that displays an item. Prints a
+/// message for a bad line. Always 0.
 int confReplay();
 
 #endif

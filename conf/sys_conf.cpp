@@ -78,7 +78,8 @@ bool readSysFile(SysConfig& config)
     return isRead;
 }
 
-/// Has the process's record hold what others have written. False, which is said, when that cannot be read.
+/// Reads the file into the process's record if another shell has changed it. Prints a message and returns false if it
+/// cannot be read.
 bool catchUp()
 {
     return sysFile.catchUp([] { return readSysFile(sysConfig); });
@@ -86,7 +87,7 @@ bool catchUp()
 
 } // namespace
 
-// The items go to a copy first: a file that cannot be read to its end counts for nothing.
+// Reads into a copy, so that a file that cannot be read to its end changes nothing.
 int sysConfRead(SysConfig& config)
 {
     ConfItems items("sysConfRead", kSysConfFile);

@@ -20,33 +20,35 @@ struct SysConfig {
 /// The process's record.
 extern SysConfig sysConfig;
 
-/// Reads the file into the record; the device serial number is the host name where the file gives none, and when it
-/// cannot be opened. 0, or -1 when it cannot be opened or not be read to its end, which is said; everything else is
-/// then as it was.
+/// Reads the file into the record. If the file has no host name or cannot be opened, the host name is the serial number
+/// of the device. Returns 0. If the file cannot be opened or read to its end, prints a message and returns -1; the
+/// other items are then unchanged.
 int sysConfRead(SysConfig& config);
 
-/// Applies one item of the file; keys that are not the record's are ignored, texts cut to their fields. Always 0.
+/// Applies one item of the file. Ignores unknown keys. Cuts texts to their fields. Always 0.
 int sysConfSetItem(const char* key, const char* value, SysConfig& config);
 
-/// Replaces the file by the process's record. 0, or -1 when it cannot be written; the old file then stays.
+/// Replaces the file by the process's record. Returns 0, or -1 if the file cannot be written; the old file is then
+/// unchanged.
 int sysConfWrite();
 
-/// Re-reads the file when it is another than the one last read, or could not be read. That it cannot be read is said
-/// once for a file in one state.
+/// Reads the file if it has changed since it was last read, or could not be read then. If it cannot be read, prints a
+/// message once for each state of the file.
 void sysConfRefresh(SysConfig& config);
 
-/// Reads the file whatever its time. A failure is said likewise.
+/// Reads the file. Prints messages like sysConfRefresh().
 void sysConfLoad(SysConfig& config);
 
-/// Applies one item to the process's record and writes the file. What other shells wrote meanwhile is kept. 0, or -1
-/// when the file cannot be written, or is there and cannot be read, which is said; it then stays. What could not be
-/// written is in the record nevertheless.
+/// Reads the file if another shell has changed it, applies one item to the process's record, and writes the file.
+/// Returns 0. If the file cannot be written, or exists and cannot be read, prints a message and returns -1; the file is
+/// then unchanged, but the record has the new value.
 int sysConfChange(const char* key, const char* value);
 
-/// Writes the file anew from the process's record, with what other shells wrote meanwhile. 0 or -1 likewise.
+/// Reads the file if another shell has changed it, and writes it from the process's record. Returns like
+/// sysConfChange().
 int sysConfCommit();
 
-/// Refreshes the record and shows the row of `item`, or every row when it is null.
+/// Refreshes the record and prints the row of `item`, or all rows if `item` is null.
 void sysConfShow(const char* item, SysConfig& config);
 
 #endif

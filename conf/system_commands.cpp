@@ -18,7 +18,8 @@
 namespace
 {
 
-/// Shows or sets an item: `apply` checks the value and makes it effective; anything but 0 ends the command with it.
+/// Shows or sets an item. `apply` checks the value and puts it into effect. If it returns another value than 0, that is
+/// the result of the command and nothing is written.
 int systemItem(int argc, char** argv, int (*apply)(const char* value))
 {
     if (argc != 3 && argc != 4) {
@@ -53,7 +54,7 @@ int applyFactorysn(const char* value)
     return 0;
 }
 
-// Composed first: an address that does not fit must not cost the old ones.
+// Composes the second command before it runs the first one: if the address is too long, the old addresses are kept.
 int applyMgmtAddr(const char* value)
 {
     char command[kCommandLength + 1];
@@ -63,7 +64,7 @@ int applyMgmtAddr(const char* value)
     return runCommand(command);
 }
 
-// The tools that take up the name would take one that begins with '-' for an option.
+// The tools would take a name that begins with '-' for an option.
 int applyHostname(const char* value)
 {
     constexpr int kTooLong = -2;
@@ -102,7 +103,7 @@ const ConsoleSpeed* consoleSpeedOf(int baudrate)
     return nullptr;
 }
 
-/// Null, or what went wrong.
+/// Returns null, or an error message.
 const char* setConsoleSpeed(int fd, speed_t speed)
 {
     termios options;

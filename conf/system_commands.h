@@ -7,16 +7,16 @@
 
 int factorysnCommand(int argc, char** argv);
 
-/// Gives the address to the device's interface. When that fails, returns the tool's wait status and writes nothing.
+/// Sets the address of the device's interface. If that fails, returns the wait status of the tool and writes no file.
 int mgmtAddrCommand(int argc, char** argv);
 
-/// Has the tools `hostname` and `qln-set-hostname` take up a legal name, too.
+/// Passes a valid name to the tools `hostname` and `qln-set-hostname`, too.
 int hostnameCommand(int argc, char** argv);
 
 /// Sets the speed of the console, too.
 int baudrateCommand(int argc, char** argv);
 
-/// Tells the idle guard of the next sessions, too.
+/// Writes the idle time of the next sessions to its file, too.
 int adminTimeoutCommand(int argc, char** argv);
 
 #endif
