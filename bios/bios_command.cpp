@@ -22,7 +22,7 @@ namespace
 
 constexpr char kTftpOutputFile[] = "/tmp/cmd_output";
 constexpr char kTftpCommand[] = "tftp %s -g -r %s -l %s > %s\n";
-constexpr std::size_t kTftpCommandSize = 256; ///< with the paths as they are on the device
+constexpr std::size_t kTftpCommandSize = 256; ///< limit of the command with device paths
 
 constexpr const char* kUsage[] = {
     "\t bios - BIOS platform information test \n",
@@ -94,7 +94,7 @@ void biosShowMac()
         cli_printf("%s\n", macText(mac).text);
 }
 
-/// Whether a folder of a path below "/tmp" is a link, which may lead out of it.
+/// Whether a folder in a path below "/tmp" is a symbolic link, which may lead out of "/tmp".
 bool leadsThroughLink(const char* devicePath)
 {
     char folder[kRomPathSize];
@@ -108,7 +108,7 @@ bool leadsThroughLink(const char* devicePath)
     return false;
 }
 
-/// Whether there is a plain file of this user that has one name.
+/// Whether the path is a regular file of this user without other hard links.
 bool isOwnFile(const char* devicePath)
 {
     struct stat status;
@@ -116,8 +116,8 @@ bool isOwnFile(const char* devicePath)
            status.st_uid == geteuid();
 }
 
-/// Makes a file that a tool will write to, so that nobody can plant a link at its name before the tool opens it. False
-/// if it cannot be made. In a folder that is missing the tool fails by itself.
+/// Creates the file that a tool will write, so that nobody can plant a link at its name before the tool opens it. False
+/// if it cannot be created. A missing folder is no failure here, because the tool reports it.
 bool makeForTool(const char* devicePath)
 {
     return !leadsThroughLink(devicePath) && (makePrivateFile(devicePath) || errno == ENOENT);
@@ -131,7 +131,7 @@ void removeEmptyFile(const char* devicePath)
         unlink(file.path());
 }
 
-/// Fetches `file` into "/tmp", where `save` expects it, and shows what the TFTP client said.
+/// Fetches `file` into "/tmp", where `save` reads it, and prints the output of the TFTP client.
 void biosTftpGet(const char* server, const char* file)
 {
     char path[kRomPathSize];
@@ -143,7 +143,7 @@ void biosTftpGet(const char* server, const char* file)
     if (!composeCommand(command, kTftpCommand, server, file, path, kTftpOutputFile))
         return;
 
-    // An image that was fetched before stays until the client overwrites it.
+    // Keep an image that was fetched before: if this fetch fails, the image is still there.
     const bool isKept = isOwnFile(path) && !leadsThroughLink(path);
     const bool isLogMade = makeForTool(kTftpOutputFile);
     if (!isLogMade || (!isKept && !makeForTool(path))) {

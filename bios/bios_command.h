@@ -10,8 +10,8 @@
 /// Children of `bios` and of `memdbg`.
 extern std::array<cli_node, 11> biosTable;
 
-/// The handler of every row: the second word names what is done, to one or two more words where it takes them; anything
-/// else, and another number of words, draws the usage. Always 0.
+/// The handler of every row. The second word names the operation; some operations take one or two more words. An
+/// unknown operation and a wrong number of words print the usage. Always 0.
 int biosCommand(int argc, char** argv);
 
 #endif

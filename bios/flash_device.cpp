@@ -29,7 +29,7 @@ int openNode(const char* path, int flags)
     return open(DeviceFile(path).path(), flags | O_CLOEXEC);
 }
 
-/// Opens the device for writing and closes it again. False if it cannot be opened: this system has another path for it.
+/// Opens the device for writing and closes it. False if it cannot be opened, because the system uses another path.
 bool tryToOpen(const char* path)
 {
     const int fd = openNode(path, O_RDWR | O_SYNC);
@@ -60,7 +60,7 @@ LockOutcome waitForLock(int fd)
     return LockOutcome::kTimedOut;
 }
 
-/// ioctl() with a request of the type that the C library gives it.
+/// Calls ioctl(). The type of the request differs between C libraries.
 template <typename Request>
 int control(int (*ioctl)(int, Request, ...), int fd, unsigned long request, erase_info_user& block)
 {
@@ -129,7 +129,7 @@ ssize_t FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) con
     });
 }
 
-/// Each piece lies in one block.
+/// Writes the bytes of each erase block by a separate call.
 void FlashDevice::write(std::size_t offset, const void* bytes, std::size_t size) const
 {
     const char* piece = static_cast<const char*>(bytes);
@@ -177,7 +177,7 @@ void FlashDevice::erase()
     }
 }
 
-/// Most kernels leave these requests to the character device.
+/// Most kernels support these requests on the character device only.
 void FlashDevice::eraseRequest(unsigned long request, erase_info_user& block)
 {
     if (control(ioctl, fd_, request, block) == 0 || (errno != ENOTTY && errno != EINVAL))

@@ -1,4 +1,4 @@
-// The open "bios" partition.
+// The flash partition named "bios".
 
 #ifndef BIOS_FLASH_DEVICE_H
 #define BIOS_FLASH_DEVICE_H
@@ -10,12 +10,13 @@
 
 struct erase_info_user;
 
-/// Writes the device path of the partition named "bios" into `path`. 0, or -1 with `path` as it was if there is none.
+/// Writes the device path of the partition named "bios" to `path` and returns 0. If there is none, returns -1 and
+/// leaves `path` unchanged.
 int biosFindMtdDevice(char* path, std::size_t size);
 
-/// Opens the partition, locks it against other objects of this class, and closes it at the end. Another process's lock
-/// is waited for for at most five seconds, then ignored; an interrupt while waiting leaves the partition closed. While
-/// it is closed, nothing is read, written or erased.
+/// The open partition. The constructor opens it and takes an advisory lock, for which it waits at most five seconds. If
+/// another process keeps the lock for longer, the lock is ignored. If an interrupt arrives while it waits, the
+/// partition is closed. On a closed partition, all operations do nothing.
 class FlashDevice
 {
 public:
@@ -28,22 +29,21 @@ public:
 
     [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
 
-    /// Lets other processes use the partition until lock() takes it back, as the constructor took it.
+    /// Releases the lock; lock() takes it again, like the constructor.
     void unlock() const;
     void lock();
 
-    /// Reads `size` bytes; those that the partition does not have are left alone. Returns how many were read, or -1.
+    /// Reads `size` bytes, fewer at the end of the partition. Returns the number of bytes, or -1.
     ssize_t read(std::size_t offset, void* bytes, std::size_t size) const;
 
-    /// Writes `size` bytes. A block that holds its bytes already is left out: some flash is erased and programmed by
-    /// the block, and a power cut meanwhile loses it. A write of one slot is one call to the system: it happens whole
-    /// or not at all.
+    /// Writes `size` bytes. Skips an erase block whose bytes are the same already, because some drivers erase and
+    /// program the whole block, and a power cut in between loses it. A slot is written by one system call.
     void write(std::size_t offset, const void* bytes, std::size_t size) const;
 
     /// Whether the stored checksum matches.
     [[nodiscard]] bool crcMatches() const;
 
-    /// Stores the checksum of `image`, or of the partition as it stands when that is null. False when it fails.
+    /// Stores the checksum of `image`, or of the partition if `image` is null. False if that fails.
     [[nodiscard]] bool storeCrc(const FlashImage* image) const;
 
     /// Unlocks and erases every block.
@@ -57,8 +57,8 @@ private:
 
     char path_[kPathSize]{};
     int fd_ = -1;
-    bool isLockIgnored_ = false; ///< another process did not give it up in time
-    int characterFd_ = -1; ///< of the same partition's character device, opened by the first request that needs it
+    bool isLockIgnored_ = false; ///< another process has kept the lock for too long
+    int characterFd_ = -1; ///< the character device of the same partition; opened by the first request that needs it
 };
 
 #endif

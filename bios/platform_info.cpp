@@ -27,7 +27,7 @@ constexpr char kRomNameCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmno
 constexpr std::size_t kDumpLineBytes = 50;
 constexpr std::size_t kDumpByteWidth = 3;
 
-/// Copies as much of `text` as fits and terminates it; what the field held beyond stays.
+/// Copies `text`, cut to the field, and a terminator. The bytes behind the terminator are unchanged.
 void setField(char (&field)[kFlashSlotSize + 1], const char* text)
 {
     const std::size_t length = strnlen(text, kFlashSlotSize);
@@ -40,7 +40,7 @@ void fillSlot(char (&slot)[kFlashSlotSize], const char (&field)[kFlashSlotSize +
     std::memcpy(slot, field, strnlen(field, kFlashSlotSize));
 }
 
-/// An image of zeros on the heap, which may be null.
+/// An image of zeros on the heap. Null if there is no memory.
 class ImageBuffer
 {
 public:
@@ -84,7 +84,7 @@ int readField(const char* operation, std::size_t offset, char* text, std::size_t
     return 0;
 }
 
-/// Writes one field; the checksum is then that of the partition as it stands.
+/// Writes one field and stores the checksum of the partition.
 int writeField(const FlashDevice& device, const char* operation, std::size_t offset, const char* text, std::size_t size)
 {
     if (!device.isOpen())
@@ -94,7 +94,7 @@ int writeField(const FlashDevice& device, const char* operation, std::size_t off
     return 0;
 }
 
-/// A line ends behind every byte whose number is divisible by 50: the first line holds one byte, as ever.
+/// A line ends behind every byte whose index is divisible by 50, so the first line has one byte. This format is kept.
 void printDump(const FlashImage& image)
 {
     const GatheredOutput gathered;
@@ -130,7 +130,7 @@ int biosDumpRawInfo()
     FlashDevice device(FlashDevice::Access::kRead);
     FlashImage image{};
     device.read(0, &image, sizeof image);
-    // Other processes do not wait until a slow terminal has taken the dump.
+    // Release the lock while the dump is printed, because the terminal may be slow.
     device.unlock();
     printDump(image);
     device.lock();

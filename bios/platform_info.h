@@ -1,7 +1,7 @@
 // The factory record in the "bios" flash partition.
 //
-// Every operation finds and opens the partition afresh. 0: done; -1: the partition, or a file that it is written from,
-// does not open. A checksum that does not match or cannot be stored is a message, never a failure.
+// Every operation finds and opens the partition. It returns 0, or -1 if the partition or an input file cannot be
+// opened. If the checksum does not match or cannot be stored, the operation prints a message and does not fail.
 
 #ifndef BIOS_PLATFORM_INFO_H
 #define BIOS_PLATFORM_INFO_H
@@ -17,7 +17,7 @@ extern PlatformInfo platformInfo;
 /// Unlocks and erases both erase blocks. Always 0.
 int biosErase();
 
-/// Says the whole partition in hexadecimal, zeros when it cannot be read. Always 0.
+/// Prints the whole partition in hexadecimal; zeros if it cannot be read. Always 0.
 int biosDumpRawInfo();
 
 /// Writes a whole image that holds `info` and is zero elsewhere. The MAC address is written as 6 raw bytes.
@@ -26,27 +26,28 @@ int biosFlushPlatformInfo(const PlatformInfo& info);
 /// Fills the process's record with the built-in defaults and flushes it.
 int biosSetDefaultRecord();
 
-/// Writes the first 262144 bytes of the device file `path` as the whole image. A file that is shorter, or that cannot
-/// be read, is refused with -1 and changes nothing.
+/// Writes the first 262144 bytes of the device file `path` to the partition. Returns -1 and changes nothing if the file
+/// is shorter or cannot be read.
 int biosSaveToFlash(const char* path);
 
 /// Saves the factory's ROM file.
 int biosSaveDefaultRom();
 
-/// Longer than any name that a line can hold, behind the folder.
+/// Room for the longest name that a line can hold, behind the folder.
 inline constexpr std::size_t kRomPathSize = 1024;
 
-/// The device path of the ROM file `name` below "/tmp". A name that leads out of it, that begins like an option, or
-/// that has another character than letters, digits and "._-/" is refused with a message: false.
+/// Composes the device path of the ROM file `name` below "/tmp". Prints a message and returns false if the name leads
+/// out of
+/// "/tmp", begins with '-', or has characters other than letters, digits and "._-/".
 bool biosRomFilePath(char (&path)[kRomPathSize], const char* name);
 
-/// Saves the ROM file `name` from "/tmp"; a refused name is -1.
+/// Saves the ROM file `name` from "/tmp". Returns -1 if the name is refused.
 int biosSaveRomFile(const char* name);
 
-/// Converts 12 hexadecimal digits. A character that is none: -1, and `mac` is left alone.
+/// Parses 12 hexadecimal digits. Returns -1 and leaves `mac` unchanged if a character is no digit.
 int biosHexToMac(const char (&digits)[kMacDigits], std::uint8_t (&mac)[kMacSize]);
 
-/// Reads a MAC address that stands in its text form; `mac` is left alone when it does not.
+/// Reads the MAC address if it is stored as text. Otherwise leaves `mac` unchanged.
 int biosGetOemMac(std::uint8_t (&mac)[kMacSize]);
 
 /// Reads the part number, 9 characters and a terminator.
@@ -58,7 +59,8 @@ int biosGetOemSn(char (&text)[17]);
 /// Reads the region code, one byte without a terminator.
 int biosGetRegCode(char& letter);
 
-/// Writes the first 12 hexadecimal digits of `text`, whatever separates them. Fewer are refused with a message and -1.
+/// Writes the first 12 hexadecimal digits of `text`; ignores other characters. Prints a message and returns -1 if there
+/// are fewer digits.
 int biosSetMac(const char* text);
 
 /// Copies `text`, cut to 16 characters, into the process's record and writes that field's first 16 bytes.

@@ -31,8 +31,8 @@ int oemCommand(int argc, char** argv)
     return 0;
 }
 
-/// The parent process, known by its command line. A look at it leaves what it found in a temporary file of this
-/// process; where that cannot be written, the command line is read directly, so that a full "/tmp" opens no door.
+/// The command line of the parent process. It is copied to a temporary file by the system shell. If the file cannot be
+/// written, the command line is read directly, so that a full "/tmp" does not disable the checks.
 class Parent
 {
 public:
@@ -66,7 +66,7 @@ public:
     void kill() const { runCommandf("kill -9 %d", static_cast<int>(process_)); }
 
 private:
-    /// The beginning of a file that holds words with a zero behind each.
+    /// The first bytes of a file with words that are terminated by zeros.
     class Head
     {
     public:
@@ -93,7 +93,7 @@ private:
         char bytes_[4096]{};
     };
 
-    /// Filters the command line into the file. Whether something is there then.
+    /// Writes the filtered command line to the file. False if the file is empty then.
     [[nodiscard]] bool fillFile(const char* filter) const
     {
         if (!makePrivateFile(devicePath_))
@@ -103,7 +103,7 @@ private:
         return fileSize() > 0;
     }
 
-    /// -1: there is none, or what somebody else planted at the name.
+    /// -1 if there is no file, or if it is no regular file of this user.
     [[nodiscard]] off_t fileSize() const
     {
         struct stat status;

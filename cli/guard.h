@@ -5,25 +5,28 @@
 
 #include "shell/node.h"
 
-/// Children of `oem`: `start` runs the factory mode's script, `reboot` the tool; more words do nothing. Always 0.
+/// Children of `oem`: `start` runs the script of the factory mode, `reboot` runs the tool. With more words they do
+/// nothing. Always 0.
 extern cli_node oemTable[2];
 
-/// `quit` and `exit`: says so and ends the process with 0, whatever the words.
+/// `quit` and `exit`: prints "Exit." and ends the process with status 0. Ignores its words.
 [[noreturn]] int quitCommand(int argc, char** argv);
 
-/// `reboot`: runs the tool and ends the process with 0, whatever the words.
+/// `reboot`: runs the tool and ends the process with status 0. Ignores its words.
 [[noreturn]] int rebootCommand(int argc, char** argv);
 
-/// `shell`: ends the process with 0 where a system shell waits for it, otherwise runs one and returns 0.
+/// `shell`: if the parent process is a system shell, ends the process with status 0. Otherwise runs a system shell and
+/// returns 0.
 int shellCommand(int argc, char** argv);
 
-/// `factory-reset [-n]`: asks first, unless "-n" is the only word behind it. The platform's result, 0 when refused.
+/// `factory-reset [-n]`: asks for confirmation, unless "-n" is the only word behind it. Returns the result of the
+/// platform, or 0 if the user has refused.
 int factoryResetCommand(int argc, char** argv);
 
-/// Whether this process has begun a factory reset; from then on the configuration files are not its business.
+/// Whether this process has begun a factory reset. From then on it does not read the configuration files.
 bool factoryResetStarted();
 
-/// Ends an idle session as its parent asks for: says so on telnet, ends a console's system shell too. Does not return.
+/// Ends an idle session. Below telnetd, prints "Timeout" and "exit" first. Below a system shell, kills that shell, too.
 [[noreturn]] void endIdleSession();
 
 #endif

@@ -19,13 +19,13 @@
 namespace
 {
 
-/// The shell's among the platform's applications.
+/// The shell's class among the platform's applications.
 constexpr int kInstanceClass = 3;
 
-/// Tells what a program file is, to `what` and `strings`; nothing here reads it.
+/// Identifies the program file to the tools `what` and `strings`. Nothing else reads it.
 [[gnu::used, gnu::retain]] constexpr char kIdentification[] = "@(#)cli " CLI_VERSION;
 
-/// A file that is opened later must not become the standard output.
+/// Opens missing standard descriptors, so that no file that is opened later becomes the standard output.
 void openStandardDescriptors()
 {
     int fd = STDIN_FILENO;
@@ -35,7 +35,7 @@ void openStandardDescriptors()
         close(fd);
 }
 
-/// The host name, cut so that the mark behind it fits.
+/// The host name, cut so that the mark fits behind it.
 const char* nextPrompt()
 {
     constexpr char kMark[] = "  # ";

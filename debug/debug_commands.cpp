@@ -24,13 +24,13 @@ constexpr std::int32_t kMaxSubmodules = 256;
 constexpr int kMaxCrashRecords = 2000;
 constexpr int kCrashTextSize = 101;
 
-/// A row of the table, as it is listed.
+/// A row of the list of names.
 struct ListedRow {
     const char* indentation;
     const char* name;
 };
 
-/// What `debug` and `kdebug` differ in.
+/// The differences between `debug` and `kdebug`.
 struct Facility {
     const char* noun;
     int firstKnownId; ///< a smaller id stands for an unknown name
@@ -43,8 +43,8 @@ struct Facility {
     std::span<const ListedRow> listedRows; ///< behind the names of the library
 };
 
-/// Calls an operation of the library, whose result does not matter. What it prints has to be seen at once, also when
-/// the output goes to a file.
+/// A handler that calls an operation of the library and ignores its result. Flushes the output, so that it appears at
+/// once also in a file.
 template <auto Operation>
 int call(int, char**)
 {
@@ -142,7 +142,7 @@ constexpr Facility kDebug = {
     .listedRows = kListedDebugRows,
 };
 
-/// The library reports an unknown name as the id of the first module, which therefore cannot be named.
+/// The library returns the id of the first module for an unknown name, so the first module cannot be selected.
 constexpr Facility kKernelDebug = {
     .noun = "kmodule",
     .firstKnownId = 1,
@@ -285,7 +285,8 @@ constinit cli_node crashTable[] = {
     command("show", "show crash info", showCrashCommand),
 };
 
-/// Gives `row` a child for each submodule, with the children `switches`, and the verbs. 0, or -1 without memory.
+/// Gives `row` a child for each submodule, which has the children `switches`, and the verbs. Returns 0, or -1 if there
+/// is no memory.
 int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> switches)
 {
     if (module.count <= 0 || module.submodules == nullptr)
@@ -313,7 +314,8 @@ int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> s
     return 0;
 }
 
-/// Puts the library's modules into the rows at the beginning of a table. 0, or -1 without memory; what was built stays.
+/// Puts the library's modules into the first rows of a table. Returns 0, or -1 if there is no memory; the rows that
+/// were built stay.
 int addModules(std::span<cli_node> table, std::span<const dbg_module> modules, const char* (*nameOf)(int),
                std::span<cli_node> switches)
 {

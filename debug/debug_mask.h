@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <span>
 
-/// The switch of a submodule. It is formed in 32 bits, from the id modulo 32, and widened with its sign as the daemons
-/// do it: that of id 31 covers the whole high half, and the high half has no switches of its own.
+/// The switch of a submodule: bit (id modulo 32) of a signed 32-bit value, widened to 64 bits with its sign, as the
+/// daemons do it. So the switch of id 31 covers the whole high half, and no other switch has a bit there.
 constexpr std::uint64_t debugSwitch(int submodule)
 {
     const auto bit = static_cast<std::int32_t>(std::uint32_t{1} << (static_cast<unsigned>(submodule) % 32));
@@ -18,7 +18,7 @@ constexpr std::uint64_t debugSwitch(int submodule)
 /// Every switch of a mask.
 inline constexpr std::uint64_t kAllDebugSwitches = ~std::uint64_t{0};
 
-/// Turns `switches` of the mask `index` on or off. A mask beyond the last one does not exist: nothing happens.
+/// Turns `switches` of the mask `index` on or off. Does nothing if there is no such mask.
 constexpr void turnDebugSwitches(std::span<std::uint64_t> masks, int index, std::uint64_t switches, bool on)
 {
     if (index < 0 || static_cast<std::size_t>(index) >= masks.size())

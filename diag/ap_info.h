@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-/// Shows the reply to the access-point query.
+/// Prints the reply to the access-point query.
 void printApInfo(std::span<const std::uint8_t> reply);
 
 #endif

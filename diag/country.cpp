@@ -18,7 +18,7 @@
 namespace
 {
 
-/// What the driver has to be told again after a change of country.
+/// Settings that the driver loses when the country changes.
 struct RadioSetup {
     const char* interface;
     int channelWidth;

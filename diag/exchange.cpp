@@ -27,8 +27,8 @@ void release(void* buffer)
         ipcmsg_free(buffer);
 }
 
-/// Owner of the channel's buffers for one exchange. Nothing leaves the process, and nothing is shown, that was not put
-/// there: both buffers start as zeros.
+/// Owns the channel's buffers for one exchange. Both buffers are set to zero first, so no other bytes are sent or
+/// printed.
 class Exchange
 {
 public:
@@ -53,7 +53,7 @@ public:
 
     [[nodiscard]] bool send(int type) const { return ipcmsg_send(kDaemon, 0, type, request_, requestLength_) == 0; }
 
-    /// A length that the channel cannot have received is cut to what the buffer holds.
+    /// Cuts the received length to the size of the buffer.
     bool ask(int type)
     {
         const int capacity = replyLength_;

@@ -6,28 +6,28 @@
 #include <cstdint>
 #include <span>
 
-/// Said where the daemon cannot be asked.
+/// Printed if the daemon cannot be asked.
 inline constexpr char kSystemIsBusy[] = "System is busy, please try again.\n";
 
-/// Shows a reply. `reply` holds the bytes that were received, no more.
+/// Prints a reply. `reply` holds only the bytes that were received.
 using ReplyPrinter = void (*)(std::span<const std::uint8_t> reply);
 
 /// One question to the daemon.
 struct StatusQuery {
     int type;             ///< message type
     int capacity;         ///< longest reply, bytes
-    const char* noAnswer; ///< what to say when there is no answer; null: the reply is shown as it stands, zeroed
+    const char* noAnswer; ///< printed if there is no answer; null: a reply of zeros is printed
     ReplyPrinter print;
 };
 
 /// Length of a query's request, bytes.
 inline constexpr int kQueryRequestLength = 2;
 
-/// Asks the daemon and shows the answer, waiting at most ten seconds. 0, or -1 without a word when the channel has no
-/// buffers.
+/// Sends a query to the daemon, waits at most ten seconds for the answer, and prints it. Returns 0, or -1 without a
+/// message if the channel has no buffers.
 int queryDaemon(const StatusQuery& query, std::span<const std::uint8_t, kQueryRequestLength> request);
 
-/// Sends one message that is not answered, and says so when it could not be sent. 0, or -1 without a word when the
+/// Sends a message that has no answer. Prints a message if it cannot be sent. Returns 0, or -1 without a message if the
 /// channel has no buffer.
 int sendToDaemon(int type, std::span<const std::uint8_t> message);
 

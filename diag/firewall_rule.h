@@ -73,8 +73,8 @@ inline constexpr int kRuleSingleLine = 2;
 inline constexpr int kRuleHeading4 = 4;
 inline constexpr int kRuleHeading6 = 6;
 
-/// Writes the line of `rule`, or without a rule the line of `kind`, cut to `size` - 1 characters. Another kind changes
-/// nothing but the last of the `size` bytes, which is always zero. Returns `buffer`, which may be null.
+/// Writes the line of `rule`, or the line of `kind` if `rule` is null, cut to `size` - 1 characters. An unknown kind
+/// writes nothing. The last of the `size` bytes is always set to zero. Returns `buffer`, which may be null.
 char* firewallFormatRule4(const FirewallRule4* rule, int kind, char* buffer, std::size_t size);
 char* firewallFormatRule6(const FirewallRule6* rule, int kind, char* buffer, std::size_t size);
 

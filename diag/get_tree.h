@@ -5,8 +5,8 @@
 
 #include "shell/node.h"
 
-/// Children of `get`: `vap`, `wtp`, `radio`, `system` and `qsky`. What asks the daemon (`vap cfg-info`, `wtp info`,
-/// `wtp stations`, `radio info`) returns what queryDaemon() does, whatever the words.
+/// Children of `get`: `vap`, `wtp`, `radio`, `system` and `qsky`. The handlers of `vap cfg-info`, `wtp info`,
+/// `wtp stations` and `radio info` ignore their words and return the result of queryDaemon().
 extern cli_node getTable[5];
 
 #endif

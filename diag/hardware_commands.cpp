@@ -18,7 +18,7 @@ namespace
 constexpr int kPowerLedLine = 57;
 constexpr timespec kLedTestTime = {1, 0};
 
-/// Buffers that a scan is tried with, one after the other.
+/// Sizes of the result buffers that are tried in turn.
 constexpr int kScanSizes[] = {16384, 32768, 65535};
 
 void readGpioLine(int line)
@@ -95,7 +95,7 @@ int ledTestCommand(int argc, char** argv)
         return -1;
     const int level = std::strcmp(argv[2], "on") == 0 ? 0 : 1;
     const int result = sys_set_led_sys_test();
-    // A resized window is no reason to hurry.
+    // A signal other than an interrupt, like that of a resized window, does not end the wait.
     timespec left = kLedTestTime;
     while (nanosleep(&left, &left) != 0 && errno == EINTR && !isInterrupted()) {
     }

@@ -3,22 +3,24 @@
 #ifndef DIAG_HARDWARE_COMMANDS_H
 #define DIAG_HARDWARE_COMMANDS_H
 
-/// `rstkt`: says whether the reset key is pressed. Always 0.
+/// `rstkt`: prints whether the reset key is pressed. Always 0.
 int rstktCommand(int argc, char** argv);
 
-/// `gpio r LINE` and `gpio w LINE VALUE`, of whose first word only the first letter counts: says what was read or
-/// written. Fewer than three words draw the format, a number that is none draws nothing. Always 0.
+/// `gpio r LINE` and `gpio w LINE VALUE`: prints the value that was read or written. Only the first letter of `r` or
+/// `w` counts. Fewer than three words print the format. A word that is no number prints nothing. Always 0.
 int gpioCommand(int argc, char** argv);
 
-/// `getscan RADIO`: a background scan on the second radio for a number above 0, otherwise on the first; its result is
-/// thrown away. Without a number the format, or nothing. 0, or -1 when there is no memory for a result.
+/// `getscan RADIO`: runs a background scan on the second radio if the number is above 0, otherwise on the first, and
+/// discards the result. Without a word prints the format. A word that is no number prints nothing. Returns 0, or -1 if
+/// there is no memory for the result.
 int getscanCommand(int argc, char** argv);
 
-/// `sptest`: runs the throughput test, unheard, and says what to associate with. Always 0.
+/// `sptest`: runs the throughput test without its output, and prints the SSIDs to associate with. Always 0.
 int sptestCommand(int argc, char** argv);
 
-/// `led_test power on|off`: lets the LEDs test themselves, waits a second and drives the power LED, whose line is low
-/// while it shines. Any word but "on" puts it out. 0, or -1 without a word when this is not the power LED.
+/// `led_test power on|off`: starts the test of all LEDs, waits a second and switches the power LED, which is on while
+/// its line is low. Any other word than "on" switches it off. Returns 0, or -1 without a message if the LED is not
+/// `power`.
 int ledTestCommand(int argc, char** argv);
 
 #endif

@@ -36,15 +36,15 @@ int countryLength(const char (&text)[4])
     return static_cast<int>(std::ranges::find_if_not(text, isLetter) - text);
 }
 
-/// The band's base, from 100 metres on plus the signal's way there and back at 6.6 microseconds a kilometre, rounded
-/// up.
+/// The base value of the band. From a distance of 100 metres on, the round-trip time of the signal is added: 6.6
+/// microseconds per kilometre, rounded up.
 int ackTimeout(int base, int metres)
 {
     constexpr int kFirstMeasured = 100;
     return metres < kFirstMeasured ? base : base + (metres * 66 + 9999) / 10000;
 }
 
-/// Where the secondary channel of a 40 MHz radio lies: 1 above, -1 below, 0 nowhere.
+/// The position of the secondary channel of a 40 MHz radio: 1 above, -1 below, 0 none.
 int secondaryOffset(bool is5GHz, int channel)
 {
     if (!is5GHz)
@@ -134,7 +134,7 @@ void printRadio(const RadioRecord& radio)
     cli_printf("\tHT20/40 coext : %d\n", radio.coexistence);
     cli_printf("\tBeacon intv   : %d\n", radio.beaconInterval);
     cli_printf("\tTx power(%%)   : %d\n", radio.txPower);
-    // The VHT label asks for this one bit alone, unlike the type's name.
+    // The VHT label depends on this bit only, unlike the name of the type.
     const bool isVht = radio.type == kVeryHighThroughput;
     if (isVht || (radio.type & kHighThroughput) != 0)
         cli_printf("\t%s mcs=%d gi=%s bw=%s\n", isVht ? "VHT param     :" : "HT param      :", radio.mcs,

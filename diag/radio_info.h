@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-/// Shows the reply to the radio query: whole records back to back, without a count.
+/// Prints the reply to the radio query: whole records back to back, without a count.
 void printRadioInfo(std::span<const std::uint8_t> reply);
 
 #endif

@@ -6,8 +6,8 @@ ReplyList replyList(std::span<const std::uint8_t> reply, std::size_t recordLengt
 {
     const auto countWord = recordAt<std::uint32_t>(reply, 0);
     const std::uint32_t count = ntohl(countWord);
-    // A list is shown only when its count word is positive as the host reads it, before conversion. On a little-endian
-    // device a count whose low byte is 128 or more thus lists nothing, which is kept.
+    // The list is printed only if the count word is positive before it is converted to host byte order. So on a
+    // little-endian device, a count whose low byte is 128 or more prints nothing. This is kept.
     if (static_cast<std::int32_t>(countWord) <= 0 || reply.size() <= ReplyList::kHeadLength)
         return {count, 0};
     const std::size_t begun = (reply.size() - ReplyList::kHeadLength + recordLength - 1) / recordLength;

@@ -1,4 +1,4 @@
-// Records of a reply. Whatever was not received reads as zero.
+// Records of a reply. Bytes that were not received read as zero.
 
 #ifndef DIAG_REPLY_H
 #define DIAG_REPLY_H

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-/// Shows the reply to the station query.
+/// Prints the reply to the station query.
 void printStationList(std::span<const std::uint8_t> reply);
 
 #endif

@@ -1,16 +1,16 @@
-// `get system` and `get qsky`: what the shell learns without the CAPWAP daemon.
+// `get system` and `get qsky`: status displays that do not ask the CAPWAP daemon.
 
 #ifndef DIAG_SYSTEM_INFO_H
 #define DIAG_SYSTEM_INFO_H
 
-/// `get system version`: the firmware's constants and the serial number of the flash record, empty where it cannot be
-/// read. The words do not matter, here and below. Always 0.
+/// `get system version`: prints the constants of the firmware and the serial number of the flash record, which is empty
+/// if it cannot be read. All handlers here ignore their words. Always 0.
 int versionCommand(int argc, char** argv);
 
-/// `get system performance`: load of processor and memory in per cent, and the platform's line of uptime. Always 0.
+/// `get system performance`: prints the load of processor and memory in per cent, and the uptime. Always 0.
 int performanceCommand(int argc, char** argv);
 
-/// `get qsky info`: what the diagnostic tool says of the cloud. Always 0.
+/// `get qsky info`: runs the diagnostic tool for the cloud. Always 0.
 int cloudInfoCommand(int argc, char** argv);
 
 #endif

@@ -1,4 +1,4 @@
-// Codes as the displays show them.
+// Names of codes for the displays.
 
 #ifndef DIAG_VALUE_NAMES_H
 #define DIAG_VALUE_NAMES_H

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-/// Shows the reply to the VAP query.
+/// Prints the reply to the VAP query.
 void printVapList(std::span<const std::uint8_t> reply);
 
 #endif
