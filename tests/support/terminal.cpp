@@ -26,7 +26,7 @@ constexpr int kPollTime = 20;                 ///< milliseconds
 
 [[noreturn]] void become(const Program& program)
 {
-    std::signal(SIGPIPE, SIG_DFL); // whoever runs the tests may ignore it
+    std::signal(SIGPIPE, SIG_DFL); // the parent process may ignore it
     setenv("TERM", "xterm", 1);
     for (const char* name : {"LINES", "COLUMNS", "INPUTRC"})
         unsetenv(name);
