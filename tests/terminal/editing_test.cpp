@@ -48,6 +48,7 @@ TEST_F(Editing, CompletesWords)
         {"get \x14\x14\x14", "get "},
         {"pin\x14\x14", "ping "},
         {"c\x14\x14", "cw_debug "},
+        {"x\x14\x14", "xy "},
         {"  con\tcap\tti\tst\t", "  config capwap timers statistics-timer "},
         {"Con\t", "Con"},
         {"con wtp\001\006\006\006\t\005", "config wtp"},
@@ -57,7 +58,7 @@ TEST_F(Editing, CompletesWords)
         {"nosuch con\t", "nosuch con"},
         {"debug nosuch debug al\t", "debug nosuch debug al"},
     };
-    writeFile("/etc/profile", "alias ping='ifconfig'\n");
+    writeFile("/etc/profile", "alias ping='ifconfig'\nalias xyz='ps'\nalias xy='ps'\n");
     writeFile("/etc/inputrc", "\"\\C-t\": menu-complete\n");
     for (const auto& example : cases) {
         Session session(shell({"INPUTRC=" + path("/etc/inputrc")}));
