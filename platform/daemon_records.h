@@ -1,8 +1,8 @@
-// What the shell and the CAPWAP daemon say to each other: message types, and the records of messages and replies.
+// The messages between the shell and the CAPWAP daemon: their types, and the records of messages and replies.
 //
-// Multi-byte fields are in host byte order, but for the number that a list begins with, whose most significant byte
-// comes first. An IPv4 address is a word with its first octet in the most significant byte. A text ends at its first
-// zero or at the end of its field.
+// Fields of several bytes are in host byte order. The number at the beginning of a list is in network byte order. An
+// IPv4 address is a word with the first octet in the most significant byte. A text ends at its first zero or at the end
+// of its field.
 
 #ifndef PLATFORM_DAEMON_RECORDS_H
 #define PLATFORM_DAEMON_RECORDS_H
@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Queries are answered, settings are not.
+/// Queries have a reply, settings have none.
 enum MessageType : std::int32_t {
     kQueryVaps = 1,
     kQueryAccessPoint = 2,
@@ -20,8 +20,8 @@ enum MessageType : std::int32_t {
     kSetPower = 7,
 };
 
-/// Where a LAN port's MAC address and its first split-tunnel address share a byte: which octet of the address that is
-/// depends on the host.
+/// A LAN port's MAC address and its first split-tunnel address share a byte. The byte order of the host decides which
+/// octet of the IPv4 address that is.
 union LanPortAddresses {
     std::uint8_t mac[6];
     struct [[gnu::packed]] {
@@ -62,7 +62,7 @@ static_assert(offsetof(LanPort, addresses.splitTunnel.first) == 44);
 static_assert(offsetof(LanPort, splitTunnelSecond) == 48);
 static_assert(sizeof(LanPort) == 52);
 
-/// The record but for its LAN ports, which the fields from `apMode` on overlap when there are more than eight.
+/// The record without its LAN ports. If there are more than eight, they overlap the fields from `apMode` on.
 struct [[gnu::packed]] ApInfo {
     static constexpr std::size_t kLanPortOffset = 348;
     static constexpr std::size_t kReplyLength = 2992; ///< of the reply, all its LAN ports included

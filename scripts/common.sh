@@ -1,11 +1,12 @@
 # shellcheck shell=bash
-# Shared by the scripts here. They speak on standard error: standard output belongs to what they run.
+# Shared by the scripts of this folder. They print their messages to the standard error output, because the standard output
+# is that of the programs they run.
 
-# What a build with its tests takes, and running them.
-# shellcheck disable=SC2034 # for those who source this
+# Packages for a build with its tests, and for running the tests.
+# shellcheck disable=SC2034 # used by the scripts that source this file
 test_packages=(atftpd busybox cmake g++ libgtest-dev libncurses-dev libreadline-dev libvterm-dev ninja-build procps python3)
 
-# Where what apt-get and cmake say goes.
+# The descriptor for the output of apt-get and cmake.
 output=2
 
 say() {
@@ -17,14 +18,14 @@ die() {
     exit 1
 }
 
-# apt_get WORDS...: runs apt-get as root, asking nothing.
+# apt_get WORDS...: runs apt-get as root, without questions.
 apt_get() {
     local -a become=()
     [ "$(id -u)" -eq 0 ] || become=(sudo)
     "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300 "$@" </dev/null >&"$output" 2>&1
 }
 
-# install_missing PACKAGE...: installs those of the packages that are not there.
+# install_missing PACKAGE...: installs the packages that are missing.
 install_missing() {
     if ! command -v dpkg-query >/dev/null; then
         say "this is no Debian system; expecting to find here: $*"
@@ -40,7 +41,7 @@ install_missing() {
 
     say "installing ${missing[*]}"
     [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null || die "this takes root or sudo"
-    # Package lists may be absent, or too old to fetch from.
+    # The package lists may be missing or out of date.
     compgen -G '/var/lib/apt/lists/*_Packages*' >/dev/null || apt_get update
     apt_get install -y --no-install-recommends "${missing[@]}" || {
         apt_get update
@@ -48,7 +49,7 @@ install_missing() {
     }
 }
 
-# build_preset PRESET [CMAKE OPTION...]: builds the preset; configures it only when that was not done.
+# build_preset PRESET [CMAKE OPTION...]: builds the preset. Configures it first if it was not configured.
 build_preset() {
     local preset=$1 folder=build/$1
     shift
@@ -56,7 +57,7 @@ build_preset() {
         say "configuring $folder"
         cmake --preset "$preset" "$@" </dev/null >&"$output" 2>&1
     fi
-    # Nothing to say when nothing is to be done.
+    # Print nothing if there is nothing to build.
     ninja -C "$folder" -n </dev/null 2>/dev/null | grep -q 'no work to do' && return
     say "building $folder"
     cmake --build "$folder" </dev/null >&"$output" 2>&1

@@ -30,7 +30,7 @@ void openConsole()
     mkdir(DeviceFile("/sim").path(), S_IRWXU);
     mkdir(DeviceFile(kFolder).path(), S_IRWXU);
     unlink(console.path());
-    // A device that cannot be written has no console.
+    // If the folder of the device cannot be written, there is no console.
     [[maybe_unused]] const int made = symlink(terminal, console.path());
 }
 
@@ -47,7 +47,7 @@ void writeToConsoles(const char* line)
             unlinkat(dirfd(folder), entry->d_name, 0);
             continue;
         }
-        // A terminal that takes nothing holds up nobody.
+        // Do not wait for a terminal whose output is stopped.
         const int fd = openat(dirfd(folder), entry->d_name, O_WRONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
         if (fd < 0)
             continue;

@@ -1,12 +1,12 @@
-// The terminals on which somebody sits before a shell of the device.
+// The consoles: the terminals on which a shell of the device runs.
 
 #ifndef PLATFORM_SIMULATION_CONSOLES_H
 #define PLATFORM_SIMULATION_CONSOLES_H
 
-/// Makes the terminal on standard output, if it is one, a console for as long as this process lives.
+/// If the standard output is a terminal, makes it a console while this process lives.
 void openConsole();
 
-/// Writes a line to all of them.
+/// Writes a line to all consoles.
 void writeToConsoles(const char* line);
 
 #endif

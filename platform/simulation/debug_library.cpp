@@ -1,6 +1,5 @@
-// Switches and output mode live in a small file that shell and daemon map; the logs and the crash records are text
-// files with a line for each entry. All are in the device's folder "sim". The console is every terminal with a shell of
-// the device.
+// The switches and the output mode are in a small file, which the shell and the daemon map into memory. The logs and
+// the crash records are text files with a line for each entry. All files are in the folder "sim" of the device.
 
 #include "platform/debug_library.h"
 
@@ -29,7 +28,7 @@ struct State {
     uint64_t kernelModules[kDebugKernelModuleCount];
 };
 
-/// Serves the process alone until the shared state is mapped, and when it cannot be.
+/// Used until the shared state is mapped, and if it cannot be mapped.
 constinit State privateState{};
 constinit State* state = &privateState;
 
@@ -50,7 +49,7 @@ State* mapState()
     return memory != MAP_FAILED ? static_cast<State*>(memory) : nullptr;
 }
 
-/// Maps the shared state once; 0, or -1 when the process is left with its own.
+/// Maps the shared state once. Returns 0, or -1 if it cannot be mapped.
 int attach()
 {
     if (state != &privateState)

@@ -12,7 +12,7 @@
 namespace
 {
 
-/// A log that has grown to this size starts over.
+/// A log of this size is truncated.
 constexpr off_t kLogSize = 65536;
 
 } // namespace

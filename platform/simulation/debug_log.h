@@ -7,14 +7,14 @@ inline constexpr char kSimLog[] = "/sim/debug_log";
 inline constexpr char kSimKernelLog[] = "/sim/kernel_log";
 inline constexpr char kSimCrashes[] = "/sim/crashes";
 
-/// Now, as "2026-01-31 23:59:59 UTC".
+/// The time of its construction, as "2026-01-31 23:59:59 UTC".
 struct SimTime {
     SimTime();
 
     char text[24];
 };
 
-/// Adds a line to a log, which starts over when it has grown too long.
+/// Appends a line to a log. Truncates the log first if it is too long.
 void simAddToLog(const char* devicePath, const char* line);
 
 /// Opens a file of the debug library's, which is created if it is missing. The caller closes it. -1: it cannot be

@@ -1,5 +1,5 @@
-// A file of the simulated device lies below the folder that the environment variable CLI_SIM_ROOT names. Without one no
-// path leads anywhere: the files of the machine that runs the simulation are not the device's.
+// A file of the simulated device is below the folder that the environment variable CLI_SIM_ROOT names. Without the
+// variable all paths are empty, so no file of the PC is taken for one of the device.
 
 #include "platform/device_file.h"
 

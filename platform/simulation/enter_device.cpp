@@ -1,4 +1,4 @@
-// Keeps a program on its simulated device: no typed line reaches a program or a process of the PC.
+// Confines a program to its simulated device, so that no typed line reaches a program or a process of the PC.
 
 #include "platform/simulation/enter_device.h"
 
@@ -16,11 +16,11 @@
 namespace
 {
 
-/// The root stands in PATH, and unquoted in command lines.
+/// The path of the root is part of PATH and, without quotes, of command lines.
 constexpr char kRootCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/._-";
 
-/// Gives a variable its only value: of several, programs differ in which one they take. Ends the process where there is
-/// no memory for that.
+/// Sets a variable. Removes it first, because an environment may hold a variable twice, and programs differ in which
+/// one they take. Ends the process if there is no memory.
 void setVariable(const char* app, const char* variable, const char* value)
 {
     if (unsetenv(variable) == 0 && setenv(variable, value, 1) == 0)
@@ -58,7 +58,7 @@ void enterDevice(const char* app)
         std::fprintf(stderr, "%s: %s has no tools, see platform/simulation/lay_out.\n", app, root);
         std::exit(EXIT_FAILURE);
     }
-    // An emulator of another processor would have its own name.
+    // Under an emulator the process has the name of the emulator.
     prctl(PR_SET_NAME, app);
 }
 
@@ -66,8 +66,8 @@ extern "C" {
 
 int __real_system(const char* command);
 
-/// Stands before system() for the whole program: `kill` is built into the system shell, which does not look for the
-/// device's.
+/// Replaces system() in the whole program. `kill` is built into the system shell, so the text defines a function that
+/// runs the device's `kill` instead.
 int __wrap_system(const char* command)
 {
     constexpr char kKill[] = "kill() { env kill \"$@\"; }; ";

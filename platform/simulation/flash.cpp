@@ -1,6 +1,6 @@
-// The simulated flash: a file behind "/dev/mtdblock0" that holds the partition image, as make_flash lays it out. The
-// last four bytes are a CRC-32 of all the bytes before them, least significant byte first. "/dev/mtd0", the character
-// device, is an empty file, which only takes requests. The numbers are those of the partition in "/proc/mtd".
+// The simulated flash. The file "/dev/mtdblock0" holds the image of the partition, which make_flash creates. Its last
+// four bytes are a CRC-32 of all bytes before them, least significant byte first. "/dev/mtd0", the character device, is
+// an empty file that only accepts requests. The numbers in the names are that of the partition in "/proc/mtd".
 
 #include <algorithm>
 #include <array>
@@ -42,7 +42,7 @@ constexpr auto kCrcTable = [] {
     return table;
 }();
 
-/// As it is stored.
+/// The checksum in the byte order of the flash.
 std::uint32_t crcOf(const FlashImage& image)
 {
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(&image);
@@ -66,7 +66,7 @@ void readSlot(char (&field)[kFlashSlotSize + 1], const char (&slot)[kFlashSlotSi
     field[kFlashSlotSize] = '\0';
 }
 
-/// The MAC address stands in either of its forms; raw bytes are followed by zeros, so they are never taken for digits.
+/// Reads a MAC address in either form. Raw bytes are followed by zeros, so they are never taken for digits.
 void readMac(std::uint8_t (&mac)[kMacSize], const char (&slot)[kFlashSlotSize])
 {
     char digits[kMacDigits + 1]{};
@@ -77,7 +77,7 @@ void readMac(std::uint8_t (&mac)[kMacSize], const char (&slot)[kFlashSlotSize])
         std::memcpy(mac, slot, kMacSize);
 }
 
-/// The device file of this name behind which the partition's number stands.
+/// A device file whose name ends with the number of the partition.
 class PartitionFile
 {
 public:
@@ -106,12 +106,12 @@ int openPartition(int flags)
     return fd >= 0 ? fd : open(PartitionFile("/dev/mtdblock").file().path(), flags | O_CLOEXEC);
 }
 
-/// Reads the record of an image and closes it; false when there is none.
+/// Reads the record of an image and closes the image. False if the image is shorter or not open.
 bool readRecord(int fd, PlatformInfo& info)
 {
     if (fd < 0)
         return false;
-    // A writer of whole images is let finish, within five seconds.
+    // Wait at most five seconds for a process that writes a whole image.
     for (int tries = 0; tries < 500 && flock(fd, LOCK_EX | LOCK_NB) != 0; ++tries)
         usleep(10'000);
     FlashImage image;
@@ -128,7 +128,7 @@ bool readRecord(int fd, PlatformInfo& info)
     return true;
 }
 
-/// Erased flash is 0xFF, a record that was never filled 0.
+/// Erased flash holds 0xFF, and a record that was never written holds 0.
 template <typename Byte, std::size_t Size>
 bool isBlank(const Byte (&field)[Size])
 {
@@ -136,7 +136,7 @@ bool isBlank(const Byte (&field)[Size])
                                [](Byte byte) { return byte == 0 || static_cast<std::uint8_t>(byte) == 0xFF; });
 }
 
-/// The block that may be erased: flash is locked until the kernel is asked to unlock it.
+/// The block that may be erased. Flash is locked until a request unlocks it.
 constinit erase_info_user unlockedBlock{};
 
 int refuse(int error)
@@ -145,7 +145,7 @@ int refuse(int error)
     return -1;
 }
 
-/// On a board it is the kernel's.
+/// Whether this is the simulated character device. On a board it is a device of the kernel.
 bool isSimulatedCharacterDevice(int fd)
 {
     struct stat opened;
@@ -217,8 +217,7 @@ PlatformInfo simIdentity()
 
 extern "C" {
 
-/// Stands before ioctl() for the whole program: the kernel knows the flash requests only for flash, and there only for
-/// the character device.
+/// Replaces ioctl() in the whole program, to answer the flash requests on the simulated character device.
 int __wrap_ioctl(int fd, unsigned long request, ...)
 {
     va_list arguments;
@@ -227,7 +226,7 @@ int __wrap_ioctl(int fd, unsigned long request, ...)
     va_end(arguments);
     if ((request != MEMUNLOCK && request != MEMERASE) || !isSimulatedCharacterDevice(fd)) {
         const auto result = static_cast<int>(syscall(SYS_ioctl, fd, request, argument));
-        // To an emulator of one program they are no requests of its kernel's.
+        // User-mode emulators return ENOSYS for requests that they do not know.
         return result < 0 && errno == ENOSYS ? refuse(ENOTTY) : result;
     }
     const auto& block = *static_cast<const erase_info_user*>(argument);
@@ -237,6 +236,6 @@ int __wrap_ioctl(int fd, unsigned long request, ...)
     return 0;
 }
 
-/// What the C library calls it where times were 32 bits wide once.
+/// The name of ioctl() in C libraries that once had 32-bit times.
 [[gnu::alias("__wrap_ioctl")]] int __wrap___ioctl_time64(int fd, unsigned long request, ...);
 }

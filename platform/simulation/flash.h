@@ -5,8 +5,8 @@
 
 #include "platform/flash_layout.h"
 
-/// The factory record. A MAC address and a serial number that the flash does not hold are those of the factory's ROM
-/// file, so that an access point whose flash was erased goes on.
+/// The factory record. If the flash has no MAC address or serial number, takes them from the factory's ROM file, so
+/// that an access point with an erased flash works.
 PlatformInfo simIdentity();
 
 #endif

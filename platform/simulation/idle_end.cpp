@@ -1,5 +1,5 @@
-// Tells scripts/run that the idle time has ended a session: "sim/idle_ends/<process>" then holds its seconds. The shell
-// itself ends as if it was left. It has the alarm set while it reads a line and at no other time.
+// Tells scripts/run that the idle time has ended a session: writes the seconds to "sim/idle_ends/<process>". The shell
+// sets the alarm only while it reads a line, and the exit status of the shell does not tell why it has ended.
 
 #include <cstdio>
 #include <cstdlib>
@@ -12,9 +12,9 @@ extern "C" unsigned __real_alarm(unsigned seconds);
 namespace
 {
 
-unsigned idleSeconds = 0; ///< that the alarm was last set to
+unsigned idleSeconds = 0; ///< the last value of the alarm
 
-/// At exit, when the alarm has gone off unless time is left.
+/// Called at exit. If the alarm was set and has no time left, it has gone off.
 void recordIdleEnd()
 {
     if (idleSeconds == 0 || __real_alarm(0) != 0)
@@ -26,7 +26,7 @@ void recordIdleEnd()
 
 } // namespace
 
-/// Stands before alarm() for the whole program.
+/// Replaces alarm() in the whole program.
 extern "C" unsigned __wrap_alarm(unsigned seconds)
 {
     static constinit bool isRegistered = false;

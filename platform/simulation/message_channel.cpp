@@ -15,7 +15,7 @@
 namespace
 {
 
-/// Holds SIGINT back as long as it lives: a Ctrl-C shows at the descriptor instead, and reaches its handler afterwards.
+/// Blocks SIGINT while an object lives. A Ctrl-C makes the descriptor readable, and its handler runs afterwards.
 class InterruptWatch
 {
 public:
@@ -68,7 +68,7 @@ public:
 
     [[nodiscard]] bool send(const ChannelHeader& header, const void* body, int length) const;
     [[nodiscard]] bool waitForReply(const InterruptWatch& interrupt, int timeoutMs) const;
-    /// Takes what fits and drops the rest.
+    /// Reads what fits the buffer and discards the rest.
     [[nodiscard]] bool receive(const ChannelHeader& expected, void* body, int& length) const;
 
 private:

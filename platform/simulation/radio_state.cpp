@@ -66,7 +66,7 @@ bool isIn(const ChannelMap& map, unsigned channel)
     return (map[channel / 8] >> channel % 8 & 1) != 0;
 }
 
-/// What a country allows. The radio goes on its first channel where it cannot use the configured one.
+/// Sets the channels of a country. The radio uses the configured channel, or the first one if that is not allowed.
 void setChannels(RadioRecord& record, const char* list, int configured)
 {
     ChannelRange* next = record.acRanges;
@@ -86,7 +86,7 @@ void setChannels(RadioRecord& record, const char* list, int configured)
     });
 }
 
-/// A block of 5 GHz channels that are not all allowed is halved.
+/// Halves the width until all channels of the 5 GHz block are allowed.
 uint8_t operatingWidth(const RadioRecord& record, uint8_t width)
 {
     const int place = record.channel - (record.channel < 149 ? 36 : 149);

@@ -1,4 +1,4 @@
-// The radios of the simulated device: their settings, and what follows from these by the states "bands" and
+// The radios of the simulated device. Their state is computed from their settings and the tables "bands" and
 // "channels/<country>".
 
 #ifndef PLATFORM_SIMULATION_RADIO_STATE_H
@@ -8,7 +8,7 @@
 #include "platform/simulation/regulatory_table.h"
 
 struct SimRadio {
-    char mode[16];    ///< empty: the setting "band" means none
+    char mode[16];    ///< empty: the setting "band" is invalid
     int maximumPower; ///< dBm, calibrated
     RadioRecord record;
 };
@@ -19,7 +19,8 @@ SimRadio simRadio(const char* interface);
 /// Whether the setting "band" of a radio can have this value.
 bool simIsBand(int band);
 
-/// Moves a radio to a channel that the country allows, if need be. False: no such interface, or it cannot be written.
+/// Sets the country, and moves the radio to a channel of that country if needed. False if there is no such interface or
+/// its state cannot be written.
 bool simSetCountry(const char* radio, const RegulatoryCountry& country);
 
 #endif

@@ -52,7 +52,7 @@ int simReadNumber(const char* name, int fallback)
 
 bool simWriteText(const char* name, const char* text)
 {
-    // Renamed into place, so that a reader in another process never meets half a value, nor a writer another's draft.
+    // Write a temporary file and rename it, so that a reader in another process never finds half a value.
     char path[kNameSize];
     char draftPath[kNameSize];
     devicePathOf(name, path);

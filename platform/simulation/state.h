@@ -15,14 +15,14 @@
 
 #include <cstddef>
 
-/// Reads the value `name` (for example "interfaces/wlan0/up"), terminated and without its line feed. Where there is no
-/// such file the result is false and `buffer` holds `fallback`.
+/// Reads the value `name` (for example "interfaces/wlan0/up") without its line feed. If there is no such file, copies
+/// `fallback` and returns false.
 bool simReadText(const char* name, char* buffer, std::size_t size, const char* fallback);
 
 /// The same as a decimal number.
 int simReadNumber(const char* name, int fallback);
 
-/// Replaces the value, making the folders on its way. False when it cannot be written.
+/// Replaces the value. Creates missing folders. False if it cannot be written.
 bool simWriteText(const char* name, const char* text);
 
 bool simWriteNumber(const char* name, int value);

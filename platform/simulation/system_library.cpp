@@ -1,5 +1,5 @@
-// The simulated access point's system library. What a PC has not (identity, interfaces, lines, LEDs) is state below the
-// device's root; load, memory and the terminal are the running system's.
+// The system library of the simulated access point. Identity, interfaces, lines and LEDs are state files of the device.
+// Load, memory and the terminal are those of the PC.
 
 #include "platform/system_library.h"
 
@@ -26,7 +26,7 @@ namespace
 
 constexpr std::size_t kHostnameLimit = 36;
 
-// Long enough for a rate that means something, short enough not to be felt.
+// Long enough to measure a rate, and too short to be noticed.
 constexpr timespec kLoadSample = {0, 100'000'000};
 
 const char* faultApp = "";
@@ -39,7 +39,7 @@ void say(const char* text)
         return;
 }
 
-/// Gives the terminal back as it was found and names the fault; the signal's default action then ends the process.
+/// Restores the terminal and prints the fault. Then the default action of the signal ends the process.
 void faultHandler(int signal)
 {
     if (terminalIsKnown)
@@ -61,7 +61,7 @@ void catchFaults(const char* app)
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : kFaultSignals) {
         struct sigaction present = {};
-        // A handler that stands already is a diagnostic tool's, which says more.
+        // Keep a handler that a diagnostic tool has installed.
         if (sigaction(signal, nullptr, &present) == 0 && present.sa_handler == SIG_DFL)
             sigaction(signal, &action, nullptr);
     }
@@ -114,7 +114,7 @@ int act_confirm(const char* message)
     std::printf("%sAre you sure? (y/n) ", message);
     std::fflush(stdout);
 
-    // Byte by byte: what follows this line on standard input is the shell's next command.
+    // Read byte by byte, because the input behind this line is the next command of the shell.
     char answer[8];
     std::size_t length = 0;
     char c = '\0';
