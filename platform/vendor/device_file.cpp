@@ -1,4 +1,4 @@
-// On the device a file of the device is where its path says.
+// On the device, the path of a device file is used as it is.
 
 #include "platform/device_file.h"
 

@@ -1,5 +1,4 @@
-// The least that a vendor's library set must define: mostly constants for answers, and a channel on which nobody
-// answers.
+// The smallest set of functions that a vendor must define. Most return constants, and no query gets an answer.
 
 #include <cstdio>
 #include <cstdlib>

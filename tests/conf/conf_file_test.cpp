@@ -18,14 +18,14 @@ namespace fs = std::filesystem;
 namespace
 {
 
-/// Reading a configuration file fails behind this many bytes, before which every other read is interrupted. Negative:
-/// it is left alone.
+/// Reads of a configuration file fail behind this many bytes, and every other read is interrupted. Negative: reads are
+/// not changed.
 ssize_t readableBytes = -1;
 
-/// As if the file that is replaced were a mount point.
+/// Whether rename() fails as for a mount point.
 bool isMountPoint = false;
 
-/// Whether every fsync() is a line of the recorders, too.
+/// Whether every fsync() is recorded like a call of a tool.
 bool isSyncRecorded = false;
 
 std::string nameOf(int fd)
@@ -226,7 +226,7 @@ TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
     EXPECT_EQ(readFile("/cfg/sys.conf"), fileOf(items + "9\n"));
 }
 
-// Nobody has seen what is in the file, so the record stays and nothing is written over it.
+// The contents of the file are not known, so the record is unchanged and the file is not overwritten.
 TEST_F(ConfFileTest, AFileThatCannotBeReadCountsForNothing)
 {
     const std::string badLine = "cwConfRead: /cfg/cw.conf Line 1: Invalid line 'no item'\n";
@@ -261,7 +261,7 @@ TEST_F(ConfFileTest, AFileThatCannotBeReadCountsForNothing)
     EXPECT_EQ(calls(), "pkill cwWtpd\npkill cwWtpd\n");
 }
 
-// The snapshot stays behind until a later second, so nothing may be concluded from it, nor from what it had.
+// The snapshot is not updated before a later second, so the merge must not use it.
 TEST_F(ConfFileTest, ASaveInTheSecondOfTheReadIsRepeated)
 {
     const auto awaitNextSecond = [] {

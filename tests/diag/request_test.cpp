@@ -1,4 +1,4 @@
-// What is asked of the daemon and of the driver, and what becomes of their answers.
+// The requests to the daemon and the driver, and the output of their answers.
 
 #include <algorithm>
 #include <bit>

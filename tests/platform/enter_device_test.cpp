@@ -39,7 +39,7 @@ int __wrap_setenv(const char* name, const char* value, int overwrite)
 
 using EnterDeviceTest = DeviceTest;
 
-/// A device without tools: the look for them follows what keeps the process on the device.
+/// A device without tools: the search for tools comes after the variables are set.
 TEST_F(EnterDeviceTest, SetsWhatKeepsAProcessOnItsDeviceOrEndsIt)
 {
     const auto enter = [root = "CLI_SIM_ROOT=" + path("")](int calls) {

@@ -17,7 +17,7 @@ using Editing = ShellTest;
 
 } // namespace
 
-/// The host name changes while the reset asks, and again with it.
+/// The host name changes while the reset asks for confirmation, and again by the reset.
 TEST_F(Editing, AFactoryResetKeepsThePromptUnlessItIsRefused)
 {
     writeFile("/etc/sys.conf", "hostname=factory\n");
@@ -297,7 +297,7 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
         Session session;
         session.send(example.before + ("\x1b[200~" + example.keys));
         session.waitForScreen(example.shown);
-        // The interrupt takes what was not read.
+        // The interrupt flushes keys that were not read.
         const int input = open(("/proc/" + std::to_string(session.pid()) + "/fd/0").c_str(), O_RDONLY | O_NOCTTY);
         for (int unread = 1; unread > 0; usleep(1000))
             ASSERT_EQ(ioctl(input, FIONREAD, &unread), 0);
@@ -307,7 +307,8 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
         session.waitForRow(kPrompt);
         EXPECT_EQ(session.ask("nosuch"), kUnknown);
     }
-    // busybox's system shell becomes its last tool: when that takes the interrupt for itself, nobody dies of it.
+    // A tool that handles the interrupt itself and exits normally, under a system shell that has replaced itself by the
+    // tool.
     plantTool("ping", R"(read -r _ _ _ session _ </proc/$PPID/stat
         for child in $(cat /proc/$session/task/$session/children); do [ $child = $PPID ] || kill -INT $child; done
         echo statistics)");

@@ -51,7 +51,7 @@ TEST_F(Ending, LeavesTheTerminalWhenASignalEndsIt)
         EXPECT_EQ(session.waitForExit(), -signal);
         EXPECT_TRUE(session.isAsFound()) << signal;
     }
-    // The common pipe file cannot be made: the line has a file of the session's own.
+    // The common pipe file cannot be created, so the session uses a file of its own.
     std::filesystem::create_directory(path("/tmp/cli_pipe_file"));
     plantTool("ping", "echo started; exec sleep 600");
     Session session;

@@ -1,4 +1,4 @@
-// Random lines: nothing breaks, nothing leaks, and the shell still answers.
+// Random lines: the shell does not crash or leak, and answers afterwards.
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// Windows that are resized: the screen shows what stood there, the prompt and the line, and nothing else.
+// Resized windows: the screen shows the earlier output, the prompt and the line, and nothing else.
 
 #include <csignal>
 

@@ -7,10 +7,10 @@
 
 #include "platform/simulation/daemon/wtp_config.h"
 
-/// Puts the configured address on the wire: the static one, or what the network leases by its state "network/lease".
+/// Sets the address of the interface: the configured one, or the lease of the state file "network/lease".
 void takeAddress(const WtpConfig& config);
 
-/// What stands on the wire now, in host byte order; 0: none.
+/// The address of the interface, in host byte order; 0: none.
 uint32_t ownAddress();
 
 #endif

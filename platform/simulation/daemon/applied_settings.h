@@ -1,4 +1,4 @@
-// The two settings that the shell hands over at once. They are kept for the life of the device, not of the daemon.
+// The two settings that the shell sends to the daemon. They are state of the device, so they survive the daemon.
 
 #ifndef PLATFORM_SIMULATION_DAEMON_APPLIED_SETTINGS_H
 #define PLATFORM_SIMULATION_DAEMON_APPLIED_SETTINGS_H

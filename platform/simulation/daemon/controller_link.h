@@ -1,4 +1,4 @@
-// The daemon's way to its controller, as a story: no packet is sent.
+// The link between the daemon and its controller. It is simulated by time alone; no packet is sent.
 
 #ifndef PLATFORM_SIMULATION_DAEMON_CONTROLLER_LINK_H
 #define PLATFORM_SIMULATION_DAEMON_CONTROLLER_LINK_H
@@ -25,16 +25,16 @@ public:
 
     explicit ControllerLink(const WtpConfig& config);
 
-    /// Starts the state machine anew where the way to the controller changed, or the controller came or went: the state
-    /// file "daemon/controller" holds "none" while there is none.
+    /// Restarts the state machine if the address or the controller has changed. There is no controller while the state
+    /// file "daemon/controller" holds "none".
     void follow();
     [[nodiscard]] Status status() const;
 
 private:
     std::optional<uint32_t> controller_;
     bool usesDtls_;
-    uint32_t ownAddress_ = 0;        ///< that the controller is reached from; 0: it is not
-    std::chrono::seconds discovery_; ///< before the daemon falls silent
+    uint32_t ownAddress_ = 0;        ///< of the access point; 0: the controller cannot be reached
+    std::chrono::seconds discovery_; ///< duration of the search before a pause
     std::chrono::seconds silence_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::time_t startTime_ = std::time(nullptr);

@@ -10,7 +10,7 @@
 namespace
 {
 
-/// Those who visit the access point by themselves, and the most that can be asked for.
+/// The default number of stations, and the highest number that can be set.
 constexpr int kVisitors = 12;
 constexpr int kMostStations = 511;
 
@@ -82,7 +82,7 @@ std::span<const Network> networks()
 
 std::vector<Station> presentStations(bool linkRuns)
 {
-    constexpr unsigned kSpread = 6; // nobody is at home on the last two, which are off in a new device
+    constexpr unsigned kSpread = 6; // networks with stations; the last two are off in a new device
     const int wanted = simReadNumber("daemon/stations", -1);
     const auto count = static_cast<unsigned>(wanted < 0 ? kVisitors : std::min(wanted, kMostStations));
     const std::time_t minute = std::time(nullptr) / 60;
@@ -92,7 +92,7 @@ std::vector<Station> presentStations(bool linkRuns)
         if (!network.serves(linkRuns))
             continue;
         for (unsigned i = home; i < count; i += kSpread)
-            // Comes for some minutes and goes for three, everybody in a rhythm of their own.
+            // Each station is present for some minutes and absent for three, with a period of its own.
             if (wanted >= 0 || (minute + 3L * i) % (9L + i % 5) > 2)
                 present.push_back({i, i / kSpread + 1, &network});
     }

@@ -11,7 +11,7 @@
 enum Mac : uint8_t { kLocalMac, kSplitMac };
 enum Tunnel : uint8_t { kNoTunnel, kTunnel8023, kTunnel80211 };
 
-/// What a controller decides once. The rest is the state of the network's interface.
+/// The settings that come from the controller. All others are state files of the network's interface.
 struct Network {
     uint8_t radio;
     uint8_t number; ///< on its radio
@@ -29,20 +29,21 @@ struct Network {
     [[nodiscard]] uint16_t flags() const;
     [[nodiscard]] bool isEnabled() const;
     [[nodiscard]] bool isStandalone() const;
-    /// Its radio is on, and its controller there unless it needs none.
+    /// Whether the network and its radio are up, and the link runs if the network needs it.
     [[nodiscard]] bool serves(bool linkRuns) const;
 };
 
-/// As many as the state file "daemon/vaps" says.
+/// The number of networks is in the state file "daemon/vaps".
 std::span<const Network> networks();
 
 struct Station {
-    unsigned index; ///< its own for good, as is its network
+    unsigned index; ///< fixed for each station, like its network
     unsigned associationId;
     const Network* network;
 };
 
-/// Those on networks that serve. They come and go unless the state file "daemon/stations" says how many there are.
+/// The stations on networks that serve. If the state file "daemon/stations" sets their number, they stay; otherwise
+/// they come and go.
 std::vector<Station> presentStations(bool linkRuns);
 
 #endif

@@ -1,4 +1,4 @@
-// A reply, made of records.
+// The bytes of a reply, composed from records.
 
 #ifndef PLATFORM_SIMULATION_DAEMON_REPLY_BYTES_H
 #define PLATFORM_SIMULATION_DAEMON_REPLY_BYTES_H

@@ -30,10 +30,10 @@ constexpr int kEnders[] = {SIGTERM, SIGINT, SIGHUP};
 
 constexpr timespec kRestartDelay = {0, 250'000'000};
 
-/// Exit status of a worker that would find no channel to serve if it was started again.
+/// Exit status of a worker that cannot serve the channel. It is not started again.
 constexpr int kCannotServe = 3;
 
-/// A reader finds a whole number or no file.
+/// Replaces the file, so that a reader finds a whole number or no file.
 bool writePidFile()
 {
     const std::string draft = std::string(kPidFile) + ".new";
@@ -92,7 +92,7 @@ private:
     {
         sigemptyset(&enders_);
         for (const int signal : kEnders) {
-            // A shell has its background ignore Ctrl-C, which is meant for the foreground: that stands.
+            // Keep SIGINT ignored if the system shell has started this process in the background.
             struct sigaction inherited;
             if (sigaction(signal, nullptr, &inherited) == 0 && (signal == SIGTERM || inherited.sa_handler != SIG_IGN))
                 sigaddset(&enders_, signal);

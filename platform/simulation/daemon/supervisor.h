@@ -5,10 +5,10 @@
 
 #include <sys/types.h>
 
-/// Runs workers one after the other, until this process is told to end or nobody is left: the last terminal of the
-/// device is closed, or where none was open at the start, the parent has ended. A worker's process id stands in the
-/// device file "/tmp/cwWtpd.pid"; one that died of a fault leaves a crash record. The worker does not keep `lock`, the
-/// descriptor that marks this device's daemon as running. Returns the process's exit status.
+/// Starts a worker, and another one each time a worker ends. Returns the exit status of the process when a signal ends
+/// it, or when the last terminal of the device is closed; if no terminal was open at the start, when the parent process
+/// ends. The device file "/tmp/cwWtpd.pid" holds the process id of the worker. A worker that ends by a fault leaves a
+/// crash record. The descriptor `lock` marks this device's daemon as running; the worker closes it.
 int superviseWorkers(int lock, pid_t parent);
 
 #endif

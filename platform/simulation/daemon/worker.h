@@ -3,10 +3,10 @@
 #ifndef PLATFORM_SIMULATION_DAEMON_WORKER_H
 #define PLATFORM_SIMULATION_DAEMON_WORKER_H
 
-/// Serves the device's message channel until the process is ended. Returns when it cannot be served, with errno.
+/// Serves the device's message channel until a signal ends the process. Returns errno if the channel cannot be served.
 ///
-/// The state file "daemon/behaviour" makes it misbehave, from one query to the next: "silent" never answers, "slow N"
-/// answers after N seconds (3), and "crash" faults while answering.
+/// The state file "daemon/behaviour" simulates faults from the next query on: "silent" never answers, "slow N" answers
+/// after N seconds (3), and "crash" ends the process by a memory fault.
 void runWorker();
 
 #endif

@@ -1,4 +1,4 @@
-// What the daemon takes from the device's configuration files.
+// The device's configuration files, as the daemon reads them.
 
 #ifndef PLATFORM_SIMULATION_DAEMON_WTP_CONFIG_H
 #define PLATFORM_SIMULATION_DAEMON_WTP_CONFIG_H
@@ -25,7 +25,7 @@ private:
     std::multimap<std::string, std::string> items_;
 };
 
-/// The host name of "/cfg/sys.conf", the serial number where there is none.
+/// The host name of "/cfg/sys.conf", or the serial number if there is none.
 std::string readHostName();
 
 #endif
