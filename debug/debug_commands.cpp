@@ -88,7 +88,7 @@ int clearLogCommand(int, char**)
     return clear_udebug_logs();
 }
 
-/// Behind the rows of the modules.
+/// These rows follow the rows of the modules.
 constexpr cli_node kDebugRows[] = {
     command("clear", "Clear all debug info", call<clear_dbg_all>),
     command("all", "Set all debug info", call<dbg_all>),

@@ -1,4 +1,4 @@
-// What the simulated flash says of the access point.
+// The factory record in the simulated flash.
 
 #ifndef PLATFORM_SIMULATION_FLASH_H
 #define PLATFORM_SIMULATION_FLASH_H
