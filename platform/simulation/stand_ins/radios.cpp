@@ -68,7 +68,7 @@ Place placeOf(const std::string& interface, const std::string& name)
     return {interface, "mib/" + name, kNoLimit};
 }
 
-/// The other way round, as the driver has it.
+/// The driver stores whether the SSID is broadcast; the setting hiddenAP is the opposite.
 std::string inverted(const std::string& number)
 {
     return std::atoi(number.c_str()) == 0 ? "1" : "0";
