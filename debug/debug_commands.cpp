@@ -40,6 +40,8 @@ struct Facility {
     void (*printSubmoduleNames)(int id);
     std::uint64_t** masks; ///< null until the library is attached
     std::size_t maskCount;
+    CliHandler handler;
+    std::span<const cli_node> verbs;       ///< rows behind the modules
     std::span<const ListedRow> listedRows; ///< behind the names of the library
 };
 
@@ -105,6 +107,20 @@ constexpr cli_node kKernelDebugRows[] = {
     command("log-clear", "clear all logs", call<clear_kdebug_log>),
 };
 
+/// A table that begins with a row for every module, which gets its name from the library, and goes on with `rows`.
+template <std::size_t ModuleCount, std::size_t RowCount>
+consteval std::array<cli_node, ModuleCount + RowCount> facilityTable(CliHandler handler,
+                                                                     const cli_node (&rows)[RowCount])
+{
+    std::array<cli_node, ModuleCount + RowCount> table{};
+    std::fill_n(table.begin(), ModuleCount, command("", "", handler));
+    std::copy_n(rows, RowCount, table.begin() + ModuleCount);
+    return table;
+}
+
+constinit auto debugTable = facilityTable<kDebugAppCount>(debugCommand, kDebugRows);
+constinit auto kdebugTable = facilityTable<kDebugKernelModuleCount>(kdebugCommand, kKernelDebugRows);
+
 /// A name that no row has does not compile.
 consteval ListedRow listed(const char* indentation, const char* name, std::span<const cli_node> rows)
 {
@@ -139,6 +155,8 @@ constexpr Facility kDebug = {
     .printSubmoduleNames = print_submod_names,
     .masks = &udbg_info,
     .maskCount = kDebugAppCount,
+    .handler = debugCommand,
+    .verbs = std::span(debugTable).subspan<kDebugAppCount>(),
     .listedRows = kListedDebugRows,
 };
 
@@ -152,6 +170,8 @@ constexpr Facility kKernelDebug = {
     .printSubmoduleNames = print_subkmod_names,
     .masks = &kdbg_info,
     .maskCount = kDebugKernelModuleCount,
+    .handler = kdebugCommand,
+    .verbs = std::span(kdebugTable).subspan<kDebugKernelModuleCount>(),
     .listedRows = kListedKernelDebugRows,
 };
 
@@ -217,25 +237,38 @@ void switchModule(const Facility& facility, int argc, char** argv)
     }
 }
 
-void runFacility(const Facility& facility, int argc, char** argv)
+/// The row of a verb that comes before a module of the same name, or null. The rows that choose the output do not.
+const cli_node* findVerb(const Facility& facility, const char* word)
+{
+    for (const cli_node& row : facility.verbs) {
+        const bool choosesOutput = row.handler == toConsoleCommand || row.handler == toBufferCommand;
+        if (same(row.name, word) && row.handler != facility.handler && !choosesOutput)
+            return &row;
+    }
+    return nullptr;
+}
+
+int runFacility(const Facility& facility, int argc, char** argv)
 {
     if (argc < 2)
         listNames(facility);
+    else if (const cli_node* verb = findVerb(facility, argv[1]); verb != nullptr)
+        return verb->handler(argc, argv);
     else
         switchModule(facility, argc, argv);
+    return 0;
 }
 
 int debugCommand(int argc, char** argv)
 {
-    runFacility(kDebug, argc, argv);
-    return 0;
+    return runFacility(kDebug, argc, argv);
 }
 
 int kdebugCommand(int argc, char** argv)
 {
-    runFacility(kKernelDebug, argc, argv);
+    const int result = runFacility(kKernelDebug, argc, argv);
     std::fflush(stdout); // as in call()
-    return 0;
+    return result;
 }
 
 int showCrashCommand(int, char**)
@@ -251,20 +284,6 @@ int showCrashCommand(int, char**)
     read_crash_reset();
     return 0;
 }
-
-/// A table that begins with a row for every module, which gets its name from the library, and goes on with `rows`.
-template <std::size_t ModuleCount, std::size_t RowCount>
-consteval std::array<cli_node, ModuleCount + RowCount> facilityTable(CliHandler handler,
-                                                                     const cli_node (&rows)[RowCount])
-{
-    std::array<cli_node, ModuleCount + RowCount> table{};
-    std::fill_n(table.begin(), ModuleCount, command("", "", handler));
-    std::copy_n(rows, RowCount, table.begin() + ModuleCount);
-    return table;
-}
-
-constinit auto debugTable = facilityTable<kDebugAppCount>(debugCommand, kDebugRows);
-constinit auto kdebugTable = facilityTable<kDebugKernelModuleCount>(kdebugCommand, kKernelDebugRows);
 
 consteval std::array<cli_node, 2> switchTable(CliHandler handler)
 {

@@ -1,12 +1,15 @@
 #include "debug/debug_commands.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <span>
 #include <string>
 #include <unistd.h>
 #include <utility>
 
+#include "base/text.h"
 #include "cli/root_table.h"
 #include "debug/debug_mask.h"
 #include "platform/debug_library.h"
@@ -63,6 +66,25 @@ TEST_F(Debug, DoesNothingWhileNotAttached)
     udbg_info = masks;
     udbg_header = header;
     EXPECT_EQ(udbg_info[0], 0U);
+}
+
+TEST_F(Debug, TakesAVerbBeforeAModuleOfTheSameName)
+{
+    const auto runAsModule = [](const std::string& command, const char* word) {
+        copyText(findChild(cliRoot, command.c_str())->children[0].name, word);
+        executeLine((command + " " + word).c_str());
+    };
+    const auto masksAfterVerbs = [&] {
+        kdbg_info[1] = 1;
+        runAsModule("kdebug", "clear");
+        runAsModule("debug", "all");
+        return std::pair(udbg_info[1], kdbg_info[1]);
+    };
+    EXPECT_EXIT(_exit(masksAfterVerbs() == std::pair(kAllDebugSwitches, std::uint64_t{0}) ? 0 : 1),
+                testing::ExitedWithCode(0), "");
+    EXPECT_EXIT((std::fflush(stdout), dup2(STDERR_FILENO, STDOUT_FILENO), runAsModule("debug", "to-console"),
+                 std::fflush(stdout), _exit(0)),
+                testing::ExitedWithCode(0), "Can't find app to-console");
 }
 
 TEST_F(Debug, SurvivesADamagedLibrary)
