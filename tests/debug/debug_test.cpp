@@ -98,10 +98,10 @@ TEST_F(Debug, SurvivesADamagedLibrary)
         std::ranges::copy(damaged, app_debug);
         cli_node& node = *findChild(cliRoot, "debug");
         std::string counts;
-        for (cli_node& row : std::span(node.children, kDebugAppCount))
+        for (cli_node& row : std::span(node.children, std::size(damaged)))
             row.childCount = 0;
         node.prepare(&node, cliRoot.children);
-        for (const cli_node& row : std::span(node.children, kDebugAppCount))
+        for (const cli_node& row : std::span(node.children, std::size(damaged)))
             counts += std::to_string(row.childCount) + " ";
         return counts + rowsBelow(node.children[0]).substr(0, 32 + 2 + 127 + 1);
     };
