@@ -1,4 +1,4 @@
-// Small conversions of texts that fields, files and command words hold.
+// Conversions between texts and fields or numbers.
 
 #ifndef BASE_TEXT_H
 #define BASE_TEXT_H
@@ -10,7 +10,7 @@
 /// texts have equal bytes.
 void copyText(std::span<char> field, const char* text);
 
-/// The same for a text that ends at its first zero or with the span.
+/// The same for a text that ends at its first zero, or at the end of the span if it has none.
 void copyField(std::span<char> field, std::span<const char> text);
 
 /// Whether a byte is a control byte: 0 to 31, or 127.
@@ -19,7 +19,7 @@ constexpr bool isControlByte(char c)
     return (static_cast<unsigned char>(c) < ' ') || c == '\x7f';
 }
 
-/// Replaces the control bytes of `text` by '?', so that a terminal can show it. Those of `kept` stay.
+/// Replaces the control bytes of `text` by '?', so that a terminal can show it. Does not replace the bytes in `kept`.
 void maskControlBytes(char* text, const char* kept = "");
 
 /// Whether `text` consists of the characters 0 to 9 only; an empty text does.

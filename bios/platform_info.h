@@ -11,7 +11,7 @@
 
 #include "platform/flash_layout.h"
 
-/// The process's record, zero at start.
+/// The process's record. All bytes are zero at start.
 extern PlatformInfo platformInfo;
 
 /// Unlocks and erases both erase blocks. Always 0.
@@ -37,8 +37,7 @@ int biosSaveDefaultRom();
 inline constexpr std::size_t kRomPathSize = 1024;
 
 /// Composes the device path of the ROM file `name` below "/tmp". Prints a message and returns false if the name leads
-/// out of
-/// "/tmp", begins with '-', or has characters other than letters, digits and "._-/".
+/// out of "/tmp", begins with '-', or has characters other than letters, digits and "._-/".
 bool biosRomFilePath(char (&path)[kRomPathSize], const char* name);
 
 /// Saves the ROM file `name` from "/tmp". Returns -1 if the name is refused.

@@ -42,7 +42,7 @@ public:
         std::snprintf(devicePath_, sizeof devicePath_, "/tmp/cli_%d.tmp", static_cast<int>(process_));
     }
 
-    /// Whether `text` stands anywhere in the command line.
+    /// Whether the command line contains `text`.
     [[nodiscard]] bool mentions(const char* text) const
     {
         char filter[32];
@@ -50,7 +50,7 @@ public:
         return fillFile(filter) || Head(commandLine_).contains(text);
     }
 
-    /// Whether `text` stands in the name of the program.
+    /// Whether the name of the program contains `text`.
     [[nodiscard]] bool isProgram(const char* text) const
     {
         const Head head(fillFile("") ? DeviceFile(devicePath_).path() : commandLine_);
@@ -66,7 +66,7 @@ public:
     void kill() const { runCommandf("kill -9 %d", static_cast<int>(process_)); }
 
 private:
-    /// The first bytes of a file with words that are terminated by zeros.
+    /// The first bytes of a file whose words are terminated by zeros.
     class Head
     {
     public:
@@ -85,7 +85,7 @@ private:
         }
         [[nodiscard]] bool programContains(const char* text) const
         {
-            return std::strstr(bytes_, text) != nullptr; // which ends at the first zero
+            return std::strstr(bytes_, text) != nullptr; // searches the first word only
         }
 
     private:
@@ -93,7 +93,7 @@ private:
         char bytes_[4096]{};
     };
 
-    /// Writes the filtered command line to the file. False if the file is empty then.
+    /// Writes the filtered command line to the file. False if the file is then empty.
     [[nodiscard]] bool fillFile(const char* filter) const
     {
         if (!makePrivateFile(devicePath_))

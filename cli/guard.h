@@ -1,4 +1,4 @@
-// Ways out of a session: leaving, rebooting, the system shell, and the end of an idle session.
+// Commands that end or leave a session, and the end of an idle session.
 
 #ifndef CLI_GUARD_H
 #define CLI_GUARD_H

@@ -15,7 +15,7 @@
 namespace
 {
 
-/// `show-hiden` and `hide-hiden` work on the static rows even when aliases have replaced them in the tree.
+/// `show-hiden` and `hide-hiden` change the static rows, also if the tree has a copy of them because of aliases.
 void changeVisibility(std::int32_t from, std::int32_t to)
 {
     for (cli_node& row : rootTable)

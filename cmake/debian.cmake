@@ -1,4 +1,4 @@
-# Builds for the architecture CLI_ARCH of Debian, with what scripts/sysroot has fetched for it.
+# Builds for Debian's architecture CLI_ARCH, with the packages that scripts/sysroot has downloaded.
 if(NOT CLI_ARCH)
   message(FATAL_ERROR "CLI_ARCH names no architecture of Debian")
 endif()
@@ -22,7 +22,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Named in full: on a simulated device PATH holds the device's tools alone.
+# With the full path, because PATH holds only the device's tools on a simulated device.
 string(REGEX REPLACE "^i[3-6]86$" "i386" processor "${CMAKE_SYSTEM_PROCESSOR}")
 string(REPLACE "powerpc" "ppc" processor "${processor}")
 find_program(CLI_EMULATOR "qemu-${processor}" REQUIRED)

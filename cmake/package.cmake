@@ -1,11 +1,11 @@
-# What is installed, at the paths of the device: `cmake --install BUILD --prefix FOLDER` fills an image of its file
-# system, and `cpack` in the build folder makes a package of it for Debian.
+# Installed files, with their paths on the device. `cmake --install BUILD --prefix FOLDER` fills an image of the device's file
+# system. `cpack` in the build folder makes a Debian package.
 if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
   set(CMAKE_INSTALL_PREFIX "/" CACHE PATH "Root of the device's file system" FORCE)
 endif()
 include(GNUInstallDirs)
 install(TARGETS cli RUNTIME)
-# The manual page is made of the Markdown when it is installed. Without lowdown there is none.
+# Makes the manual page from the Markdown at installation. Without lowdown, no page is made.
 install(CODE "set(source \"${CMAKE_SOURCE_DIR}/docs/commands.md\")
   set(page \"${CMAKE_BINARY_DIR}/cli.1\")
   set(folder \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_MANDIR}/man1\")")
@@ -27,11 +27,11 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGE_CONTACT "The developers of cli <cli@example.org>")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION admin)
-# What pipes and the look at the parent go through; then what single commands take.
+# Packages of the tools that the shell itself runs, and of tools that single commands run.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "coreutils, grep")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hostname, iproute2, net-tools, procps, tftp")
 if(CLI_ARCH)
-  # The tool that finds dependencies knows the packages of this machine alone.
+  # The tool that finds dependencies knows only the packages of this machine.
   set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE "${CLI_ARCH}")
   string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS ", libc6 (>= 2.34), libreadline8 (>= 8.2)")
 else()

@@ -24,7 +24,7 @@ namespace
 struct CfgVariable;
 
 struct CfgKind {
-    /// Formats the value; the text is empty before.
+    /// Writes the value to the text, which is empty before.
     void (*format)(const CfgVariable& variable, std::span<char> text);
     /// Sets the value. May change the text.
     void (*set)(CfgVariable& variable, char* value);
@@ -36,10 +36,10 @@ struct CfgVariable {
     const CfgKind* kind;
     const char* key = nullptr; ///< of the CAPWAP item that is shown; null for a system item
     int entry = 0;             ///< of a list, from 1
-    cli_node* node = nullptr;  ///< that `command` names, once it was needed
+    cli_node* node = nullptr;  ///< the node of `command`; null until it was looked up
 };
 
-/// The child whose whole name begins `text`, or null.
+/// The child whose name is the first word of `text`, or null.
 cli_node* childThatBegins(const char* text, const cli_node& parent)
 {
     for (cli_node& child : std::span(parent.children, static_cast<std::size_t>(parent.childCount)))
@@ -106,7 +106,7 @@ void cfgSetLowerCase(CfgVariable& variable, char* value)
     cfgSetByCommand(variable, value);
 }
 
-/// Sets an entry of a list, without its command.
+/// Sets an entry of a list. The command of the list is not used.
 void cfgSetEntry(CfgVariable& variable, char* value)
 {
     cwConfRefresh(cwConfig);

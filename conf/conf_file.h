@@ -34,7 +34,7 @@ private:
     char* value_ = nullptr;
 };
 
-/// The text of a configuration file while it is composed.
+/// The text of a configuration file that is being composed.
 class ConfText
 {
 public:

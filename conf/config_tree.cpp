@@ -34,8 +34,8 @@ void changeList(const CwItem& item, const char* verb, const char* value)
         cwConfListDelete(item, value, cwConfig);
 }
 
-/// A CAPWAP item, named by the fourth word. Four words show it. A fifth is its new value; a list shows its entries
-/// instead. Six words or more change a list, or set the security options, the one value of several words.
+/// The handler of a CAPWAP item, which the fourth word names. Four words show the item. Five words set it; of a list,
+/// they show the entries. Six or more words change a list, or set the security options, which may have several words.
 int capwapItemCommand(int argc, char** argv)
 {
     const CwItem* item = argc < 4 ? nullptr : cwConfItem(argv[3]);

@@ -149,7 +149,7 @@ constexpr CwConfig kDefaults = {
     .fileTime = 0,
 };
 
-/// The daemon's two radios; a record for more, or one whose pair has no bands, is not the daemon's.
+/// Ends the process by a fault unless the record has at most two radios, and bands if it has two.
 void checkRadios(const CwConfig& config)
 {
     cw_assert(config.radioCount < 3);

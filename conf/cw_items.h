@@ -1,4 +1,4 @@
-// The table of the CAPWAP items, and where they stand in the file and the displays.
+// The table of the CAPWAP items, and their order in the file and the displays.
 
 #ifndef CONF_CW_ITEMS_H
 #define CONF_CW_ITEMS_H

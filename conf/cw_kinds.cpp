@@ -113,7 +113,7 @@ void formatAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> 
     copyText(text, config.addrMode != 0 ? "dhcp" : "static");
 }
 
-/// `what` is the kind of the address in the message.
+/// `what` names the kind of address in the message.
 void storeAddress(const CwItem& item, const char* value, CwConfig& config, const char* what)
 {
     if (!parseIpv4(value, &(config.*item.field.address)))

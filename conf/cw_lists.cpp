@@ -35,8 +35,8 @@ void clearEntries(CwConfig& config)
 
 /// Removes the entries for which `isWanted` is true and moves the following ones up. Prints a message if there is none.
 /// The count decreases during the loop, so of two equal neighbours one stays and an entry behind them is lost; this is
-/// kept. The entries behind the count are set to zero, so that a record is the same bytes
-/// again after an entry was added and removed.
+/// kept. Sets the entries behind the count to zero, so that a record has its old bytes again after an entry was added
+/// and removed.
 template <typename Entry, std::size_t Size, typename IsWanted>
 bool removeEntries(const char* value, Entry (&entries)[Size], std::uint8_t& count, IsWanted isWanted)
 {

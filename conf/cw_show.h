@@ -8,7 +8,7 @@
 /// Prints the process's record in the order of the file.
 void cwConfShowAll();
 
-/// Prints the row of `key`, or all rows if `key` is null. The row of a list shows its commands. A key without a row
+/// Prints the row of `key`, or all rows if `key` is null. The row of a list shows its commands. If the key has no row,
 /// prints nothing.
 void cwConfShowItem(const char* key, const CwConfig& config);
 

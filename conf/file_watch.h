@@ -1,4 +1,4 @@
-// Notices when a configuration file has changed since the session has read or written it.
+// Tells whether a configuration file has changed since the session read or wrote it.
 
 #ifndef CONF_FILE_WATCH_H
 #define CONF_FILE_WATCH_H

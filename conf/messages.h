@@ -1,4 +1,4 @@
-// What several commands of the configuration say, as formats of the value.
+// Messages of several commands, as formats of the value.
 
 #ifndef CONF_MESSAGES_H
 #define CONF_MESSAGES_H

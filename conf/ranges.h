@@ -1,5 +1,5 @@
-// The closed ranges and the defaults of the numbers that are checked, each in one place. A help text that names them is
-// compared with them when it is compiled.
+// The closed ranges and the defaults of the checked numbers. A help text that names another range or default does not
+// compile.
 
 #ifndef CONF_RANGES_H
 #define CONF_RANGES_H
@@ -24,7 +24,7 @@ inline constexpr Range kRanges[] = {
     {"report-interval", 30, 120, 30},   {"statistics-timer", 60, 120, 120},    {"wtp-ctl-port", 1024, 49150, 5246},
 };
 
-/// The place of an item's range in the table, which ends where there is none.
+/// The position of an item's range in the table; the size of the table if the item has none.
 constexpr std::size_t findRange(std::string_view key)
 {
     std::size_t i = 0;
@@ -33,7 +33,7 @@ constexpr std::size_t findRange(std::string_view key)
     return i;
 }
 
-/// The range of an item that has one; any other key does not compile.
+/// The range of an item. A key without a range does not compile.
 consteval Range rangeOf(std::string_view key)
 {
     return kRanges[findRange(key)];
@@ -48,8 +48,8 @@ constexpr int leadingNumber(std::string_view text)
     return number;
 }
 
-/// Whether a help text names no other range ("5 - 180") and no other default ("default = 5") than the item has. An item
-/// without a range may name any.
+/// Whether a help text agrees with the range ("5 - 180") and the default ("default = 5") of an item. Always true for an
+/// item without a range.
 constexpr bool agreesWithRange(std::string_view help, std::string_view key)
 {
     constexpr std::string_view kDash = " - ";

@@ -18,13 +18,13 @@
 namespace
 {
 
-/// Submodules of one module that are listed.
+/// The largest number of submodules that one module lists.
 constexpr std::int32_t kMaxSubmodules = 256;
 
 constexpr int kMaxCrashRecords = 2000;
 constexpr int kCrashTextSize = 101;
 
-/// A row of the list of names.
+/// A row of the list that the command without words prints.
 struct ListedRow {
     const char* indentation;
     const char* name;
@@ -33,7 +33,7 @@ struct ListedRow {
 /// The differences between `debug` and `kdebug`.
 struct Facility {
     const char* noun;
-    int firstKnownId; ///< a smaller id stands for an unknown name
+    int firstKnownId; ///< a smaller id means that the name is unknown
     int (*idOf)(const char* name);
     void (*printNames)();
     int (*submoduleIdOf)(int id, const char* name); ///< negative: unknown
@@ -90,7 +90,7 @@ int clearLogCommand(int, char**)
     return clear_udebug_logs();
 }
 
-/// These rows follow the rows of the modules.
+/// The rows behind those of the modules.
 constexpr cli_node kDebugRows[] = {
     command("clear", "Clear all debug info", call<clear_dbg_all>),
     command("all", "Set all debug info", call<dbg_all>),
@@ -107,7 +107,7 @@ constexpr cli_node kKernelDebugRows[] = {
     command("log-clear", "clear all logs", call<clear_kdebug_log>),
 };
 
-/// A table that begins with a row for every module, which gets its name from the library, and goes on with `rows`.
+/// A table with a row for each module and then `rows`. addModules() gives the modules their names.
 template <std::size_t ModuleCount, std::size_t RowCount>
 consteval std::array<cli_node, ModuleCount + RowCount> facilityTable(CliHandler handler,
                                                                      const cli_node (&rows)[RowCount])
@@ -121,7 +121,7 @@ consteval std::array<cli_node, ModuleCount + RowCount> facilityTable(CliHandler 
 constinit auto debugTable = facilityTable<kDebugAppCount>(debugCommand, kDebugRows);
 constinit auto kdebugTable = facilityTable<kDebugKernelModuleCount>(kdebugCommand, kKernelDebugRows);
 
-/// A name that no row has does not compile.
+/// A row of the list. If no row of the table has this name, it does not compile.
 consteval ListedRow listed(const char* indentation, const char* name, std::span<const cli_node> rows)
 {
     std::size_t i = 0;
@@ -293,7 +293,7 @@ consteval std::array<cli_node, 2> switchTable(CliHandler handler)
 constinit auto debugSwitchTable = switchTable(debugCommand);
 constinit auto kdebugSwitchTable = switchTable(kdebugCommand);
 
-/// What stands behind the submodules of a module.
+/// The rows behind the submodules of a module.
 constexpr cli_node kModuleVerbs[] = {
     command("clear", "Clear all debug info", nullptr),
     command("all", "Set all debug info", nullptr),
@@ -351,7 +351,7 @@ int addModules(std::span<cli_node> table, std::span<const dbg_module> modules, c
     return 0;
 }
 
-/// Replaces what a node had before its preparation.
+/// Replaces the handler and the children of a node.
 void becomeFacility(cli_node& node, std::span<cli_node> table, CliHandler handler)
 {
     node.handler = handler;

@@ -14,7 +14,7 @@ namespace
 constexpr const char* kApModes[] = {"thin AP", "fat AP", "site survey"};
 constexpr const char* kLanModes[] = {"offline   ", "NAT-TO-WAN", "BR--TO-WAN", "BR-TO-SSID"};
 
-/// A text of 24 characters and a line feed.
+/// A time as text: 24 characters and a line feed.
 const char* dateText(std::time_t seconds)
 {
     return std::asctime(std::gmtime(&seconds));

@@ -21,7 +21,7 @@ constexpr const char* kAuthTypes[] = {"OPEN", "WPA-PSK", "WPA2-PSK", "WPA/WPA2-P
 
 using InterfaceGetter = int (*)(const char* interface);
 
-/// -1 where the driver lacks the operation.
+/// The result of a driver operation; -1 if the driver does not have it.
 int ask(InterfaceGetter get, const char* interface)
 {
     return get != nullptr ? get(interface) : -1;
@@ -37,7 +37,7 @@ const char* switchLabel(bool on)
     return on ? "Enable" : "Disable";
 }
 
-/// A radio's own interface, not one of its virtual ones.
+/// Whether the interface is that of a radio and not that of a VAP.
 bool isRadio(std::string_view interface)
 {
     constexpr std::size_t kShortestVirtualName = 6;

@@ -32,7 +32,7 @@ void release(void* buffer)
 class Exchange
 {
 public:
-    /// `capacity` 0: no reply is expected.
+    /// `capacity`: size of the reply buffer; 0 if no reply is expected.
     Exchange(std::span<const std::uint8_t> request, int capacity)
         : requestLength_(static_cast<int>(request.size())), replyLength_(capacity),
           request_(allocateZeroed(requestLength_)),

@@ -26,14 +26,14 @@ constexpr struct {
 
 constexpr int kGroupCount = 8;
 
-/// A number, or "any" for the value that stands for all.
+/// A number as text, or "any" if it has the value that means all.
 struct NumberText {
     char text[12];
 
     NumberText(unsigned value, unsigned any) { std::snprintf(text, sizeof text, value == any ? "any" : "%u", value); }
 };
 
-/// The bits of a rule's flags that speak of one of its ends.
+/// The bits of a rule's flags that describe its source, or its destination.
 struct EndpointBits {
     std::uint8_t any;
     std::uint8_t local;
@@ -41,12 +41,12 @@ struct EndpointBits {
 constexpr EndpointBits kSourceBits{kRuleSourceAny, kRuleSourceLocal};
 constexpr EndpointBits kDestinationBits{kRuleDestinationAny, kRuleDestinationLocal};
 
-/// "(L)10.0.0.1/32:80", "any.53" and the like.
+/// Formats one end of an IPv4 rule, for example "(L)10.0.0.1/32:80" or "any.53".
 struct EndpointText {
     char text[64];
 };
 
-/// "2001:db8:0:0:1::1" and the like.
+/// Formats an IPv6 address, for example "2001:db8:0:0:1::1".
 struct Address6Text {
     char text[kGroupCount * 5];
 };
@@ -56,7 +56,7 @@ struct ZeroRun {
     int length;
 };
 
-/// The longest run of zero groups, the last of several.
+/// Finds the longest run of zero groups; if several are equally long, the last one.
 ZeroRun longestZeroRun(const unsigned (&groups)[kGroupCount])
 {
     ZeroRun longest{0, 0};
@@ -105,7 +105,7 @@ EndpointText endpoint(std::uint8_t flags, EndpointBits bits, const char* address
     return result;
 }
 
-/// The part that the rules of both families share.
+/// The fields that the rules of both address families share.
 template <typename Rule>
 void formatRule(const Rule& rule, const EndpointText& source, const EndpointText& destination, char* buffer,
                 std::size_t size)

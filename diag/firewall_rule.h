@@ -14,7 +14,7 @@ inline constexpr std::uint8_t kRuleSourceAny = 0x10;
 inline constexpr std::uint8_t kRuleSourceLocal = 0x20;
 inline constexpr std::uint8_t kRuleMarked = 0x80;
 
-/// `protocol` of a rule for every protocol.
+/// The value of `protocol` in a rule for all protocols.
 inline constexpr std::uint8_t kRuleAnyProtocol = 255;
 
 /// A rule for IPv4, in host byte order. An address has its first octet in the most significant byte.
@@ -41,7 +41,7 @@ static_assert(offsetof(FirewallRule4, sourcePort) == 22);
 static_assert(offsetof(FirewallRule4, hits) == 24);
 static_assert(sizeof(FirewallRule4) == 28);
 
-/// A rule for IPv6, in host byte order but for the addresses, which are as on the wire.
+/// A rule for IPv6. Addresses are in network byte order, other fields in host byte order.
 struct FirewallRule6 {
     std::uint16_t id;
     std::uint8_t flags;
@@ -73,8 +73,8 @@ inline constexpr int kRuleSingleLine = 2;
 inline constexpr int kRuleHeading4 = 4;
 inline constexpr int kRuleHeading6 = 6;
 
-/// Writes the line of `rule`, or the line of `kind` if `rule` is null, cut to `size` - 1 characters. An unknown kind
-/// writes nothing. The last of the `size` bytes is always set to zero. Returns `buffer`, which may be null.
+/// Writes the line of `rule`, or the line of `kind` if `rule` is null, cut to `size` - 1 characters. Writes nothing for
+/// an unknown kind. The last of the `size` bytes is always set to zero. Returns `buffer`, which may be null.
 char* firewallFormatRule4(const FirewallRule4* rule, int kind, char* buffer, std::size_t size);
 char* firewallFormatRule6(const FirewallRule6* rule, int kind, char* buffer, std::size_t size);
 

@@ -15,7 +15,7 @@ constexpr std::uint16_t kHighThroughput = 1U << 3;
 constexpr std::uint16_t kVeryHighThroughput = 1U << 4;
 constexpr const char* kWidths[] = {"20MHz", "40MHz"};
 
-/// The first row whose bits are all set names the radio.
+/// The name of a radio is that of the first row whose bits are all set.
 constexpr struct {
     std::uint16_t bits;
     const char* name;
@@ -70,7 +70,7 @@ void printOperatingChannel(const RadioRecord& radio)
     cli_printf("\tOper_channel  : %d%s%d\n", radio.channel, kSigns[offset + 1], radio.channel + 4 * offset);
 }
 
-/// A list of channels that goes on in a new line when a line is full.
+/// Prints a list of channels, which continues in a new line when a line is full.
 class WrappedList
 {
 public:
@@ -86,7 +86,7 @@ private:
     int column_ = 24;
 };
 
-/// Calls `show` for each channel of the map. The last bit is no channel.
+/// Calls `show` for each channel of the map. The last bit of the map stands for no channel.
 template <typename Show>
 void forEachChannel(const ChannelMap& map, Show show)
 {

@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-/// The name at position `code`, `otherwise` beyond the last.
+/// The name at position `code`, or `otherwise` if the table is shorter.
 template <std::size_t Count>
 constexpr const char* nameOf(const char* const (&names)[Count], std::size_t code, const char* otherwise)
 {

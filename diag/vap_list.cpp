@@ -20,7 +20,7 @@ constexpr const char* kRule =
 constexpr const char* kMacModes[] = {"local", "split"};
 constexpr const char* kTunnels[] = {"local", "8023", "80211"};
 
-/// A switch is on at 1 only.
+/// The state of a switch, which is on only if its value is 1.
 const char* switchWord(std::uint8_t value)
 {
     return enabledWord(value == 1);

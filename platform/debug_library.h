@@ -39,37 +39,37 @@ extern uint64_t* udbg_info;
 extern uint64_t* kdbg_info;
 extern udbg_header_t* udbg_header;
 
-// Called once at start, in this order. The shell goes on whatever they return; masks that are null then stay untouched.
+// Called once at start, in this order. The shell ignores the results. It does not use masks that are null afterwards.
 int conf_init(void);
 int attach_udebug(void);
 int attach_kdebug(void);
 
-// User-space applications. Ids are positions of app_debug, those of submodules are bits of the mask. Names that are
-// returned belong to the library and stay; null stands for an id that is none. Everything called "print" writes to
-// standard output.
+// User-space applications. The id of an application is its position in app_debug; the id of a submodule is its bit in
+// the mask. Returned names belong to the library and stay valid; null if there is no such id. The functions "print_..."
+// write to the standard output.
 
 /// -1: unknown.
 int appname2id(const char* name);
 const char* appid2name(int id);
 
-/// -1: unknown, of the application or of the submodule.
+/// -1: the application or the submodule is unknown.
 int submod_name2id(int app, const char* name);
 
-/// Names, states and helps of the submodules; the names of all applications.
+/// Print the names, states and help texts of the submodules, and the names of all applications.
 void print_submod_names(int app);
 void print_submod_all_app(void);
 
-/// Turns on and off all switches of all applications.
+/// Turn all switches of all applications on, and off.
 void dbg_all(void);
 void clear_dbg_all(void);
 
-/// Prints and clears the log. The results are those of `debug show` and `debug log-clear`; 0 is success.
+/// Print and clear the log. Their results are the results of `debug show` and `debug log-clear`; 0 is success.
 int print_udebug(void);
 int clear_udebug_logs(void);
 
-// Kernel modules, the same for kmod_debug. Results of the log's calls are not looked at.
+// The same for the kernel modules of kmod_debug. The results of the log's functions are not examined.
 
-/// 0: unknown, or the first module.
+/// 0: the module is unknown, or is the first one.
 int kmodname2id(const char* name);
 const char* kmodid2name(int id);
 
@@ -81,15 +81,16 @@ void clear_kdbg_all(void);
 int print_kdebug(void);
 int clear_kdebug_log(void);
 
-/// Debug state of the pseudo-terminal; called with (1, 0). The result is not looked at.
+/// Sets the debug state of the pseudo-terminal; called with (1, 0). The result is not examined.
 int set_pts_debug_stats(int state, int reserved);
 
-/// Text of crash record `index`, from 0, terminated within `size` bytes; its line feed is part of it unless it is cut.
-/// Negative: no such record, which ends a listing. A listing begins and ends with read_crash_reset().
+/// Writes the text of crash record `index`, counted from 0, to `buffer`, terminated within `size` bytes. The text ends
+/// with a line feed unless it is cut. Returns a negative number if there is no such record. The shell calls
+/// read_crash_reset() before and after it reads the records.
 int read_crash(int index, char* buffer, int size);
 void read_crash_reset(void);
 
-/// Forgets all records. The result is not looked at.
+/// Deletes all records. The result is not examined.
 int clear_crash(void);
 
 #ifdef __cplusplus

@@ -1,14 +1,13 @@
-// Where a file of the device is found on the system that runs the shell.
+// The paths of the device's files on the system that runs the shell.
 
 #ifndef PLATFORM_DEVICE_FILE_H
 #define PLATFORM_DEVICE_FILE_H
 
 #include <cstddef>
 
-/// The path under which a device file can be opened.
-///
-/// On the device that is the path itself; on a simulated device it lies below the device's root folder. Everything in
-/// "/cfg", "/etc", "/dev" and "/tmp", and "/proc/mtd", is a file of the device. Meant to be used as a temporary:
+/// The path with which a device file can be opened. On the device this is the device path itself. On a simulated device
+/// it is a path below the root folder of the simulation. Device files are "/proc/mtd" and all files in "/cfg", "/etc",
+/// "/dev" and "/tmp". Use it as a temporary object:
 ///
 ///     FILE* file = std::fopen(DeviceFile("/cfg/cw.conf").path(), "r");
 class DeviceFile
@@ -20,7 +19,7 @@ public:
     /// `devicePath` is absolute. A path that does not fit becomes the empty path, which no call can open.
     explicit DeviceFile(const char* devicePath);
 
-    /// Valid as long as the object.
+    /// The text is valid as long as the object.
     [[nodiscard]] const char* path() const { return path_; }
 
 private:

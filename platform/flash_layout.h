@@ -1,4 +1,4 @@
-// The "bios" flash partition and the record made of it: the layouts that the system library shares with the shell.
+// The layout of the flash partition "bios", and of the record that the system library reads from it.
 
 #ifndef PLATFORM_FLASH_LAYOUT_H
 #define PLATFORM_FLASH_LAYOUT_H
@@ -11,12 +11,12 @@ inline constexpr std::size_t kMacSize = 6;
 /// Characters of a MAC address in its text form: hexadecimal digits without separators.
 inline constexpr std::size_t kMacDigits = 2 * kMacSize;
 
-/// The whole partition. Slots hold ASCII text: terminated when shorter than 16 characters, not when exactly 16.
+/// The whole partition. A slot holds ASCII text. A text of less than 16 characters is terminated, one of 16 is not.
 struct FlashImage {
     std::uint8_t loader[0x3FF80];
     char mac[kFlashSlotSize];          ///< 12 hexadecimal digits, or 6 raw bytes and 10 zeros
     char qlnSn[kFlashSlotSize];        ///< device serial number
-    char platformName[kFlashSlotSize]; ///< its second half begins the part number
+    char platformName[kFlashSlotSize]; ///< the part number begins in its second half
     char regionCode[kFlashSlotSize];   ///< "Regcode:" and the region's letter
     char biosVersion[kFlashSlotSize];
     char reserved[kFlashSlotSize];

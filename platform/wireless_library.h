@@ -8,7 +8,7 @@
 
 typedef void (*wlan_reserved)(void);
 
-/// The driver's operations, one pointer per position; positions that the shell does not use are reserved.
+/// The operations of the driver, in a fixed order. The shell does not use the reserved ones.
 typedef struct wlan_api {
     wlan_reserved reserved0[4];
     int (*get_coexist)(const char* interface); ///< non-zero: enabled
@@ -59,14 +59,14 @@ extern "C" {
 /// Fills the operation table.
 int init_wlan_api(wlan_api* table);
 
-/// Scans in the background on `interface` into `buffer` of `size` bytes. `flags` is 0.
-/// 0 or more: done; negative: the buffer is too small, or the scan failed.
+/// Scans in the background on `interface` and writes the result to `buffer` of `size` bytes. `flags` is 0. Returns a
+/// negative number if the buffer is too small or the scan failed.
 int rtl_wlan_get_bgscan(const char* interface, int flags, void* buffer, int size);
 
-/// Numeric code of a country named by its two letters; 0: unknown.
+/// The numeric code of a country that is given by its two letters; 0: unknown.
 int kstr_regdmn_get_country_code(const char* country);
 
-/// Default country of a region, null: none.
+/// The default country of a region; null: none.
 const char* kstr_regdmn_get_default_country(const char* region_code);
 
 #ifdef __cplusplus

@@ -28,7 +28,7 @@ apt_get() {
 # install_missing PACKAGE...: installs the packages that are missing.
 install_missing() {
     if ! command -v dpkg-query >/dev/null; then
-        say "this is no Debian system; expecting to find here: $*"
+        say "this is not Debian: install these packages yourself: $*"
         return
     fi
     local present package
@@ -40,7 +40,7 @@ install_missing() {
     [ ${#missing[@]} -gt 0 ] || return 0
 
     say "installing ${missing[*]}"
-    [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null || die "this takes root or sudo"
+    [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null || die "run this as root, or install sudo"
     # The package lists may be missing or out of date.
     compgen -G '/var/lib/apt/lists/*_Packages*' >/dev/null || apt_get update
     apt_get install -y --no-install-recommends "${missing[@]}" || {

@@ -1,4 +1,4 @@
-"""Programs of this folder as modules for another one of them."""
+"""Loads programs of this folder as modules."""
 
 import importlib.machinery
 import importlib.util
@@ -6,7 +6,7 @@ from pathlib import Path
 
 
 def load(name):
-    """The program of that name, which has no suffix."""
+    """Returns the program of that name, which has no suffix, as a module."""
     loader = importlib.machinery.SourceFileLoader(name, str(Path(__file__).with_name(name)))
     module = importlib.util.module_from_spec(importlib.util.spec_from_loader(name, loader))
     loader.exec_module(module)

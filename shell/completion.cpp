@@ -97,8 +97,8 @@ int listCommands(int, int)
 {
     const int cursor = rl_point;
     std::string_view typed = typedText();
-    const std::size_t start = typed.find_last_of("|&;") + 1;          // behind no symbol it is 0
-    const bool behindPipe = typed.find_first_not_of(' ') + 1 < start; // a symbol that begins the line means nothing
+    const std::size_t start = typed.find_last_of("|&;") + 1;          // of the last segment
+    const bool behindPipe = typed.find_first_not_of(' ') + 1 < start; // false if the line begins with the symbol
     typed.remove_prefix(start);
     if (!listFollowers(typed, behindPipe))
         return rl_ding();
@@ -209,7 +209,8 @@ void installCompletion()
 {
     rl_completion_entry_function = completionGenerator;
     rl_sort_completion_matches = 0;
-    // readline's configuration file means the first function of a name. readline adds its own functions later.
+    // If several functions have a name, readline's configuration file binds the first one. readline adds its own
+    // functions later.
     for (const CompletionCommand& row : kCommands)
         rl_add_funmap_entry(row.name, row.function);
     KEYMAP_ENTRY* const emacs = rl_get_keymap_by_name("emacs-standard");

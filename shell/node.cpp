@@ -14,7 +14,7 @@ void prepareTree(cli_node& node)
 {
     for (std::int32_t i = 0; i < node.childCount; ++i) {
         cli_node& child = node.children[i];
-        if (child.spare != 0) // a page that is not written stays shared
+        if (child.spare != 0) // do not write to a page that several processes share
             child.spare = 0;
         if (child.prepare != nullptr)
             child.prepare(&child, node.children);

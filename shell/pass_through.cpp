@@ -20,7 +20,7 @@ private:
     char text_[kCommandLength + 2];
 };
 
-/// False if the tool was not run, because there is no file for its output.
+/// Returns false, and does not run the tool, if the file for its output cannot be created.
 bool runCaptured()
 {
     if (!testPipeRoom())

@@ -15,17 +15,17 @@ constexpr char kBracketedPaste[] = "enable-bracketed-paste";
 constexpr char kBegin[] = "\033[200~";
 constexpr char kEnd[] = "\033[201~";
 
-/// The block is read to its end before its first line runs. Otherwise a tool would read the rest of it.
+/// A pasted block. It is read to its end before its first line runs. Otherwise a tool would read the rest.
 struct Block {
     char* text;
     std::size_t size;
     std::size_t length;
-    char* next; ///< the line to be typed next, null: there is none
+    char* next; ///< the line to be typed next; null: none is left
     bool isComing;
 };
 
 constinit Block block{};
-constinit bool isHidden = false; ///< from a search, until the next key
+constinit bool isHidden = false; ///< bracketed paste is off until the next key, because a search is running
 
 void forgetBlock()
 {
@@ -33,7 +33,7 @@ void forgetBlock()
     block = {};
 }
 
-/// False: there is no memory for it.
+/// False if there is no memory.
 bool add(char c)
 {
     if (block.length == block.size) {

@@ -21,7 +21,7 @@
 namespace
 {
 
-/// This line is compared as a whole. `list` is no command of the tree, so it takes no arguments and no pipe.
+/// This line shows the history. It is compared as a whole: `list` is no node, so it takes no words and no pipe.
 constexpr char kListHistory[] = "list";
 
 void runLine(const char* line)

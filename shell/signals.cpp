@@ -167,7 +167,7 @@ InterruptWatch::InterruptWatch(bool isNeeded) : child_(-1)
     if (child_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         int came = SIGTERM;
-        sigwait(&awaited, &came); // of several it is the one with the lowest number
+        sigwait(&awaited, &came); // if several are pending, the one with the lowest number
         _exit(came);
     }
     sigprocmask(SIG_SETMASK, &old, nullptr);

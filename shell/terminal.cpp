@@ -16,7 +16,7 @@ namespace
 constexpr int kStandardCount = 3; ///< input, output, errors
 
 struct FoundTerminal {
-    int fd; ///< -1: there is none
+    int fd; ///< -1: no terminal was remembered
     pid_t group;
     termios modes;
     winsize window;

@@ -39,7 +39,7 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
-/// Empties the store. Its texts stay terminated at every step, so nothing else of it has to be cleared.
+/// Empties the store. Its texts are terminated at every step, so nothing else has to be cleared.
 void resetStore()
 {
     for (auto& segment : tokenStore.segments)
@@ -58,7 +58,7 @@ char* writePlace()
     return &tokenStore.segments[tokenStore.segmentIndex][tokenStore.position];
 }
 
-/// Stores the write place as the start of a token. False when there are too many.
+/// Stores the write position as the start of a token. False if there are too many tokens.
 bool startToken()
 {
     if (tokenStore.tokenCount == static_cast<int>(kTokenCount)) {
@@ -119,7 +119,7 @@ void endLine(ParseMode mode)
     tokenStore.argc = tokenStore.tokenCount - (typing && tokenStore.tokenCount > 0 ? 1 : 0);
 }
 
-/// Takes one character. False when it forbids the line.
+/// Processes one character. False if the line is rejected.
 bool step(char c, ParseMode mode)
 {
     const CharClass kind = classOf(c);
@@ -158,7 +158,7 @@ bool step(char c, ParseMode mode)
     return allowed;
 }
 
-/// The word straight behind a pipe symbol, which has no token of its own; null when there is none.
+/// The word that follows the pipe symbol `index` without a blank. Such a word has no token. Null if there is none.
 const char* gluedWord(int index)
 {
     const char* symbol = tokenStore.tokens[index];

@@ -36,25 +36,25 @@ struct TokenStore {
     int argc;                                   ///< complete tokens
     std::size_t position;                       ///< where the current segment is written
     int tokenCount;                             ///< tokens stored
-    int pipeIndex;                              ///< the first pipe symbol's token, 0: the line has none
+    int pipeIndex;                              ///< the token of the first pipe symbol; 0: the line has none
     CharClass previous;                         ///< class of the previous character
 };
 
-/// The process's store: what parseLine() found last.
+/// The process's store: the result of the last parseLine().
 extern TokenStore tokenStore;
 
 /// Cuts `line` into the store. A tab, or a tenth pipe symbol, discards what came before it.
 ParseResult parseLine(std::string_view line, ParseMode mode);
 
-/// Words before the first pipe symbol, all of them when there is none.
+/// The number of words before the first pipe symbol; of all words if there is no pipe symbol.
 int wordCount();
 
 /// The word that is still being typed, or null.
 const char* partialWord();
 
-/// Writes " %s" for each token from `first` up to `last`, cut to the buffer, which is not empty. A word straight behind
-/// a pipe symbol, which has no token, stands there too: so every segment begins with the word that was checked. Returns
-/// the characters written.
+/// Writes " %s" for each token from `first` up to `last`, cut to the buffer, whose size is not 0. Also writes a word
+/// that follows a pipe symbol without a blank, which has no token. So every segment begins with the word that was
+/// checked. Returns the number of characters written.
 std::size_t appendTokens(std::span<char> buffer, int first, int last);
 
 /// Prints the store's counters and tokens, for diagnosis.

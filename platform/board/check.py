@@ -1,7 +1,7 @@
 """check.py [--cuts N]: boots the access point with scripts/device and uses it as an administrator does, on the serial
-console and by telnet; then cuts its power N times, 40 unless told, while it writes, and looks whether files and flash
-hold what they held before or what was written. The emulator's memory is a file, so that its end by SIGKILL is a power
-cut. TIMEOUT_FACTOR in the environment multiplies all times that are waited for."""
+console and by telnet. Then cuts its power N times (40) while it writes, and checks that files and flash hold the old or
+the new values. The emulator's memory is a file, so killing the emulator is a power cut. TIMEOUT_FACTOR in the environment
+multiplies all time limits."""
 
 import argparse
 import os
@@ -21,12 +21,12 @@ import pexpect
 CHECKOUT = Path(__file__).resolve().parent.parent.parent
 FACTOR = float(os.environ.get("TIMEOUT_FACTOR", "1"))
 PATIENCE = 60 * FACTOR  # seconds
-SECONDS = 420  # for the default count of cuts
-# It comes once more, in the same row, when telnet is late to tell the size of its window.
+SECONDS = 420  # time limit of the default number of cuts
+# The prompt is printed again in the same row if the window size of telnet arrives late.
 PROMPT = re.compile(r"[\r\n]([\w-]+)  # $")
 SYSTEM_PROMPT = re.compile(r"\n# $")
 FLASH_START, BIOS_SIZE, FLASH_SIZE, MAC_START = 192 << 20, 0x40000, 0x240000, 0x3FF80
-# Stores to the flash, as a debugger calls them; the kernel has it at the address where nothing is cached.
+# The watchpoint of a debugger for stores to the flash, at the uncached address that the kernel uses.
 STORES = f"2,{0xA0000000 + FLASH_START:x},{FLASH_SIZE:x}"
 
 
@@ -53,13 +53,13 @@ class Terminal:
         self.child.expect(PROMPT)
 
     def type(self, keys, until=PROMPT):
-        """What is shown until the next prompt, without the line itself."""
+        """Types a line. Returns the output up to the next prompt, without the line itself."""
         self.child.send(keys)
         self.child.expect(until)
         return self.child.before.replace("\r", "").partition("\n")[2]
 
     def system(self, command):
-        """What the board's own tools say."""
+        """Runs a command in the board's system shell. Returns its output."""
         self.type("shell\r", SYSTEM_PROMPT)
         shown = self.type(f"{command}\r", SYSTEM_PROMPT)
         self.type("exit\r")
@@ -67,7 +67,7 @@ class Terminal:
 
 
 class Board(Terminal):
-    """The board from one power-on to the next, with a terminal at its serial line."""
+    """The board from power-on to power-off, with a terminal on its serial line."""
 
     def __init__(self, memory, port):
         self.memory, self.port, self.start = memory, port, time.monotonic()
@@ -146,25 +146,25 @@ def check_telnet(board):
         session.child.send("exit\r")
         session.child.expect(pexpect.EOF)
         silent += [session.child.before] if "Exit." not in session.child.before else []
-    # Between shell and client something loses the last words of a session once in hundreds.
-    say(f"sessions that do not say that they end: {silent}")
-    expect(len(silent) < 2, "more than one")
+    # Once in some hundred sessions, the last output is lost between the shell and the telnet client.
+    say(f"sessions that ended without \"Exit.\": {silent}")
+    expect(len(silent) < 2, "more than one session ended without \"Exit.\"")
     sessions[0].type("config system admin-timeout 1\r")
     sessions[0].child.send("exit\r")
     board.system("echo 3 > /etc/admin-timeout.tmp")
     idle = board.telnet()
     idle.child.expect(pexpect.EOF)
-    expect("Timeout\r\nexit\r\n" in idle.child.before, "an idle session does not end with its two lines")
+    expect("Timeout\r\nexit\r\n" in idle.child.before, "an idle session does not print its two lines")
     board.system("rm /etc/admin-timeout.tmp")
 
 
 class Writer(NamedTuple):
-    """What writes to flash."""
+    """A command that writes to the flash."""
 
     file: str
-    lines: list  # typed, with a number
-    pattern: str  # how the number stands in what is held
-    stores: int  # about so many are one write; a cut comes before one of them
+    lines: list  # the typed lines, with a place for a number
+    pattern: str  # finds the number in the output of HELD
+    stores: int  # approximate number of stores of one write; the cut comes before one of them
 
 
 FIRST = 5000
@@ -172,15 +172,15 @@ WRITERS = {
     "save cw_conf": Writer("/cfg/cw.conf", ["config capwap wtp ac-ctl-port {}", "save cw_conf"],
                            r"ac-ctl-port=(\d+)", 310),
     "config system hostname": Writer("/cfg/sys.conf", ["config system hostname ap{}"], r"hostname=ap(\d+)", 140),
-    # One copy of 4096 bytes, with the checksum; what a cut leaves of it is not the shell's.
+    # The kernel copies 4096 bytes with the checksum. A cut within this copy is no fault of the shell.
     "bios setmac": Writer("/dev/mtd0", ["bios setmac 02{:010}"], r"\n02(\d{10})", 1),
 }
-# A line that begins with "# " would be taken for the prompt.
+# Prints both files and the slot. Replaces "#", because a line that begins with "# " looks like a prompt.
 HELD = f"sed s/#/=/ /cfg/cw.conf /cfg/sys.conf; dd if=/dev/mtd0 bs=16 skip={MAC_START // 16} count=1 2>/dev/null; echo"
 
 
 def held(board):
-    """The numbers that the board holds, None where there is none, and all else."""
+    """The number that each writer has left on the board, or None, and the rest of the output of HELD."""
     rest = board.system(HELD)
     numbers = {}
     for name, writer in WRITERS.items():
@@ -196,7 +196,7 @@ def write(board, name, number):
 
 
 class Debugger:
-    """The emulator as a debugger has it, which stops it as soon as it is there."""
+    """A debugger that is connected to the emulator. The connection stops the emulator."""
 
     def __init__(self, board):
         self.socket = socket.socket(socket.AF_UNIX)
@@ -207,7 +207,7 @@ class Debugger:
 
     def wait(self):
         while (byte := self.replies.read(1)) != b"#":
-            expect(byte, "the emulator is gone")
+            expect(byte, "the emulator has ended")
         self.replies.read(2)
         self.socket.sendall(b"+")
 
@@ -216,13 +216,13 @@ class Debugger:
         self.wait()
 
     def stop_before_store(self):
-        """Lets it run to the next store to the flash; one that it stands before is made."""
+        """Continues up to the next store to the flash. A store before which it has stopped is done first."""
         for text in (f"z{STORES}", "s", f"Z{STORES}", "c"):
             self.ask(text)
 
 
 def cut_before_store(board, seconds, store):
-    """Cuts the power before that store to the flash, counted when the seconds are over."""
+    """Waits for some seconds, and cuts the power before the store to the flash with this number, counted from then."""
     try:
         time.sleep(seconds)
         debugger = Debugger(board)
@@ -233,7 +233,7 @@ def cut_before_store(board, seconds, store):
 
 
 def write_until_cut(board, name, number, moment):
-    """Writes higher and higher numbers; the last that was written to its end."""
+    """Writes increasing numbers until the power is cut. Returns the last number whose write was complete."""
     with ThreadPoolExecutor() as threads:
         cut = threads.submit(cut_before_store, board, *moment)
         try:
@@ -246,7 +246,7 @@ def write_until_cut(board, name, number, moment):
 
 
 def cut_power(board, cuts, end):
-    """The board of the last boot."""
+    """Cuts the power and checks the board after each boot. Returns the board of the last boot."""
     for name in WRITERS:
         write(board, name, FIRST)
     numbers, rest = held(board)
@@ -262,11 +262,11 @@ def cut_power(board, cuts, end):
         halves += "No such" not in board.system(f"ls {writer.file}.new")
         found = held(board)
         numbers[name] = last + (found[0][name] == last + 1)
-        expect(found == (numbers, rest), f"cut {made} in {name} at {moment}: {last} was written to its end, the board "
-               f"holds {found[0]} and, instead of\n{rest}\n{found[1]}")
+        expect(found == (numbers, rest), f"cut {made} in {name} at {moment}: the write of {last} was complete, the "
+               f"board holds {found[0]} and, instead of\n{rest}\n{found[1]}")
         check_crc(board)
-    say(f"{sum(made.values())} of {cuts} cuts, {made}; {halves} left a file half-written beside the one in use")
-    expect(any(made.values()), "there was no time for a cut")
+    say(f"{sum(made.values())} of {cuts} cuts, {made}; {halves} left a temporary file")
+    expect(any(made.values()), "the time did not suffice for a cut")
     return board
 
 
@@ -285,14 +285,14 @@ def main():
     with tempfile.TemporaryDirectory(prefix="cli_board_") as folder:
         board = Board(Path(folder) / "memory", free_port())
         try:
-            say(f"the prompt is there after {board.seconds:.1f} s")
+            say(f"the first prompt appeared after {board.seconds:.1f} s")
             for check in (check_console, check_flash, check_reboot, check_telnet):
                 check(board)
-                say(f"{check.__name__}: as it should be, {time.monotonic() - start:.0f} s")
+                say(f"{check.__name__}: passed, {time.monotonic() - start:.0f} s")
             board = cut_power(board, 40 if cuts is None else cuts, end)
         finally:
             board.cut()
-    say(f"all is as it should be after {time.monotonic() - start:.0f} s")
+    say(f"passed after {time.monotonic() - start:.0f} s")
 
 
 if __name__ == "__main__":

@@ -10,7 +10,8 @@
 
 int openChannelSocket(int (*attach)(int, const sockaddr*, socklen_t))
 {
-    // A socket address has room for 107 characters, a device root may be longer: the folder goes by its descriptor.
+    // A socket address holds 107 characters, and the path of the root may be longer. So the path begins with the
+    // descriptor of the folder.
     const int folder = open(DeviceFile("/tmp").path(), O_PATH | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0)
         return -1;

@@ -17,8 +17,7 @@ struct SimTime {
 /// Appends a line to a log. Truncates the log first if it is too long.
 void simAddToLog(const char* devicePath, const char* line);
 
-/// Opens a file of the debug library's, which is created if it is missing. The caller closes it. -1: it cannot be
-/// opened.
+/// Opens a file of the debug library; creates it if it is missing. The caller closes it. -1 if it cannot be opened.
 int simOpenDebugFile(const char* devicePath, int flags);
 
 #endif

@@ -1,14 +1,14 @@
 // The simulated device's state: small text files in the folder "sim" of its root, one value each. Anyone may read them
 // while the shell runs, and set those of docs/simulation.md. The device itself writes
 //
-//     booted                        when, in seconds since 1970
+//     booted                        time of the start, in seconds since 1970
 //     consoles/<process>            a link to the terminal of a shell
-//     idle_ends/<process>           the idle time that ended a shell, until scripts/run has said so
-//     hostname                      in use, until a reboot takes up the configured one
-//     traffic                       what the daemon counts for each interface
+//     idle_ends/<process>           the idle time that ended a shell, until scripts/run has printed it
+//     hostname                      the host name in use; a reboot sets it to the configured one
+//     traffic                       the counters of each interface
 //     debug_*, kernel_log, crashes  switches, logs and records of the debug library
-//     reboots, password_changes     how often
-//     oem_mode, cw_debug, firmware* what the tools of these names, and restore, left
+//     reboots, password_changes     how often each happened
+//     oem_mode, cw_debug, firmware* written by the tools oem_init, cw_debug and restore
 
 #ifndef PLATFORM_SIMULATION_STATE_H
 #define PLATFORM_SIMULATION_STATE_H

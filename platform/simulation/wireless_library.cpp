@@ -10,10 +10,10 @@
 namespace
 {
 
-/// Size of the buffer that get_radio_mode() is given.
+/// The size of the buffer of get_radio_mode().
 constexpr std::size_t kRadioModeSize = 256;
 
-/// Bytes that a scan's results take unless the state file "scan_size" says otherwise.
+/// The size of a scan's result, unless the state file "scan_size" has another.
 constexpr int kScanSize = 20000;
 
 template <const char* Setting>
@@ -29,7 +29,7 @@ constexpr char kBroadcastSsid[] = "broadcast_ssid";
 constexpr char kLocalBridging[] = "local_bridging";
 constexpr char kAuthType[] = "auth_type";
 
-/// 0 where there is a text.
+/// Returns 0 if the setting has a text.
 int giveText(char* buffer, std::size_t size, const char* text)
 {
     std::snprintf(buffer, size, "%s", text);

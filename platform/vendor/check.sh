@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# check.sh [LIBRARY...]: installs what is missing, builds the shell for a vendor's platform, by default the stub, looks at
-# what it links, and plays the sessions of tests/sessions on a device's file system; nothing else of this machine is
-# changed. With libraries, which may be linker flags too, the sessions that show the stub's own answers are left out.
+# check.sh [LIBRARY...]: installs missing packages, builds the shell with the vendor's libraries or with the stub, checks
+# the linked libraries, and plays the sessions of tests/sessions on a temporary file system. A library may also be a linker
+# flag. With libraries, the sessions that show answers of the stub are left out. Changes nothing else of this machine.
 set -euo pipefail
 libraries=()
 for library; do
@@ -25,7 +25,7 @@ for header in platform/{debug_library,message_channel,system_library,wireless_li
 done
 build_vendor "${libraries[@]}" || fail "the shell does not build"
 
-# Files, so that no early end of a reader fails the pipe.
+# The output goes to files, because a reader that ends early would make a pipe fail.
 readelf -d "$vendor_program" | grep NEEDED >"$vendor_build/needed"
 ! grep -E 'stdc\+\+|libgcc|simulation' "$vendor_build/needed" || fail "the program needs more than readline and libc"
 strings -a "$vendor_program" >"$vendor_build/strings"
@@ -49,7 +49,7 @@ if [ $# -gt 0 ]; then
     mapfile -t sessions < <(grep -L STUB "${sessions[@]}")
     echo "check.sh: left out, with the stub's serial number: ${of_stub[*]##*/}" >&2
 fi
-# The shared libraries that are not this machine's.
+# The shared libraries of the vendor.
 linked=$(ldd "$vendor_program")
 ! grep 'not found' <<<"$linked" || fail "give shared libraries by their paths"
 vendor_libraries=$(grep -oE '/[^ ]+' <<<"$linked" | grep -vE '^/(usr|lib)' || true)

@@ -1,11 +1,11 @@
 # shellcheck shell=bash
-# Sourced from the root of the checkout: the shell built for a vendor's platform, and a file system for it to run on.
+# Sourced from the root of the checkout. Builds the shell for a vendor's platform, and makes a file system for it.
 
 vendor_build=build/vendor
-# shellcheck disable=SC2034 # for those who source this
+# shellcheck disable=SC2034 # used by the scripts that source this file
 vendor_program=$PWD/$vendor_build/bin/cli
 
-# build_vendor [LIBRARY...]: without libraries for the stub, the least that defines the platform.
+# build_vendor [LIBRARY...]: builds the shell with the libraries. Without libraries, uses the stub.
 build_vendor() {
     mkdir -p "$vendor_build"
     if [ $# -eq 0 ]; then
@@ -13,24 +13,23 @@ build_vendor() {
         ar rcs "$vendor_build/libstub.a" "$vendor_build/stub.o"
         set -- "$PWD/$vendor_build/libstub.a"
     fi
-    # Anew, as a toolchain that the environment names may be another.
+    # Configure again, because the environment may name another toolchain.
     cmake --fresh -G Ninja -S . -B "$vendor_build" -DCLI_PLATFORM=vendor -DCLI_VENDOR_LIBS="$(IFS=';' && echo "$*")" \
         -DBUILD_TESTING=OFF -DCMAKE_BUILD_TYPE=Release >/dev/null
     cmake --build "$vendor_build" >"$vendor_build/log" || { cat "$vendor_build/log" >&2 && return 1; }
 }
 
-# in_namespace WORDS...: runs a command whose mounts end with it, and that reaches neither the network nor the name of this
-# machine. False when this machine allows none.
+# in_namespace WORDS...: runs a command in a mount namespace of its own, where it cannot reach the network or the host name
+# of this machine. False if this machine does not allow that.
 in_namespace() {
-    # Root needs no user namespace, and inside a container often gets none.
+    # Root needs no user namespace, and often cannot create one inside a container.
     local -a unshare=(unshare -mnu)
     [ "$(id -u)" -eq 0 ] || unshare=(unshare -rmnu)
     "${unshare[@]}" "$@"
 }
 
-# make_device FOLDER PROGRAM: mounts a device's file system on the empty folder, with the program as "/cli". Its tools, in
-# "/tools", are the few of the system's that the shell itself runs. The shared libraries that the lines of
-# vendor_libraries name are there too.
+# make_device FOLDER PROGRAM: mounts the file system of a device on the empty folder, with the program as "/cli". "/tools"
+# has the few tools that the shell itself runs, and the shared libraries that vendor_libraries lists.
 make_device() {
     local root=$1 node folder tool library
     mount --make-rprivate /

@@ -1,4 +1,4 @@
-// A device whose configuration is read, set and saved.
+// A device for tests of the configuration.
 
 #ifndef TESTS_CONF_CONF_H
 #define TESTS_CONF_CONF_H
@@ -18,14 +18,14 @@
 
 inline constexpr char kChanged[] = "Configuration has been changed, please save or drop it.\n";
 
-/// A system file as it is written.
+/// The text of "/cfg/sys.conf" as the shell writes it.
 inline std::string fileOf(const std::string& items)
 {
     const std::string frame = "#=====================SYS CONF PARAMs========================\n";
     return frame + "#CONFIG system\n" + items + frame;
 }
 
-/// A device named "SN42" without configuration files; every tool that the handlers run is a recorder.
+/// A device with the serial number "SN42" and without configuration files. Its tools record their calls.
 class ConfTest : public DeviceTest
 {
 protected:
@@ -37,19 +37,19 @@ protected:
             plantRecorder(tool);
     }
 
-    /// Runs a command line; its result is kept.
+    /// Runs a command line and keeps its result.
     std::string type(const std::string& line)
     {
         return outputOf([&] { result_ = executeLine(line.c_str()); });
     }
 
-    /// What is said when a shell starts.
+    /// The output of a start of the shell.
     static std::string prepare()
     {
         return outputOf([] { configPrepare(nullptr, nullptr); });
     }
 
-    /// Writes a file whose modification time is `nanoseconds` after a certain second.
+    /// Writes a file and sets its modification time to `nanoseconds` after a fixed second.
     void writeAt(int nanoseconds, const std::string& file, const std::string& text, time_t second = 1'000'000'000) const
     {
         writeFile(file, text);
@@ -62,7 +62,7 @@ protected:
         return outputOf([&] { result_ = cwConfSetItem(key, value, cwConfig); });
     }
 
-    /// A shell started on a device that saved its defaults some time ago.
+    /// A shell on a device whose files hold the defaults and are not new.
     void startSaved()
     {
         writeAt(0, "/cfg/cw.conf", "static-ip-addr=192.168.1.2\n");

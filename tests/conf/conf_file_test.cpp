@@ -18,8 +18,8 @@ namespace fs = std::filesystem;
 namespace
 {
 
-/// Reads of a configuration file fail behind this many bytes, and every other read is interrupted. Negative: reads are
-/// not changed.
+/// The number of bytes after which reads of a configuration file fail; every second read is interrupted. Negative:
+/// reads are not changed.
 ssize_t readableBytes = -1;
 
 /// Whether rename() fails as for a mount point.
@@ -90,7 +90,7 @@ protected:
         return taken;
     }
 
-    /// "ok", what was said, or "silent".
+    /// Replaces the file. Returns "ok", the message, or "silent" if it failed without a message.
     static std::string replace(const std::string& text)
     {
         ConfText content;
@@ -100,7 +100,7 @@ protected:
         return result == 0 ? "ok" + said : said.empty() ? "silent" : said;
     }
 
-    /// As if the disk had room for a part of the text.
+    /// Replaces the file while no file can have more than 100 bytes, as on a full disk.
     static std::string replaceOnAFullDisk()
     {
         signal(SIGXFSZ, SIG_IGN);
@@ -172,7 +172,7 @@ TEST_F(ConfFileTest, InAClosedFolderAFileIsWrittenInPlace)
     ASSERT_EQ(seteuid(user) | chmod(path("/cfg").c_str(), 0755), 0);
 }
 
-// A reader tells two files apart by their times, also where a clock stands still or is a little late.
+// A reader recognises a new file by its time, even if the clock stands still or is a little slow.
 TEST_F(ConfFileTest, AReplacementIsNewer)
 {
     ConfFileTime before, now;
@@ -184,7 +184,7 @@ TEST_F(ConfFileTest, AReplacementIsNewer)
     EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::kMissing);
 }
 
-// A power cut then leaves the factory's configuration.
+// After the sync, a power cut leaves the factory configuration.
 TEST_F(ConfFileTest, FactoryFilesAreOnTheDiskBeforeTheDaemonEnds)
 {
     startSaved();
@@ -199,7 +199,7 @@ TEST_F(ConfFileTest, FactoryFilesAreOnTheDiskBeforeTheDaemonEnds)
     EXPECT_EQ(calls(), expected.str() + "pkill cwWtpd\n");
 }
 
-// A failure is reported once for a file, and each time the file would be written over.
+// A failure is reported once for each state of the file, and each time the file would be overwritten.
 TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
 {
     const std::string said = "sysConfRead: Could not open conf file /cfg/sys.conf.\n";

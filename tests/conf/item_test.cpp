@@ -10,7 +10,7 @@
 namespace
 {
 
-/// The value of an item as the file has it; those of a list, each followed by a blank.
+/// The value of an item as the file has it. The values of a list are each followed by a blank.
 std::string valueOf(const char* key)
 {
     std::string text;
@@ -43,7 +43,7 @@ TEST_F(ConfTest, LongAndEmptyValues)
     EXPECT_EQ(result_, -1);
 }
 
-// The items that are neither in the file nor in the tree show their defaults nowhere else.
+// The defaults of items that are neither in the file nor in the tree are shown nowhere else.
 TEST_F(ConfTest, TheDisplayOfAllItems)
 {
     startSaved();
@@ -109,8 +109,8 @@ TEST_F(ConfTest, OtherValues)
     const std::string unknown = "    Unknown configuration item '";
     const struct {
         const char* keys;
-        std::string said;                                        ///< a percent sign stands for the value
-        std::vector<std::pair<std::string, std::string>> values; ///< with what is stored
+        std::string said;                                        ///< the message; a percent sign stands for the value
+        std::vector<std::pair<std::string, std::string>> values; ///< a value and what the record then holds
     } cases[] = {
         {"ac-ip-discover change-state-pending-timer data-channel-dead-interval data-check-timer discovery-interval "
          "dtls-session-delete image-data-start-timer retransmit-interval silent-interval wait-dtls wait-join "

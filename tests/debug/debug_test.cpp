@@ -19,7 +19,7 @@
 namespace
 {
 
-/// The library maps its state once, so the tree is prepared once.
+/// Prepares the tree once, because the library maps its state once.
 class Debug : public DeviceTest
 {
 protected:

@@ -137,7 +137,7 @@ TEST(ApInfo, EndsLanPortsAtTheCountOrWithTheReply)
         reply.resize(test.length);
         EXPECT_TRUE(screenOf(printApInfo, reply).ends_with(expected));
     }
-    // What was not received is zero.
+    // Bytes that were not received read as zero.
     const auto named = bytesOf(std::vector{with(ApInfo{}, [](auto& r) { set(r.name, "AP"); })});
     const std::string cut = screenOf(printApInfo, std::span(named).first(offsetof(ApInfo, name) + 2));
     EXPECT_EQ(cut, screenOf(printApInfo, named));

@@ -30,7 +30,7 @@ TEST(FirewallRule, FormatsRulesForIpv4)
         {{65535, kRuleMarked | kRuleSourceLocal | kRuleDestinationLocal, 254, 0xffffffff, 0xffffffff, 0, 0, 65535,
           65535, -2147483647 - 1},
          " D65535 -2147483648 deny   254  (L)0.0.0.0/0:65535 ==> (L)255.255.255.255/32:65535"},
-        // An end that is any says nothing of being local.
+        // An end with the address "any" has no mark for a local address.
         {{1, kRuleAllow | kRuleSourceAny | kRuleSourceLocal, kRuleAnyProtocol, 1, 1, 1, 1, 1, 53, 0},
          "      1          0 allow  any  any:53 ==> 0.0.0.1/1:1"},
         {{1, kRuleDestinationAny | kRuleDestinationLocal, 0, 1, 1, 1, 1, 0, 0, 0},
@@ -49,7 +49,7 @@ TEST(FirewallRule, FormatsRulesForIpv6)
               " D   10     123456 allow  58   (L)fe80::211:22ff:fe33:4455/64.1024 ==> 2001:db8:0:0:1::1/128.any");
 
     rule = {1, kRuleSourceAny | kRuleDestinationLocal, kRuleAnyProtocol, {}, {}, 65535, 1024, 255, 64, {}, -1};
-    // The last of the longest runs of zeros is left out.
+    // If several runs of zeros are the longest, the last one is left out.
     for (const std::string address : {"::", "1::", "::ffff:102:304", "1000:200:30:4:0:ab:cd:ef", "0:0:1:0:0:1::",
                                       "::1:0:0:1:1", "0:0:1::1:0", "ffff:ffff:ffff:ffff:ffff:ffff:ffff:ffff"}) {
         ASSERT_EQ(inet_pton(AF_INET6, address.c_str(), rule.destination), 1) << address;

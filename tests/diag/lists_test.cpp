@@ -189,8 +189,8 @@ TEST(StationList, ShowsEveryFieldInOrder)
 
 TEST(ReplyList, EndsAtTheCountOrWithTheReply)
 {
-    // A count is shown as sent; what lists nothing is one whose low byte, on a big-endian host its high one, is 128 or
-    // more.
+    // The count is printed as it was sent. Nothing is listed if its low byte is 128 or more; on a big-endian host, if
+    // its high byte is.
     constexpr std::uint32_t kListsNothing = std::endian::native == std::endian::little ? 0x80 : 0x80000000;
     const struct {
         std::uint32_t count;
@@ -208,7 +208,7 @@ TEST(ReplyList, EndsAtTheCountOrWithTheReply)
         }
     }
 
-    // A record that was not received whole is zero from there on.
+    // The bytes that are missing from the last record read as zero.
     auto reply = listOf(5, std::vector{plainStation()});
     reply.resize(4 + offsetof(StationRecord, aid));
     const std::string cut = showStation(with(StationRecord{}, [](auto& r) { r.number = 7, r.type = 1, r.radio = 1; }));
@@ -220,18 +220,18 @@ TEST(ReplyList, EndsAtTheCountOrWithTheReply)
     }
 }
 
-/// Whatever the daemon sends: the printers end, and read nothing but the reply.
+/// With any reply, the printers end and read only the bytes of the reply.
 TEST(RandomReply, IsShownWithoutHarm)
 {
-    // One in so many replies is random throughout; the others are zero but for some bytes. A random channel range has
-    // 32768 channels.
+    // Some replies are completely random. All others are zero except for some bytes, because a random channel range has
+    // 32768 channels, which take long to print.
     const std::pair<ShowReply, std::uint32_t> kPrinters[] = {
         {printApInfo, 2}, {printVapList, 2}, {printStationList, 2}, {printRadioInfo, 2000}};
     const auto showRandomReplies = [&] {
         std::mt19937 random(5);
         for (const auto& [show, denseShare] : kPrinters)
             for (int i = 0; i < 100'000 / RANDOM_DIVISOR; ++i) {
-                // Mostly a record or two, now and then as long as can be.
+                // Most replies have one or two records, some have the full length.
                 std::vector<std::uint8_t> reply(random() % (i % 500 == 0 ? 65537 : 4200));
                 if (random() % denseShare == 0)
                     std::ranges::generate(reply, [&] { return static_cast<std::uint8_t>(random()); });

@@ -18,7 +18,7 @@ RadioRecord plainRadio()
     r.acChannelNumber = 3, r.acChannelAge = -2, r.channelCount = 24, r.channel = 36;
     r.acRanges[0].first = 36, r.acRanges[0].count = 4, r.acRanges[1].first = 1, r.acRanges[1].count = 3;
     mark(r.acChannels, 36, 2, 4), mark(r.allowedChannels, 7, 2), mark(r.hardwareChannels, 0, 2, 1022);
-    // The last bit of a map is no channel.
+    // The last bit of a map stands for no channel.
     mark(r.nonOccupancyChannels, 100, 2, 4), mark(r.nonOccupancyChannels, 1023, 1);
     return r;
 }
@@ -56,7 +56,7 @@ std::string showRadio(const RadioRecord& radio)
     return screenOf(printRadioInfo, bytesOf(std::vector{radio}));
 }
 
-/// "100, 101, " from `first` on.
+/// A list of channels from `first` on, such as "100, 101, ".
 std::string channelItems(unsigned first, unsigned count, unsigned step = 1)
 {
     std::string items;
@@ -120,7 +120,7 @@ TEST(RadioInfo, ComputesAcknowledgementTimeouts)
 
 TEST(RadioInfo, ShowsTheSecondaryChannelAt40MHz)
 {
-    // What a radio shows on every channel that has a secondary channel.
+    // The display of every channel that has a secondary channel.
     const auto pairs = [](std::uint8_t band) {
         std::string all;
         for (std::uint8_t n = 1; n != 0; ++n) {
@@ -154,7 +154,7 @@ TEST(RadioInfo, ShowsWhatDependsOnAField)
          "cfg=azAZ, oper=ZZZZ"},
         {[](auto& r) { set(r.configuredCountry, "[@`{"), set(r.operatingCountry, "D\xc4  "); }, "cfg=US, oper=DE",
          "cfg=, oper=D"},
-        // The first range without a first channel is the last.
+        // A range whose first channel is 0 ends the list.
         {[](auto& r) { r.acRanges[0].first = 0; }, ranges, ""},
         {[](auto& r) { r.acRanges[0].count = 0; }, ranges, "1, 2, 3, "},
         {[](auto& r) {

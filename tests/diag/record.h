@@ -1,4 +1,4 @@
-// Hand-built replies of the daemon. Records are packed: only fields of single bytes may be passed by reference.
+// Replies of the daemon for tests. Records are packed, so only fields of single bytes may be passed by reference.
 
 #ifndef TESTS_DIAG_RECORD_H
 #define TESTS_DIAG_RECORD_H
@@ -18,7 +18,7 @@
 #include "platform/daemon_records.h"
 #include "tests/support/device.h"
 
-/// Sets a text; what follows it in its field stays as it is.
+/// Sets a text. The bytes behind it in the field are not changed.
 template <typename Byte, std::size_t N>
 void set(Byte (&field)[N], std::string_view text)
 {
@@ -38,7 +38,7 @@ inline void mark(ChannelMap& map, unsigned first, unsigned count, unsigned step 
         map[n / 8] |= static_cast<std::uint8_t>(1U << n % 8);
 }
 
-/// A record after a change.
+/// A copy of the record with a change.
 template <typename Record, typename Change>
 Record with(Record record, Change change)
 {
@@ -46,7 +46,7 @@ Record with(Record record, Change change)
     return record;
 }
 
-/// The records back to back, behind what is already there.
+/// Appends the records to a reply.
 template <typename Record>
 std::vector<std::uint8_t> bytesOf(const std::vector<Record>& records, std::vector<std::uint8_t> bytes = {})
 {
@@ -55,7 +55,7 @@ std::vector<std::uint8_t> bytesOf(const std::vector<Record>& records, std::vecto
     return bytes;
 }
 
-/// A counted list of these records.
+/// A reply with a count and these records.
 template <typename Record>
 std::vector<std::uint8_t> listOf(std::uint32_t count, const std::vector<Record>& records)
 {
@@ -64,7 +64,7 @@ std::vector<std::uint8_t> listOf(std::uint32_t count, const std::vector<Record>&
 
 using ShowReply = void (*)(std::span<const std::uint8_t> reply);
 
-/// Shows a reply that ends where its memory does.
+/// Prints a reply whose memory ends with its last byte.
 inline void showReply(ShowReply show, std::span<const std::uint8_t> reply)
 {
     const auto copy = std::make_unique<std::uint8_t[]>(reply.size());
@@ -72,13 +72,13 @@ inline void showReply(ShowReply show, std::span<const std::uint8_t> reply)
     show({copy.get(), reply.size()});
 }
 
-/// The screen that the printer makes of a reply.
+/// The output of a printer for a reply.
 inline std::string screenOf(ShowReply show, std::span<const std::uint8_t> reply)
 {
     return outputOf([&] { showReply(show, reply); });
 }
 
-/// `screen` with one piece of it replaced, which must be there.
+/// `screen` with one text replaced. Fails the test if it does not contain the text.
 inline std::string changed(std::string screen, const std::string& from, const std::string& to)
 {
     const std::size_t at = screen.find(from);
@@ -86,7 +86,7 @@ inline std::string changed(std::string screen, const std::string& from, const st
     return at == std::string::npos ? screen : screen.replace(at, from.size(), to);
 }
 
-/// One change to a record, and what it changes on the screen.
+/// A change to a record, and the text on the screen that changes with it.
 template <typename Record>
 struct Variant {
     void (*change)(Record&);
@@ -94,7 +94,7 @@ struct Variant {
     std::string to;
 };
 
-/// A record, and the screen that shows it.
+/// A record, and its display.
 template <typename Record>
 struct Display {
     std::string (*show)(const Record&);

@@ -1,4 +1,4 @@
-// The requests to the daemon and the driver, and the output of their answers.
+// Tests of the requests to the daemon and the driver, and of the output for their answers.
 
 #include <algorithm>
 #include <bit>
@@ -23,20 +23,20 @@ constexpr char kBusy[] = "System is busy, please try again.\n";
 using Bytes = std::vector<std::uint8_t>;
 using Texts = std::vector<std::string>;
 
-/// What was asked of the platform's libraries, and what they answer.
+/// The recorded calls of the platform's libraries, and their answers.
 struct FakePlatform {
     Texts sent{}; ///< to the daemon: destination, flags, type and bytes; before a query also its capacity and time-out
     int channelResult = 0;
     Bytes answer{};
-    std::optional<int> answerLength{}; ///< as reported; the answer's own where not given
+    std::optional<int> answerLength{}; ///< the reported length; the length of the answer if it is not set
     std::size_t buffersLeft = 1000;
     std::vector<int> allocated{}; ///< sizes of the channel's buffers
     std::size_t freed = 0;
 
-    std::string regionAsked{}; ///< the last text that the default country was asked for
+    std::string regionAsked{}; ///< the region of the last query for a default country
     std::string interfaceUp{};
     Texts scans{};     ///< interface and buffer size of each background scan
-    int scanNeeds = 0; ///< bytes that a scan's result takes
+    int scanNeeds = 0; ///< size of a scan's result in bytes
 };
 
 FakePlatform fakePlatform;
@@ -46,7 +46,7 @@ class RequestTest : public DeviceTest
 protected:
     RequestTest() { fakePlatform = {}; }
 
-    /// What a line prints; its command has to return `expectedResult` and the channel's buffers.
+    /// The output of a line. Fails the test if the command does not return `expectedResult` or keeps a buffer.
     static std::string run(const std::string& line, int expectedResult = 0)
     {
         const testing::ScopedTrace trace(__FILE__, __LINE__, line);
@@ -58,7 +58,7 @@ protected:
 
 } // namespace
 
-// The calls of the shell to the platform end here.
+// These functions replace those of the platform.
 extern "C" {
 
 void* __wrap_ipcmsg_alloc(int size)
@@ -81,7 +81,7 @@ int __wrap_ipcmsg_send(int destination, int flags, int type, const void* message
 {
     std::string text = std::to_string(destination) + " " + std::to_string(flags) + " " + std::to_string(type) + ":";
     for (int i = 0; i < length; ++i) {
-        // The third and fourth byte of a setting are a number of the host's.
+        // The third and fourth byte of a setting are a number in host byte order.
         const int at = std::endian::native == std::endian::big && i / 2 == 1 ? i ^ 1 : i;
         text += " " + std::to_string(static_cast<const std::uint8_t*>(message)[at]);
     }
@@ -132,8 +132,8 @@ TEST_F(RequestTest, QueriesTellWhetherThereIsAnAnswer)
     const struct {
         const char* line;
         int capacity;
-        const char* sent;  ///< the list of VAPs is asked for with a number, and with a byte that means nothing
-        std::string empty; ///< begin of what an empty reply shows
+        const char* sent;  ///< the query for VAPs has the number of words, and a byte without a meaning
+        std::string empty; ///< the beginning of the display of an empty reply
         std::string noAnswer;
     } queries[] = {
         {"get vap cfg-info", 22180, "22180 10000 1 0 1: 3 ", "\nTotal: 0\n===", "System busy\n"},
@@ -157,7 +157,7 @@ TEST_F(RequestTest, QueriesTellWhetherThereIsAnAnswer)
             EXPECT_TRUE(fakePlatform.sent.empty());
         }
     }
-    // The station list shows what the reply buffer holds, whatever the result.
+    // The station list prints the reply buffer even if there was no answer.
     fakePlatform = {.channelResult = -1, .answer = {0x80, 0, 0, 0x80}};
     EXPECT_EQ(run("get wtp stations"), rule + "-2147483520\n");
 }
@@ -169,7 +169,7 @@ TEST_F(RequestTest, KeepsToTheReplyWhateverLengthIsReported)
         fakePlatform = {.answer = Bytes(2064, 2), .answerLength = length};
         EXPECT_TRUE(run("get radio info").ends_with(total));
     }
-    // The last station that begins in the buffer ends outside of it.
+    // The last station begins inside the buffer and ends outside.
     fakePlatform = {.answer = {0, 0, 0xff, 0x7f}, .answerLength = 65537};
     EXPECT_TRUE(run("get wtp stations").ends_with("\nTotal: 65407\n"));
 }

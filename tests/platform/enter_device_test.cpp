@@ -12,7 +12,7 @@
 namespace
 {
 
-/// How many calls of setenv() succeed before one has no memory; below 0 all of them do.
+/// The number of calls of setenv() that succeed before one gets no memory. Negative: all succeed.
 int callsBeforeFailure = -1;
 
 void printPaths()
@@ -39,7 +39,7 @@ int __wrap_setenv(const char* name, const char* value, int overwrite)
 
 using EnterDeviceTest = DeviceTest;
 
-/// A device without tools: the search for tools comes after the variables are set.
+/// The device has no tools: the program looks for them only after it has set the variables.
 TEST_F(EnterDeviceTest, SetsWhatKeepsAProcessOnItsDeviceOrEndsIt)
 {
     const auto enter = [root = "CLI_SIM_ROOT=" + path("")](int calls) {

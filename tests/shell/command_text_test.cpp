@@ -1,4 +1,4 @@
-// The texts that typed lines give to the system shell. A recorder stands in for system().
+// Tests of the command texts that typed lines give to the system shell. A recorder replaces system().
 
 #include <csignal>
 #include <cstdlib>
@@ -26,8 +26,8 @@ int waitStatus = 0;
 class CommandText : public DeviceTest
 {
 protected:
-    /// What the line gives to the system shell, with device paths, without the function that the simulated device
-    /// defines in each text.
+    /// The texts that a line gives to the system shell, with device paths and without the function that the simulation
+    /// puts into each text.
     Texts textsOf(const char* line) const
     {
         recorded.clear();
@@ -79,7 +79,7 @@ TEST_F(CommandText, NamesTheSessionsOwnFileIfTheCommonOneCannotBeHad)
     EXPECT_NE(access(path(own).c_str(), F_OK), 0);
 }
 
-/// A tool may exit with any number; only the death of the system shell is an interrupt.
+/// Any exit status of a tool is no interrupt. Only a signal that ends the system shell is one.
 TEST_F(CommandText, AnInterruptIsTheDeathOfTheSystemShell)
 {
     const struct {

@@ -1,4 +1,4 @@
-// A throw-away device for one test, and the shell's output as text.
+// A temporary device for one test, and the output of the shell as text.
 
 #ifndef TESTS_SUPPORT_DEVICE_H
 #define TESTS_SUPPORT_DEVICE_H
@@ -16,11 +16,11 @@ protected:
     DeviceTest();
     ~DeviceTest() override;
 
-    /// Where a device path is found on this machine.
+    /// The path of a device file on this machine.
     [[nodiscard]] std::string path(const std::string& devicePath) const { return root_ + devicePath; }
 
     void writeFile(const std::string& devicePath, const std::string& text) const;
-    /// Empty when there is no such file.
+    /// Returns an empty text if there is no such file.
     [[nodiscard]] std::string readFile(const std::string& devicePath) const;
 
     /// Plants an executable shell script `name` in "bin"; `script` follows the interpreter line.
@@ -34,7 +34,7 @@ private:
     std::string root_;
 };
 
-/// What `action` writes to standard output, the tools that it runs included.
+/// The standard output of `action` and of the tools that it runs.
 std::string outputOf(const std::function<void()>& action);
 
 #endif

@@ -152,7 +152,7 @@ int Terminal::waitForExit()
     int status = -1;
     waitUntil([&] { return waitpid(pid_, &status, WNOHANG) == pid_; }, "the end of the program");
     pid_ = status == -1 ? pid_ : -1;
-    while (readMore(kPollTime)) // what it said at last
+    while (readMore(kPollTime)) // the last output
         continue;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }

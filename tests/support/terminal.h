@@ -1,4 +1,4 @@
-// A program under a pseudo-terminal, driven and looked at as by a user.
+// A program on a pseudo-terminal, and an emulated screen.
 
 #ifndef TESTS_SUPPORT_TERMINAL_H
 #define TESTS_SUPPORT_TERMINAL_H
@@ -12,16 +12,16 @@
 
 #include <vterm.h>
 
-/// What to start: `file`, under the names and words in `arguments`, the program's own name first. `variables` are
-/// "NAME=value" and go over the test's environment; the terminal calls itself "xterm" unless they say otherwise.
+/// A program to start. `arguments` begin with the name of the program. `variables` have the form "NAME=value" and are
+/// added to the environment of the test. TERM is "xterm" if they do not set it.
 struct Program {
     std::string file;
     std::vector<std::string> arguments;
     std::vector<std::string> variables;
 };
 
-/// The terminal of one program, 24 rows of 80 columns. Every wait has a deadline; one that passes fails the test and
-/// shows the screen. The program is hung up and ended with the object.
+/// The terminal of one program, 24 rows of 80 columns. Every wait has a time limit, after which the test fails and
+/// prints the screen. The end of the object hangs up the terminal and ends the program.
 class Terminal
 {
 public:
@@ -31,24 +31,24 @@ public:
     Terminal& operator=(const Terminal&) = delete;
 
     void send(const std::string& keys) const;
-    /// Reads until `text` has come. Returns and consumes everything up to its end, control sequences included.
+    /// Reads until `text` has arrived. Returns everything up to its end, with control sequences, and consumes it.
     std::string waitFor(const std::string& text);
-    /// Waits until the terminal is quiet and its cursor stands right behind `text`, which is all that its row has.
+    /// Waits until there is no more output and the row of the cursor holds only `text`, with the cursor behind it.
     void waitForRow(const std::string& text);
-    /// Waits until the terminal is quiet and shows `text` anywhere.
+    /// Waits until there is no more output and the screen shows `text`.
     void waitForScreen(const std::string& text);
-    /// Waits until the terminal is quiet, shows exactly `text` and has its cursor there.
+    /// Waits until there is no more output and the screen shows exactly `text`, with the cursor at this place.
     void waitForExactly(const std::string& text, VTermPos place);
-    /// Reads until the program and all that it left behind have let go of the terminal.
+    /// Reads until the program, and every process that it started, has closed the terminal.
     void waitForEnd();
-    /// The exit status of the program, or the signal that ended it, negative.
+    /// The exit status of the program, or the negative number of the signal that ended it.
     int waitForExit();
 
-    /// A row, counted from 0, and all rows down to the last that has a text; none with the blanks at its end.
+    /// A row, counted from 0; all rows up to the last one with a text. Without blanks at the end of a row.
     [[nodiscard]] std::string row(int number) const;
     [[nodiscard]] std::string screen() const;
     [[nodiscard]] VTermPos cursor() const;
-    /// Whether the terminal is as the program found it: its modes are, and it does not put pastes in brackets.
+    /// Whether the terminal has the modes that the program found, and bracketed paste is off.
     [[nodiscard]] bool isAsFound() const;
     [[nodiscard]] pid_t pid() const { return pid_; }
 
@@ -56,7 +56,7 @@ public:
     void hangUp();
 
 private:
-    /// Waits for output. False when none has come.
+    /// Waits for output. False if none has arrived.
     bool readMore(int milliseconds);
     void waitUntil(const std::function<bool()>& isDone, const std::string& what);
 
@@ -65,7 +65,7 @@ private:
     pid_t pid_ = -1;
     bool hasEnded_ = false;
     std::string shown_;
-    std::size_t consumed_ = 0; ///< of what was shown
+    std::size_t consumed_ = 0; ///< characters of the output that expect() has returned
     std::unique_ptr<VTerm, void (*)(VTerm*)> emulator_;
 };
 

@@ -37,7 +37,7 @@ TEST_F(Editing, CompletesWords)
 {
     const struct {
         const char* typed;
-        const char* line; ///< what stands on the line afterwards
+        const char* line; ///< the line afterwards
     } cases[] = {
         {"con\t", "config "},
         {"show s\t", "show sys_conf "},
@@ -107,7 +107,7 @@ TEST_F(Editing, OffersWhatCanBeTypedNext)
     const struct {
         std::string line;
         const char* keys;
-        const char* names; ///< of the rows, none: the bell rings
+        const char* names; ///< the names of the listed rows; empty: the bell rings
     } lists[] = {
         {"ca", "\x1bh", "calibration cable "},
         {"get wtp ", "\033OP", "info stations "},
@@ -283,8 +283,8 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
     plantTool("ping", "echo started; exec sleep 600");
     const struct {
         std::string keys;
-        const char* shown; ///< when the interrupt comes
-        const char* after; ///< comes behind it
+        const char* shown; ///< the text before the interrupt is sent
+        const char* after; ///< the text behind the interrupt
         const char* before = "";
     } cases[] = {
         {"ping\rbrctl\r\x1b[201~", "started", ""},
@@ -307,8 +307,7 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
         session.waitForRow(kPrompt);
         EXPECT_EQ(session.ask("nosuch"), kUnknown);
     }
-    // A tool that handles the interrupt itself and exits normally, under a system shell that has replaced itself by the
-    // tool.
+    // The tool handles the interrupt itself and exits normally. The system shell has replaced itself by the tool.
     plantTool("ping", R"(read -r _ _ _ session _ </proc/$PPID/stat
         for child in $(cat /proc/$session/task/$session/children); do [ $child = $PPID ] || kill -INT $child; done
         echo statistics)");
@@ -341,7 +340,7 @@ TEST_F(Editing, FlowControlKeysDoNothingUnlessTheyAreBound)
     }
 }
 
-/// Searches from which readline returns with an undo list that it frees twice, and keys that switch its mode.
+/// Searches after which readline frees its undo list twice, and keys that switch to the vi mode.
 TEST_F(Editing, KeysThatCouldBreakItAreDead)
 {
     Session session;

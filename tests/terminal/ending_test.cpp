@@ -4,7 +4,7 @@
 
 #include "tests/terminal/shell.h"
 
-/// The sanitizer's, when there is one.
+/// A function of the sanitizer; null without a sanitizer.
 extern "C" [[gnu::weak]] std::size_t __sanitizer_get_current_allocated_bytes();
 
 using Ending = ShellTest;
@@ -13,7 +13,7 @@ TEST_F(Ending, LeavesTheTerminalAsItWasFound)
 {
     const struct {
         std::vector<const char*> keys;
-        const char* end; ///< of what the screen shows
+        const char* end; ///< the end of the screen
         int status;
     } endings[] = {
         {{"quit\r"}, "ap  # quit\nExit.", 0},      {{"quit | grep x\r"}, "ap  # quit | grep x", 0},
@@ -39,7 +39,7 @@ TEST_F(Ending, LeavesTheTerminalAsItWasFound)
     EXPECT_EQ(calls(), "reboot \n");
 }
 
-/// Also where its parent left the signals blocked.
+/// The same if the parent process has left the signals blocked.
 TEST_F(Ending, LeavesTheTerminalWhenASignalEndsIt)
 {
     sigset_t all;
@@ -94,7 +94,7 @@ TEST_F(Ending, EndsWithItsTerminal)
     }
 }
 
-/// The shell then sees the end of the input.
+/// The shell gets the end of the input.
 TEST_F(Ending, RunsNoLineThatAHangUpCutsOff)
 {
     for (const char* keys : {"brctl half", "brctl half\x1b[200~ pasted\rbrctl", "\022brctl half"}) {
@@ -111,7 +111,7 @@ TEST_F(Ending, IdleSessionEndsAsItsParentAsks)
 {
     const struct {
         const char* parent;
-        const char* typed; ///< not ended by return
+        const char* typed; ///< keys, without return
         const char* screen;
         int status;
     } sessions[] = {
@@ -145,7 +145,7 @@ TEST_F(Ending, IdleTimeRunsAtThePromptOnly)
     plantTool("ping", "sleep 2.2; echo done");
     Session session(shellBelow("telnetd"));
     EXPECT_EQ(session.ask("ping"), "done\n");
-    session.resize(30, 100); // a signal at which an expired time would show
+    session.resize(30, 100); // if the time had expired, the session would end at this signal
     EXPECT_EQ(session.ask("nosuch"), "Command \"nosuch\" is not supported.\n");
     session.send("\022p");
     session.waitForScreen("Timeout\nexit\nback 0");

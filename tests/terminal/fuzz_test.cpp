@@ -18,7 +18,7 @@
 #include "shell/pass_through.h"
 #include "tests/terminal/shell.h"
 
-/// The sanitizer's own count, when there is a sanitizer.
+/// The allocated bytes; a function of the sanitizer, null without a sanitizer.
 extern "C" [[gnu::weak]] std::size_t __sanitizer_get_current_allocated_bytes();
 
 namespace
@@ -26,7 +26,7 @@ namespace
 
 constexpr int kLines = 10'000 / RANDOM_DIVISOR;
 
-/// Words that end the shell, wait, or act outside the device.
+/// Words that end the shell, wait, or reach something outside the device.
 constexpr const char* kForbiddenWords[] = {"quit",          "exit",     "reboot", "shell",
                                            "factory-reset", "led_test", "kill",   "performance"};
 constexpr const char* kPipes[] = {"|", " | ", ";", " & ", "| |"};
@@ -35,7 +35,7 @@ constexpr const char* kArguments[] = {"0",          "-1",       "65536",      "9
                                       "dtls,ipsec", "on",       "wlan0",      "%s%n%d",
                                       "-a",         "\x80\xff", "WTP_NAME=x", "*?[]{}"};
 
-/// Random lines, the same ones on every run.
+/// Random lines, the same in every run.
 class Lines
 {
 public:
@@ -48,7 +48,7 @@ public:
         return line;
     }
 
-    /// Paths through the tree, arguments, pipes, and now and then bytes that do not belong there.
+    /// Command words, arguments, pipes, and sometimes invalid bytes.
     std::string words()
     {
         std::string line = segment();
@@ -75,7 +75,7 @@ private:
         std::string text;
         while (node->childCount > 0 && !oneIn(16)) {
             node = &node->children[below(static_cast<std::size_t>(node->childCount))];
-            // A tool costs as much as a hundred built-in commands.
+            // A tool takes as long as a hundred built-in commands.
             const bool isTool = node->handler == capturePassThrough || node->handler == directPassThrough;
             if (isTool && !oneIn(20))
                 return segment();
@@ -95,7 +95,7 @@ std::size_t allocatedBytes()
                                                               : mallinfo2().uordblks;
 }
 
-/// The system shell finds the device's tools and no others.
+/// PATH holds only the device's tools.
 class Fuzz : public ShellTest
 {
 protected:
@@ -134,7 +134,7 @@ TEST_F(Fuzz, TheExecutorAndCompletionTakeAnyLine)
             for (; char* candidate = completionGenerator("", 0); ++candidates)
                 std::free(candidate);
         }
-        before = i < kLines / 2 ? allocatedBytes() : before; // libraries and tables have grown by then
+        before = i < kLines / 2 ? allocatedBytes() : before; // libraries and tables have their final size by then
     }
     const std::size_t after = allocatedBytes();
     std::fflush(stdout);

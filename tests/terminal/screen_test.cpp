@@ -16,7 +16,7 @@ using Screen = ShellTest;
 
 const std::string kText = "nosuch abcdefghijklmnopqrstuvwxyz0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
-/// Waits until the window shows `above` and, below it, `line` broken into rows; of both the last rows that it holds.
+/// Waits until the window shows the last rows of `above` and, below them, of `line`, which is broken into rows.
 void waitForLine(Terminal& terminal, Size window, const std::vector<std::string>& above, const std::string& line,
                  std::size_t cursor)
 {
@@ -39,10 +39,10 @@ TEST_F(Screen, ShowsTheLineInAWindowOfAnySize)
     const std::string prompt = kPrompt;
     const struct {
         std::string keys;
-        std::string prompt; ///< or the message in its place
-        std::size_t cursor; ///< in the text
-        std::string end;    ///< keys
-        std::string added;  ///< to the text by then; the cursor stands behind it
+        std::string prompt; ///< the prompt, or a message in its place
+        std::size_t cursor; ///< position in the text
+        std::string end;    ///< keys that are typed at last
+        std::string added;  ///< the text that they add, before the cursor
     } states[] = {
         {"", prompt, kText.size(), "q", "q"},
         {"\001", prompt, 0, "\005", ""},
@@ -86,13 +86,13 @@ TEST_F(Screen, ShowsTheLineInAWindowThatIsTooSmallForIt)
     session.endLine("\r");
 }
 
-/// The process sees only the signal of a change there and back.
+/// The size changes and changes back, so the process gets a signal but finds the old size.
 TEST_F(Screen, IsDrawnAnewWhenTheSizeIsTheSame)
 {
     plantTool("ping", "echo \"[$COLUMNS $LINES]\"");
     const struct {
         std::vector<std::string> login;
-        std::string size; ///< that tools are told
+        std::string size; ///< the size in the environment of tools
     } cases[] = {{{}, "[ ]"}, {{"COLUMNS=120", "LINES=30"}, "[120 30]"}};
     for (const auto& example : cases) {
         Session session(shell(example.login));

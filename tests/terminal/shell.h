@@ -1,4 +1,4 @@
-// The built management shell on a small device of its own.
+// The management shell on a small device.
 
 #ifndef TESTS_TERMINAL_SHELL_H
 #define TESTS_TERMINAL_SHELL_H
@@ -9,7 +9,7 @@
 #include "tests/support/device.h"
 #include "tests/support/terminal.h"
 
-/// The device is named "ap"; its tools record their calls and do nothing.
+/// A device named "ap", whose tools only record their calls.
 class ShellTest : public DeviceTest
 {
 protected:
@@ -18,22 +18,22 @@ protected:
 
     ShellTest();
 
-    /// The shell, started by the test itself.
+    /// The shell as a child process of the test.
     static Program shell(const std::vector<std::string>& variables = {});
-    /// The shell below a system shell that goes by the name `parent` and says "back" when it comes back.
+    /// The shell as a child of a system shell with the name `parent`, which prints "back" when the shell has ended.
     static Program shellBelow(const std::string& parent);
 
-    /// A shell that waits at its prompt.
+    /// A shell at its prompt.
     class Session : public Terminal
     {
     public:
         explicit Session(const Program& program = shell()) : Terminal(program) { waitForRow(kPrompt); }
 
-        /// Types keys that end the line and waits for the next prompt.
+        /// Types keys that end a line, and waits for the next prompt.
         void endLine(const std::string& keys);
-        /// Types a line. Returns what the screen shows between it and the next prompt.
+        /// Types a line. Returns the rows between the line and the next prompt.
         std::string ask(const std::string& line);
-        /// The rows between the cursor's and the last one above it that has a prompt.
+        /// The rows between the last prompt above the cursor and the row of the cursor.
         [[nodiscard]] std::string rowsAbove() const;
     };
 };

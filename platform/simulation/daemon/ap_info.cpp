@@ -12,7 +12,7 @@ namespace
 
 struct PortUse {
     uint8_t mode;
-    const char* network = ""; ///< that the port is bridged to where it exists
+    const char* network = ""; ///< the network to which the port is bridged, if that network exists
 };
 
 constexpr PortUse kPortUses[] = {
@@ -36,14 +36,14 @@ LanPort lanPort(const PortUse& use)
     port.flags = static_cast<uint8_t>((network->flags() & kNetworkFlags) | network->meshBackhaul * LanPort::kMesh);
     port.vlanTag = network->vlan;
     fillText(port.ssid, network->ssid());
-    // On a little-endian host its last octet is also that of the hardware address.
+    // On a little-endian host the last octet of this address is also the last byte of the hardware address.
     port.addresses.splitTunnel.first = 0x0a141e00;
     port.splitTunnelSecond = 0xac101f01;
     std::ranges::copy(simHardwareAddress(network->interface().c_str()), port.addresses.mac);
     return port;
 }
 
-/// The least secure of the ways that the configuration allows.
+/// The least secure of the options that the configuration allows.
 uint8_t securityCode(const std::string& ways)
 {
     if (ways.find("clear") != std::string::npos)

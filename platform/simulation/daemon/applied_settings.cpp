@@ -13,7 +13,7 @@ namespace
 
 constexpr const char* kRadios[] = {"wlan0", "wlan1"};
 
-/// None: a message of another length.
+/// Returns no record if the message has another length.
 template <typename Record>
 std::optional<Record> read(std::span<const uint8_t> message)
 {

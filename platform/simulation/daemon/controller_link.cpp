@@ -13,7 +13,7 @@ using std::chrono::milliseconds;
 namespace
 {
 
-/// Ways of discovery, by the number in the configuration; the others look for the controller nearby.
+/// Values of `discovery-type`. With every other value the access point finds the controller by broadcast.
 constexpr int kAutomatic = 0;
 constexpr int kStatic = 1;
 constexpr int kDns = 3;

@@ -82,7 +82,7 @@ std::span<const Network> networks()
 
 std::vector<Station> presentStations(bool linkRuns)
 {
-    constexpr unsigned kSpread = 6; // networks with stations; the last two are off in a new device
+    constexpr unsigned kSpread = 6; // the networks with stations; the last two networks are off in a new device
     const int wanted = simReadNumber("daemon/stations", -1);
     const auto count = static_cast<unsigned>(wanted < 0 ? kVisitors : std::min(wanted, kMostStations));
     const std::time_t minute = std::time(nullptr) / 60;

@@ -51,8 +51,8 @@ void recordCrash(pid_t worker, int fault)
     simAddToLog(kSimCrashes, text);
 }
 
-/// Each terminal of the device holds the lock shared. Where there is none the lock is kept, so that one that opens
-/// waits for the end of this process.
+/// Whether no terminal of the device is open. Each terminal holds a shared lock on the file. If there is none, keeps
+/// the exclusive lock, so that a terminal that opens now waits until this process has ended.
 bool terminalIsOpen()
 {
     const int terminals = open(DeviceFile(kTerminalsLock).path(), O_RDONLY | O_CLOEXEC);
@@ -132,7 +132,7 @@ private:
         _exit(kCannotServe);
     }
 
-    /// A worker ended, perhaps. Returns whether this one goes on.
+    /// Looks after an ended worker, if there is one. Returns false if the supervisor must end.
     bool replaceWorker()
     {
         int status = 0;
@@ -156,14 +156,14 @@ private:
         waitpid(worker_, nullptr, 0);
     }
 
-    /// Terminals have to be looked at; the end of the parent arrives as SIGCHLD.
+    /// Waits for a signal. Terminals must be checked from time to time; the end of the parent arrives as SIGCHLD.
     int awaitSignal() const
     {
         constexpr timespec kSecond = {1, 0};
         return servesTerminals_ ? sigtimedwait(&awaited_, nullptr, &kSecond) : sigwaitinfo(&awaited_, nullptr);
     }
 
-    /// Whether the last terminal was closed, or where none was open at the start, the parent has ended.
+    /// Whether the last terminal was closed. If none was open at the start: whether the parent has ended.
     bool isForsaken() const { return servesTerminals_ ? !terminalIsOpen() : getppid() != parent_; }
 
     int lock_;

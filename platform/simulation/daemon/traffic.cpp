@@ -64,7 +64,7 @@ void countTraffic(uint64_t seconds, bool linkRuns)
             add(counters["eth0"], down, up);
     }
     if (wireIsUp) {
-        // Broadcasts of the neighbours, which the bridge gets too, and what the access point says for itself.
+        // Broadcasts of other devices, which the bridge receives too, and packets of the access point itself.
         add(counters["eth0"], {2 * seconds, 180 * seconds}, {seconds, 130 * seconds});
         add(counters["br0"], {2 * seconds, 180 * seconds}, {});
     }

@@ -13,12 +13,12 @@ namespace
 
 constexpr uint32_t kCapabilities = 0x0421;
 
-/// By the driver's number.
+/// The names of the driver's authentication types.
 constexpr const char* kAuthentications[] = {"OPEN", "WPA-PSK", "WPA2-PSK", "WPA/WPA2-PSK", "WPA2-RADIUS"};
 constexpr int kOpen = 0;
 constexpr int kRadius = 4;
 
-/// The driver knows how the stations of a network prove who they are.
+/// Fills the fields for authentication and keys. The driver has the type.
 void describeSecurity(VapRecord& record, const Network& network)
 {
     const int type = simInterfaceNumber(record.interface, "auth_type");

@@ -30,11 +30,11 @@ using Clock = std::chrono::steady_clock;
 constexpr std::size_t kLongestMessage = 4096;
 constexpr std::size_t kMostClients = 64;
 
-/// How often a link is looked at, before it runs and then.
+/// The intervals at which the link is checked, before it runs and while it runs.
 constexpr int kLinkPollMs = 100;
 constexpr int kRunningPollMs = 1000;
 
-/// The module that is at work in a state of the link, and what it says.
+/// For a state of the link: the submodule that writes a debug line, and the line.
 constexpr const char* kWork[][3] = {
     {"DISCOVERY", "discovery", "request sent"},          {"SULKING", "timer", "silent until the next discovery"},
     {"DTLS_SETUP", "dtls", "handshake begun"},           {"JOIN", "join", "request sent"},
@@ -42,7 +42,7 @@ constexpr const char* kWork[][3] = {
     {"RUN", "run", "networks set up by the controller"},
 };
 
-/// A word and perhaps a number from the state file "daemon/behaviour".
+/// The state file "daemon/behaviour": a word, and for "slow" a number.
 struct Behaviour {
     Behaviour()
     {
@@ -55,7 +55,7 @@ struct Behaviour {
     unsigned seconds = 3;
 };
 
-/// When a reply is due; none: never.
+/// The time at which a reply is sent; none: it is never sent.
 std::optional<Clock::time_point> dueTime(const Behaviour& behaviour)
 {
     const std::string_view word = behaviour.word;
@@ -79,7 +79,7 @@ public:
     }
 
 private:
-    /// One connection: a message is taken, its reply, if any, goes out when it is due.
+    /// A connection. It sends one message. The reply, if there is one, is sent when it is due.
     struct Client {
         int descriptor;
         bool hasAsked = false;
@@ -88,8 +88,8 @@ private:
         std::optional<Clock::time_point> due{};
     };
 
-    /// Waits for messages, hang-ups and due replies, and takes what came, in the order of the connections. What came
-    /// asks for the link as it is then.
+    /// Waits for a message, a closed connection, or the time of a reply. Brings the state of the link up to date, and
+    /// then receives the messages in the order of the connections.
     void wait()
     {
         int timeout = link_.status().runs() ? kRunningPollMs : kLinkPollMs;
@@ -230,7 +230,7 @@ private:
     int listener_;
     WtpConfig config_;
     ControllerLink link_;
-    Clock::time_point counted_ = Clock::now(); ///< up to when the traffic is
+    Clock::time_point counted_ = Clock::now(); ///< the traffic is counted up to this time
     std::string linkState_;
     std::vector<Client> clients_;
 };

@@ -28,7 +28,7 @@ std::string lastOf(const Items& items, const std::string& key)
 
 } // namespace
 
-// What no file holds stands here.
+// The values of items that no file has.
 WtpConfig::WtpConfig()
     : items_{
           {"location", "N/A"}, {"StaStatsRptInterval", "1"}, {"VapStatsRptInterval", "15"}, {"StaCapRptInterval", "30"}}

@@ -22,7 +22,7 @@ namespace
 constexpr char kLoopback[] = "lo";
 constexpr int kAddressBits = 32;
 
-/// "A.B.C.D", in host byte order.
+/// Parses "A.B.C.D" into host byte order.
 std::optional<std::uint32_t> addressFrom(const std::string& text)
 {
     std::uint32_t address = 0;
@@ -41,7 +41,7 @@ std::string addressFile(const std::string& interface)
     return pathOf("interfaces/" + interface + "/address");
 }
 
-/// "A.B.C.D/BITS" each.
+/// The addresses of an interface, each as "A.B.C.D/BITS".
 std::vector<std::string> addressesOf(const std::string& interface)
 {
     std::vector<std::string> addresses;
@@ -74,7 +74,7 @@ void printInet(const std::string& text)
                 ipv4Text(~host).text);
 }
 
-/// The daemon counts.
+/// Prints the counters, which the daemon keeps.
 void printTraffic(const std::string& interface)
 {
     unsigned long long packets[2]{};
@@ -116,7 +116,7 @@ void setNetmask(const std::string& interface, const char* text)
     setAddress(interface, addresses[0].substr(0, addresses[0].find('/')) + "/" + std::to_string(std::popcount(*mask)));
 }
 
-/// An address takes the place of all others and brings the interface up; 0.0.0.0 takes them away.
+/// Replaces all addresses of an interface and brings it up. 0.0.0.0 only removes the addresses.
 void changeAddress(const std::string& interface, const std::string& text)
 {
     const std::optional<std::uint32_t> address = addressFrom(text);
@@ -160,7 +160,7 @@ void addAddress(const std::string& interface, const std::string& address)
     std::ofstream(addressFile(interface), std::ios::app) << address << '\n';
 }
 
-/// The address that `ip addr add` is given, with its number of bits.
+/// The argument of `ip addr add` as "A.B.C.D/BITS".
 std::string prefixFrom(const std::string& text)
 {
     const std::size_t slash = text.find('/');
@@ -171,7 +171,7 @@ std::string prefixFrom(const std::string& text)
     return address + "/" + bits;
 }
 
-/// Takes the first of the words, or nothing.
+/// Removes the first word and returns it; an empty text if there is none.
 std::string takeWord(Words& words)
 {
     if (words.empty())
@@ -309,7 +309,7 @@ void endUnlessUp(Words words)
         std::exit(EXIT_FAILURE);
 }
 
-/// Its own addresses answer an access point without a wire, too; a controller that is not there does not.
+/// The device's own addresses always answer. Other addresses answer if eth0 is up; an absent controller does not.
 void endUnlessReached(Words words)
 {
     const std::string address = takeWord(words);

@@ -1,4 +1,5 @@
-// device_tool NAME [WORD...]: the program behind the stand-in of that name.
+// device_tool NAME [WORD...]: runs the simulated tool of that name. Scripts of these names in the device's "bin" call
+// it.
 
 #include <cstdarg>
 #include <cstdio>

@@ -26,13 +26,13 @@ std::string textOf(const std::string& interface, const std::string& setting, con
     return text;
 }
 
-/// A setting of the driver. Those that the wireless library also reads live where it reads them, the others in the
-/// folder "mib" of the interface.
+/// A setting of the driver and its state file. Settings that the wireless library does not read are in the folder "mib"
+/// of the interface.
 struct Setting {
     std::string_view name;
     const char* place;
-    bool isOfRadio; ///< a VAP shares it with its radio
-    int most;       ///< of a number; kNoLimit: any text
+    bool isOfRadio; ///< a VAP has the setting of its radio
+    int most;       ///< the largest number; kNoLimit: any text
 };
 
 constexpr Setting kSettings[] = {
@@ -102,7 +102,7 @@ void getSetting(const std::string& interface, const std::string& name)
     std::printf("%-9s get_mib:%s\n", interface.c_str(), text.c_str());
 }
 
-/// Refuses what the driver does not take.
+/// Ends the tool with a message if the driver does not accept the value.
 void check(const std::string& interface, const std::string& assignment, const std::string& name,
            const std::string& text)
 {
@@ -132,7 +132,7 @@ void setSetting(const std::string& interface, const std::string& assignment)
     if (name == "hiddenAP")
         text = inverted(text);
     simSetInterfaceText(place.interface.c_str(), place.setting.c_str(), text.c_str());
-    // A band may have no such channel.
+    // The new band may not have the current channel.
     if (name == "band")
         simSetInterfaceNumber(place.interface.c_str(), "channel", simRadio(interface.c_str()).record.channel);
 }

@@ -1,4 +1,4 @@
-// The stand-ins for the device's tools that show or change interfaces and radios.
+// The simulated versions of the device's tools that show or change interfaces and radios.
 
 #ifndef PLATFORM_SIMULATION_STAND_INS_STAND_IN_H
 #define PLATFORM_SIMULATION_STAND_INS_STAND_IN_H
@@ -16,24 +16,24 @@ void ip(Words words);
 void iwconfig(Words words);
 void iwpriv(Words words);
 
-/// For the stand-ins that are scripts: the address of an interface; the names of all interfaces; whether one is up;
-/// whether an address answers.
+/// Queries of other simulated tools, which are scripts: print the address of an interface, print the names of all
+/// interfaces, and exit with 1 if an interface is down, or if an address does not answer.
 void printMac(Words words);
 void printInterfaces(Words words);
 void endUnlessUp(Words words);
 void endUnlessReached(Words words);
 
-/// Ends the tool with a message, after its name.
+/// Prints the name of the tool and a message, and ends the tool.
 [[noreturn, gnu::format(printf, 1, 2)]] void fail(const char* format, ...);
 
-/// In their alphabetical order.
+/// The names of all interfaces, in alphabetical order.
 std::vector<std::string> interfaceNames();
 
 bool isInterface(const std::string& name);
 
 bool isUp(const std::string& interface);
 
-/// Six pairs of upper-case hexadecimal digits, separated by colons.
+/// The hardware address: six pairs of upper-case hexadecimal digits, separated by colons.
 std::string macOf(const std::string& interface);
 
 /// Whether `text` is a decimal number of less than ten digits.

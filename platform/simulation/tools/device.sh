@@ -1,8 +1,8 @@
 # shellcheck shell=sh
-# Sourced by every stand-in tool: the simulated device's state, one small file for each value below "sim" of its root.
+# Sourced by the simulated tools. The state of the device is in small files below "sim" of its root, one for each value.
 
 : "${CLI_SIM_ROOT:?must name the folder of a simulated access point}"
-# Not in every POSIX shell, but in those that are installed as sh: the same file whatever its spelling.
+# Whether two paths name the same file. POSIX does not have -ef, but the common shells do.
 # shellcheck disable=SC3013
 same_file() {
     [ "$1" -ef "$2" ]
@@ -25,7 +25,7 @@ value() {
     fi
 }
 
-# set_value NAME TEXT...: a reader finds the old lines or the new ones.
+# set_value NAME TEXT...: replaces a state value. A reader finds the old lines or the new ones.
 set_value() {
     state_file=$CLI_SIM_ROOT/sim/$1
     shift
@@ -38,13 +38,13 @@ config_value() {
     sed -n "s/^$2=//p" "$CLI_SIM_ROOT$1" 2>/dev/null
 }
 
-# fail TEXT...: ends the tool with a message.
+# fail TEXT...: prints a message and ends the tool.
 fail() {
     printf '%s: %s\n' "${0##*/}" "$*" >&2
     exit 1
 }
 
-# Whether $1 is a decimal number that the shell's arithmetic takes as one.
+# Whether $1 is a decimal number for the shell's arithmetic: at most nine digits, no leading zero.
 is_number() {
     case $1 in
     '' | *[!0-9]* | 0?* | ??????????*) return 1 ;;
@@ -52,19 +52,19 @@ is_number() {
     esac
 }
 
-# Whether $1 reads A.B.C.D.
+# Whether $1 has the form A.B.C.D.
 is_address() {
     octet='(25[0-5]|2[0-4][0-9]|1[0-9][0-9]|[1-9]?[0-9])'
     printf '%s\n' "$1" | grep -Eqx "($octet\.){3}$octet"
 }
 
-# words FILE: the lines of a file with zeros behind them.
+# words FILE: prints the words of a file that end with zero bytes, one a line.
 words() {
     tr '\0' '\n' 2>/dev/null <"$1"
 }
 
-# Prints the device's processes, "PID NAME" a line: shells, the daemon and its supervisor, the stand-in tools that run,
-# and the system shell of a console. Everything else on the PC is out of reach.
+# Prints the device's processes, one "PID NAME" a line: shells, the daemon and its supervisor, running tools, and the
+# system shell of a console. Other processes of the PC cannot be reached.
 processes() {
     grep -lsz '^CLI_SIM_ROOT=' /proc/[0-9]*/environ | while IFS=/ read -r _ _ pid _; do
         root=$(words "/proc/$pid/environ" | sed -n 's/^CLI_SIM_ROOT=//p')
@@ -84,7 +84,7 @@ processes() {
             "$CLI_SIM_ROOT"/bin/*) ;;
             *) continue ;;
             esac
-            # A tool's subshell is no process of its own.
+            # Leave out the subshell of a tool.
             ! words "/proc/$parent/cmdline" | grep -qxF "$CLI_SIM_ROOT/bin/$name" || continue
             ;;
         esac
@@ -97,7 +97,7 @@ pids() {
     processes | sed -n "s/ $1\$//p"
 }
 
-# Reads the options that kill and its kin have: $signal and $operands.
+# read_signal WORDS...: reads the options of kill, killall and pkill into $signal and $operands.
 read_signal() {
     signal=TERM
     operands=
@@ -116,7 +116,7 @@ read_signal() {
     signal=${signal#SIG}
 }
 
-# signal_named [-SIGNAL | -s SIGNAL] NAME...: what killall and pkill do. False when there is no such process.
+# signal_named [-SIGNAL | -s SIGNAL] NAME...: signals processes by name, for killall and pkill. False if there is none.
 signal_named() {
     read_signal "$@"
     found=
