@@ -112,7 +112,7 @@ bool readRecord(int fd, PlatformInfo& info)
     if (fd < 0)
         return false;
     // Wait at most five seconds for a process that writes a whole image.
-    for (int tries = 0; tries < 500 && flock(fd, LOCK_EX | LOCK_NB) != 0; ++tries)
+    for (int tries = 0; tries < 500 && flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK; ++tries)
         usleep(10'000);
     FlashImage image;
     const bool complete = readImage(fd, image, offsetof(FlashImage, mac));

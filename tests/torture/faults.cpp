@@ -1,0 +1,219 @@
+// A preloaded library that counts the calls of the shell that may fail, and lets one of them, or all from one on, fail.
+//
+// FAULT_COUNTS names a file of one 32-bit counter for each kind of call. All shells of a session share it. FAULT is
+// "KIND/N/MODE": with the mode "transient" the Nth call of the kind fails, with "persistent" also all calls after it.
+// Other programs than "cli" are not changed.
+
+#include <atomic>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <iterator>
+#include <string_view>
+#include <sys/mman.h>
+#include <sys/socket.h>
+#include <sys/types.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace
+{
+
+struct Kind {
+    std::string_view name;
+    int error; ///< errno of a failing call
+};
+
+enum KindIndex { kMalloc, kOpen, kWrite, kFsync, kRename, kRead, kFlock, kIoctl, kFork, kExchange };
+
+constexpr Kind kKinds[] = {
+    {"malloc", ENOMEM}, {"open", EMFILE},  {"write", ENOSPC}, {"fsync", EIO},   {"rename", EIO},
+    {"read", EIO},      {"flock", ENOLCK}, {"ioctl", EIO},    {"fork", EAGAIN}, {"exchange", ECONNRESET},
+};
+
+struct Fault {
+    std::atomic<std::uint32_t>* counts; ///< null: this process is not changed
+    pid_t process;                      ///< the shell; not its forked children
+    int kind;                           ///< -1: no call fails
+    std::uint32_t number;
+    bool isPersistent;
+};
+
+constinit Fault fault{};
+
+bool isShell()
+{
+    char path[4096];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+    return length > 0 && std::string_view(path, static_cast<std::size_t>(length)).ends_with("/cli");
+}
+
+[[gnu::constructor]] void prepare()
+{
+    const char* counts = std::getenv("FAULT_COUNTS");
+    if (counts == nullptr || !isShell())
+        return;
+    fault.kind = -1;
+    char name[16] = "";
+    char mode[16] = "";
+    const char* text = std::getenv("FAULT");
+    if (text != nullptr && std::sscanf(text, "%15[^/]/%u/%15s", name, &fault.number, mode) == 3) // NOLINT(cert-err34-c)
+        for (int i = 0; i < static_cast<int>(std::size(kKinds)); ++i)
+            if (kKinds[i].name == name)
+                fault.kind = i;
+    fault.isPersistent = std::strcmp(mode, "persistent") == 0;
+    fault.process = getpid();
+    const int fd = openat(AT_FDCWD, counts, O_RDWR | O_CLOEXEC);
+    void* mapped = mmap(nullptr, sizeof(std::uint32_t) * std::size(kKinds), PROT_READ | PROT_WRITE, MAP_SHARED, fd, 0);
+    close(fd);
+    if (mapped != MAP_FAILED)
+        fault.counts = static_cast<std::atomic<std::uint32_t>*>(mapped);
+}
+
+/// Counts a call. True, and errno is set, if it has to fail.
+bool fails(KindIndex kind)
+{
+    if (fault.counts == nullptr || getpid() != fault.process)
+        return false;
+    const std::uint32_t number = ++fault.counts[kind];
+    if (fault.kind != kind || number < fault.number || (number > fault.number && !fault.isPersistent))
+        return false;
+    errno = kKinds[kind].error;
+    return true;
+}
+
+/// The function of the same name that this library replaces.
+template <typename Result, typename... Arguments>
+struct Next {
+    using Function = Result (*)(Arguments...);
+
+    Result operator()(Arguments... arguments)
+    {
+        if (function == nullptr)
+            function = reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+        return function(arguments...);
+    }
+
+    const char* name;
+    Function function = nullptr;
+};
+
+} // namespace
+
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the names in the C library's headers are reserved
+extern "C" {
+
+void* malloc(std::size_t size)
+{
+    static constinit Next<void*, std::size_t> real{"malloc"};
+    return fails(kMalloc) ? nullptr : real(size);
+}
+
+void* realloc(void* old, std::size_t size)
+{
+    static constinit Next<void*, void*, std::size_t> real{"realloc"};
+    return fails(kMalloc) ? nullptr : real(old, size);
+}
+
+void* calloc(std::size_t count, std::size_t size)
+{
+    static constinit Next<void*, std::size_t, std::size_t> real{"calloc"};
+    return fails(kMalloc) ? nullptr : real(count, size);
+}
+
+int open64(const char* path, int flags, ...)
+{
+    static constinit Next<int, const char*, int, mode_t> real{"open64"};
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    return fails(kOpen) ? -1 : real(path, flags, mode);
+}
+
+FILE* fopen64(const char* path, const char* mode)
+{
+    static constinit Next<FILE*, const char*, const char*> real{"fopen64"};
+    return fails(kOpen) ? nullptr : real(path, mode);
+}
+
+ssize_t write(int fd, const void* bytes, std::size_t size)
+{
+    static constinit Next<ssize_t, int, const void*, std::size_t> real{"write"};
+    return fails(kWrite) ? -1 : real(fd, bytes, size);
+}
+
+int fsync(int fd)
+{
+    static constinit Next<int, int> real{"fsync"};
+    return fails(kFsync) ? -1 : real(fd);
+}
+
+int rename(const char* from, const char* to)
+{
+    static constinit Next<int, const char*, const char*> real{"rename"};
+    return fails(kRename) ? -1 : real(from, to);
+}
+
+ssize_t read(int fd, void* bytes, std::size_t size)
+{
+    static constinit Next<ssize_t, int, void*, std::size_t> real{"read"};
+    return fails(kRead) ? -1 : real(fd, bytes, size);
+}
+
+// Has another name here, because <fcntl.h> has a structure of this name.
+int lockFile(int fd, int operation) asm("flock");
+
+int lockFile(int fd, int operation)
+{
+    static constinit Next<int, int, int> real{"flock"};
+    return fails(kFlock) ? -1 : real(fd, operation);
+}
+
+// If the file is no terminal, the two calls fail as usual and are not counted.
+int tcgetattr(int fd, termios* modes)
+{
+    static constinit Next<int, int, termios*> real{"tcgetattr"};
+    return real(fd, modes) != 0 || fails(kIoctl) ? -1 : 0;
+}
+
+int tcsetattr(int fd, int actions, const termios* modes)
+{
+    static constinit Next<int, int, int, const termios*> real{"tcsetattr"};
+    return isatty(fd) == 0 || !fails(kIoctl) ? real(fd, actions, modes) : -1;
+}
+
+int ioctl(int fd, unsigned long request, ...)
+{
+    static constinit Next<int, int, unsigned long, void*> real{"ioctl"};
+    va_list arguments;
+    va_start(arguments, request);
+    void* const argument = va_arg(arguments, void*);
+    va_end(arguments);
+    return fails(kIoctl) ? -1 : real(fd, request, argument);
+}
+
+pid_t fork()
+{
+    static constinit Next<pid_t> real{"fork"};
+    return fails(kFork) ? -1 : real();
+}
+
+ssize_t sendmsg(int fd, const msghdr* message, int flags)
+{
+    static constinit Next<ssize_t, int, const msghdr*, int> real{"sendmsg"};
+    return fails(kExchange) ? -1 : real(fd, message, flags);
+}
+
+ssize_t recvmsg(int fd, msghdr* message, int flags)
+{
+    static constinit Next<ssize_t, int, msghdr*, int> real{"recvmsg"};
+    return fails(kExchange) ? -1 : real(fd, message, flags);
+}
+}
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
