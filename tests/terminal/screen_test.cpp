@@ -117,6 +117,10 @@ TEST_F(Screen, WaitsForTheAnswerToAQuestion)
     session.resize(24, 40);
     session.send("n");
     waitForLine(session, {24, 40}, {line.substr(0, 40), kQuestion}, line, 9);
+    session.resize(24, 44);
+    session.waitForScreen("ABCDEFG");
+    session.send("\t\ty");
+    session.waitForScreen("--More--");
 }
 
 TEST_F(Screen, KnowsAWindowThatIsResizedUnderATool)
