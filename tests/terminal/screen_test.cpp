@@ -1,6 +1,8 @@
 // Resized windows: the screen shows the earlier output, the prompt and the line, and nothing else.
 
 #include <csignal>
+#include <random>
+#include <utility>
 
 #include "tests/terminal/shell.h"
 
@@ -66,6 +68,47 @@ TEST_F(Screen, ShowsTheLineInAWindowOfAnySize)
         session.send(state.end);
         const std::string line = prompt + kText + state.added;
         waitForLine(session, {24, 5}, {"above"}, line, line.size());
+    }
+}
+
+/// Random keys and sizes. The expected line follows from the keys. Some resizes come inside an escape sequence.
+TEST_F(Screen, ShowsTheLineAfterAnyKeysInAnySize)
+{
+    plantTool("ping", "printf '\\033[H\\033[2J'");
+    struct Line {
+        std::string text;
+        std::size_t cursor;
+    };
+    constexpr std::pair<const char*, void (*)(Line&)> kKeys[] = {
+        {"\x1b[D", [](Line& line) { line.cursor -= line.cursor > 0 ? 1 : 0; }},
+        {"\001", [](Line& line) { line.cursor = 0; }},
+        {"\005", [](Line& line) { line.cursor = line.text.size(); }},
+        {"\013", [](Line& line) { line.text.erase(line.cursor); }},
+        {"\025",
+         [](Line& line) {
+             line = {line.text.substr(line.cursor), 0};
+         }},
+        {"abcdefghijklmnopqrst",
+         [](Line& line) {
+             line = {line.text.insert(line.cursor, "abcdefghijklmnopqrst"), line.cursor + 20};
+         }},
+    };
+    constexpr std::size_t kLongest = 60; // a window of 4 columns holds 90 characters with the prompt
+    std::mt19937 random(20240301);       // NOLINT(cert-msc32-c,cert-msc51-cpp): the same steps in every run
+    Session session;
+    session.ask("ping");
+    Line line{};
+    for (int step = 0; step < 120 / RANDOM_DIVISOR && !HasFailure(); ++step) {
+        const auto& [keys, change] = kKeys[random() % (line.text.size() > kLongest ? 5 : 6)];
+        const Size window{24, static_cast<unsigned short>(4 + random() % 197)};
+        const std::string typed = keys;
+        const std::size_t half = typed[0] == '\x1b' ? random() % 3 : 0;
+        session.send(typed.substr(0, half));
+        session.resize(window.rows, window.columns);
+        session.send(typed.substr(half));
+        change(line);
+        SCOPED_TRACE("step " + std::to_string(step));
+        waitForLine(session, window, {}, kPrompt + line.text, std::string(kPrompt).size() + line.cursor);
     }
 }
 
