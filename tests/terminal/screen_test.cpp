@@ -46,8 +46,6 @@ TEST_F(Screen, ShowsTheLineInAWindowOfAnySize)
         std::string end;    ///< keys that are typed at last
         std::string added;  ///< the text that they add, before the cursor
     } states[] = {
-        {"", prompt, kText.size(), "q", "q"},
-        {"\001", prompt, 0, "\005", ""},
         {"\026", prompt, kText.size(), "q", "q"},
         {"\022mno", "(reverse-i-search)`mno': ", kText.find("mno"), "\005", ""},
         {"\x1b"
