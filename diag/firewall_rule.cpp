@@ -41,12 +41,12 @@ struct EndpointBits {
 constexpr EndpointBits kSourceBits{kRuleSourceAny, kRuleSourceLocal};
 constexpr EndpointBits kDestinationBits{kRuleDestinationAny, kRuleDestinationLocal};
 
-/// Formats one end of an IPv4 rule, for example "(L)10.0.0.1/32:80" or "any.53".
+/// One end of an IPv4 rule as text, for example "(L)10.0.0.1/32:80" or "any.53".
 struct EndpointText {
     char text[64];
 };
 
-/// Formats an IPv6 address, for example "2001:db8:0:0:1::1".
+/// An IPv6 address as text, for example "2001:db8:0:0:1::1".
 struct Address6Text {
     char text[kGroupCount * 5];
 };

@@ -51,8 +51,8 @@ void recordCrash(pid_t worker, int fault)
     simAddToLog(kSimCrashes, text);
 }
 
-/// Whether no terminal of the device is open. Each terminal holds a shared lock on the file. If there is none, keeps
-/// the exclusive lock, so that a terminal that opens now waits until this process has ended.
+/// Whether a terminal of the device is open. Each terminal holds a shared lock on the file. If there is none, keeps the
+/// exclusive lock, so that a terminal that opens now waits until this process has ended.
 bool terminalIsOpen()
 {
     const int terminals = open(DeviceFile(kTerminalsLock).path(), O_RDONLY | O_CLOEXEC);
@@ -132,7 +132,7 @@ private:
         _exit(kCannotServe);
     }
 
-    /// Looks after an ended worker, if there is one. Returns false if the supervisor must end.
+    /// If the worker has ended, starts another one. Returns false if the supervisor must end.
     bool replaceWorker()
     {
         int status = 0;
