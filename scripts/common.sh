@@ -4,7 +4,9 @@
 
 # Packages for a build with its tests, and for running the tests.
 # shellcheck disable=SC2034 # used by the scripts that source this file
-test_packages=(atftpd busybox cmake g++ libgtest-dev libncurses-dev libreadline-dev libvterm-dev ninja-build procps python3 strace)
+test_packages=(
+    atftpd busybox cmake g++ libgtest-dev libncurses-dev libreadline-dev libvterm-dev ninja-build procps python3 strace
+)
 
 # The descriptor for the output of apt-get and cmake.
 output=2
