@@ -16,8 +16,8 @@ AddressText macText(const std::uint8_t (&address)[6]);
 /// Dotted decimal of an address in host byte order.
 AddressText ipv4Text(std::uint32_t address);
 
-/// Parses a dotted address into host byte order. The address ends at the first blank. False, and nothing is stored, if
-/// the text is no address.
+/// Parses an address into host byte order, in every form that inet_aton() accepts. The address ends at the first blank.
+/// False, and nothing is stored, if the text is no address.
 bool parseIpv4(const char* text, std::uint32_t* address);
 
 #endif

@@ -16,7 +16,8 @@ int biosFindMtdDevice(char* path, std::size_t size);
 
 /// The open partition. The constructor opens it and takes an advisory lock, for which it waits at most five seconds. If
 /// another process keeps the lock for longer, the lock is ignored. If an interrupt arrives while it waits, the
-/// partition is closed. On a closed partition, all operations do nothing.
+/// partition is closed. On a closed partition, read() returns -1, crcMatches() and storeCrc() return false, and all
+/// other operations do nothing.
 class FlashDevice
 {
 public:
@@ -38,6 +39,7 @@ public:
 
     /// Writes `size` bytes. Skips an erase block whose bytes are the same already, because some drivers erase and
     /// program the whole block, and a power cut in between loses it. A slot is written by one system call.
+    /// A failure is not reported.
     void write(std::size_t offset, const void* bytes, std::size_t size) const;
 
     /// Whether the stored checksum matches.

@@ -10,7 +10,8 @@
 class ConfFolderLock
 {
 public:
-    /// Waits for at most a second until other shells have released the lock.
+    /// Waits for at most a second until other shells have released the lock. isOurs() tells whether it was taken;
+    /// replaceConfFile() checks that itself.
     ConfFolderLock();
     ~ConfFolderLock();
     ConfFolderLock(const ConfFolderLock&) = delete;
@@ -23,8 +24,8 @@ public:
 /// Replaces a configuration file by `text`. The replacement is atomic: a reader finds the old file or the new one, also
 /// after a crash. Only if no file can be created in the folder, or if the file is a mount point, the file is written in
 /// place. The modification time of the new file is later than that of the old one. Returns 0, or -1 with the old file
-/// unchanged: without a message if the file cannot be opened, with a message if the text cannot be written or another
-/// shell keeps the lock.
+/// unchanged. Prints a message if the text cannot be written or another shell keeps the lock. Prints none if the file
+/// cannot be opened.
 int replaceConfFile(const char* devicePath, const ConfText& text);
 
 /// Syncs a configuration file that a tool has written, and its folder.

@@ -123,10 +123,10 @@ struct CwConfig {
     std::uint8_t security;
     std::uint8_t radioMac;
     std::uint32_t vendorIdHw;
-    const char* hwVer; ///< this and the next two: compared by address, set by cwConfSetVersion
+    const char* hwVer; ///< compared by address; set by cwConfSetVersion()
     std::uint32_t vendorIdSw;
-    const char* swVer;
-    const char* swVerSecond;
+    const char* swVer;       ///< compared by address; set by cwConfSetVersion()
+    const char* swVerSecond; ///< compared by address; never changes
     std::uint8_t certificate;
     char rootCertificate[128];
     char serverCertificate[128];

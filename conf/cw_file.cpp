@@ -173,6 +173,7 @@ int cwConfWrite()
     return 0;
 }
 
+// The record differs from the snapshot by this time if there is no file to read, so the next save writes one.
 void cwConfDrop()
 {
     cwConfig.fileTime = 0;

@@ -12,8 +12,9 @@ inline constexpr char kCwConfFile[] = "/cfg/cw.conf";
 /// opened or read to its end, prints a message and returns -1; both records are then unchanged.
 int cwConfRead(CwConfig& config);
 
-/// If the file has changed since it was last read or written, or could not be read then: reads it and updates the
-/// snapshot. If it cannot be read, prints a message once for each state of the file.
+/// Reads the file if it has changed since the session read or wrote it, or if the last attempt to read it failed. The
+/// values of the file replace unsaved changes of the process's record `config`. Updates the snapshot and the base. If
+/// the file cannot be read, prints a message once for each state of the file.
 void cwConfRefresh(CwConfig& config);
 
 /// Reads the file over a record of defaults and updates the snapshot. A missing file changes nothing and is no error.

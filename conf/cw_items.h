@@ -35,10 +35,10 @@ const CwItem* cwConfItem(std::string_view key);
 /// or the value is refused, prints a message and returns -1; the record is then unchanged.
 int cwConfSetItem(const char* key, const char* value, CwConfig& config);
 
-/// Whether two records have the same values of an item of the file.
+/// Whether two records have the same values of an item. The item must be in a section of the file.
 bool cwConfItemIsSame(const CwItem& item, const CwConfig& one, const CwConfig& other);
 
-/// Copies the values of an item of the file from one record to another.
+/// Copies the values of an item from one record to another. The item must be in a section of the file.
 void cwConfCopyItem(const CwItem& item, const CwConfig& from, CwConfig& to);
 
 /// Whether the item holds several values.

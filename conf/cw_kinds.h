@@ -65,7 +65,7 @@ struct CwKind {
     const CwList* list; ///< null: one value
 };
 
-/// A kind whose items live in one field of the type `Field`.
+/// A kind whose items have one field of the type `Field`. A table row with a field of another type does not compile.
 template <typename Field>
 struct CwFieldKind {
     CwKind kind;

@@ -30,12 +30,13 @@ inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B
 inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string).";
 inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
 
-/// `add`. An address must be new and the list below its limit. A name that exceeds the limit is dropped without a
-/// message. An item that is no list is not changed. Marks the record as changed and returns 0, or prints a message and
-/// returns -1.
+/// `add`. An address must be new, and the list must not be full. A name is dropped without a message if the list is
+/// full. If the item is no list, no value is changed. Marks the record as changed and returns 0, or prints a message
+/// and returns -1.
 int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config);
 
-/// `del`. Marks the record as changed and returns 0, or prints a message and returns -1.
+/// `del`. Marks the record as changed and returns 0. Prints a message and returns -1 if the value is not in the list,
+/// or if the item is no list.
 int cwConfListDelete(const CwItem& item, const char* value, CwConfig& config);
 
 /// Puts a value in an entry of a list, as CwList::put() does, and marks the record as changed. Prints a message if the

@@ -57,8 +57,8 @@ public:
     template <typename Take>
     bool catchUp(Take take);
 
-    /// To be called when the session has written the file. If the modification times of the old and the new file are in
-    /// different seconds, the next refresh reads the file. Otherwise isNewerThanSnapshot() is true from now on.
+    /// To be called when the session has written the file. isNewerThanSnapshot() is true until the file is read again.
+    /// The next refresh reads the file if the old and the new one were not written in the same second.
     void noteWritten();
 
 private:

@@ -14,7 +14,7 @@ struct SysConfig {
     std::int32_t baudrate;     ///< console speed, bits per second
     std::uint32_t saved;       ///< 1 once the file was written
     std::int32_t adminTimeout; ///< idle time-out, minutes
-    std::uint32_t fileTime;    ///< modification time of the file when it was last read
+    std::uint32_t fileTime;    ///< modification time of the file when it was last read, seconds since 1970
 };
 
 /// The process's record.

@@ -23,8 +23,8 @@ struct StatusQuery {
 /// Length of a query's request, bytes.
 inline constexpr int kQueryRequestLength = 2;
 
-/// Sends a query to the daemon, waits at most ten seconds for the answer, and prints it. Returns 0, or -1 without a
-/// message if the channel has no buffers.
+/// Sends a query to the daemon, waits at most ten seconds for the answer, and prints it. Returns 0, also if there is no
+/// answer; or -1 without a message if the channel has no buffers.
 int queryDaemon(const StatusQuery& query, std::span<const std::uint8_t, kQueryRequestLength> request);
 
 /// Sends a message that has no answer. Prints a message if it cannot be sent. Returns 0, or -1 without a message if the

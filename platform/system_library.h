@@ -53,10 +53,10 @@ int get_memory_usage_rate(void);
 /// Writes the uptime line, terminated, into `buffer` of `size` bytes.
 int uptime_main(char* buffer, int size);
 
-/// Stores the level of a general-purpose line in `value`.
+/// Stores the level of a general-purpose line in `value`: 0 is low, 1 is high. The result is not examined.
 int sys_get_gpio_status(int line, int* value);
 
-/// Sets the level of a general-purpose line.
+/// Sets the level of a general-purpose line: 0 is low, 1 is high. The result is not examined.
 int sys_set_gpio_status(int line, int value);
 
 /// Returns non-zero if the reset key is released.

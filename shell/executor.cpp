@@ -26,7 +26,8 @@ cli_node* selectNode(const char* line)
     return parseLine(expansion, ParseMode::kExecute) == ParseResult::kEnd ? node : nullptr;
 }
 
-/// Whether every segment begins with a root command. Prints the first one that does not.
+/// Whether the first word of every segment is a root command. Prints the first word that is not. After a rejected line
+/// the segments up to the rejected character are checked, so such a line may print two messages.
 bool segmentsAreCommands()
 {
     for (std::size_t i = 0; i <= tokenStore.segmentIndex; ++i) {

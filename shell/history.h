@@ -7,6 +7,7 @@
 /// readline has read its configuration file.
 void prepareHistory();
 
+/// Adds a copy of the line to the history.
 void keepLine(const char* line);
 
 /// Prints the lines to the standard error output, with their numbers from 0. An interrupt ends the list.

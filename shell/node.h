@@ -9,11 +9,13 @@
 
 struct cli_node;
 
-/// A command's action. `argv` holds the words of the line, the command words included; `argc` counts them, up to the
-/// first pipe symbol. 0: the line is complete and enters the history. The words live until the next line is parsed.
+/// A command's action. `argv` holds the words of the line, the command words included. `argc` counts the words before
+/// the first pipe symbol; for a tool it counts all words and pipe symbols. If the result is 0, the line enters the
+/// history. The words are valid until the next line is parsed.
 using CliHandler = int (*)(int argc, char** argv);
 
-/// Called once at start; may give `node` a handler and children of its own, which live until the process ends.
+/// Called once at start. May give `node` a handler and children, which live until the process ends. `siblings` is the
+/// table that holds `node`. The result is ignored.
 using CliPrepare = int (*)(cli_node* node, cli_node* siblings);
 
 /// Whether help and completion show a node. A hidden node can be executed like any other.
@@ -91,8 +93,9 @@ void prepareTree(cli_node& node);
 /// The child of `node` with exactly this name, or null.
 cli_node* findChild(const cli_node& node, const char* name);
 
-/// The node that the words select, or null. Lookup ends at a leaf, and at a node with a handler that has no child of
-/// the next word's name: what follows is its arguments. No words select the root descriptor.
+/// The node that the words select. The lookup stops at a leaf. It also stops at a node with a handler if no child has
+/// the name of the next word. The remaining words are arguments. Returns null if a node without a handler has no such
+/// child. No words select the root descriptor.
 cli_node* findNode(int argc, char** argv);
 
 /// Whether some root command has exactly this name.

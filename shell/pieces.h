@@ -13,7 +13,7 @@ public:
     /// Appends a text. Calls `handOn` with each full piece.
     void append(const char* text, HandOn handOn);
 
-    /// Calls `handOn` with the rest.
+    /// Calls `handOn` with the rest, also if it is empty.
     void finish(HandOn handOn);
 
     void clear() { length_ = 0; }

@@ -3,7 +3,7 @@
 //
 // The pipe file is "/tmp/cli_pipe_file" if the session can have it: a plain file of this user, with no other name,
 // locked against other sessions until the line ends. If it cannot, the file is "/tmp/cli_pipe_file." with the number of
-// the process, and is removed when the line ends.
+// the process, and is removed when the line ends. The common file stays.
 
 #ifndef SHELL_PIPE_FILE_H
 #define SHELL_PIPE_FILE_H

@@ -7,12 +7,12 @@
 #include <sys/types.h>
 
 /// Installs the signal handlers of a session. A signal that ends the process, exit() and abort() restore the terminal
-/// first. A signal that ends the process by default keeps the handler that a library has installed, and stays ignored
-/// if the parent process ignores it.
+/// first. If a library has installed a handler for a signal that ends the process, that handler stays. If the parent
+/// process ignores such a signal, it stays ignored.
 void catchSignals();
 
-/// Sets the file that is removed if a signal or exit() ends the process; null means none. The caller keeps `path` valid
-/// until the next call.
+/// Sets the file that is removed if a signal or exit() ends the process; null means none. `path` is a path of this
+/// system, not a device path. The caller keeps it valid until the next call.
 void removeAtEnd(const char* path);
 
 /// Returns whether `signal` has arrived since the last call, and resets its flag.
@@ -39,8 +39,8 @@ private:
     pid_t child_; ///< -1: there is none
 };
 
-/// Blocks the session's signals while an object lives. Pass `outside()` to ppoll() to receive them there. The handler
-/// of SIGTSTP, too, only sets a flag while an object lives; otherwise SIGTSTP stops the process.
+/// Blocks the session's signals while an object lives. Pass `outside()` to ppoll() to receive them there. While an
+/// object lives, SIGTSTP only sets a flag. Otherwise SIGTSTP stops the process.
 class HeldSignals
 {
 public:

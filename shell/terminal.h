@@ -11,8 +11,8 @@ void rememberTerminal();
 /// if another process group is in the foreground of the terminal. Safe in a signal handler.
 void restoreTerminal();
 
-/// Reads the size of the window. If it has changed since the last call, sets COLUMNS and LINES for tools, as far as the
-/// login has set them. Returns whether it has changed.
+/// Reads the size of the window. If it has changed since the last call, updates COLUMNS and LINES for tools. Does not
+/// set a variable that the login has not set. Returns whether the size has changed.
 bool updateWindow();
 
 #endif

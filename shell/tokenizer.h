@@ -13,15 +13,15 @@ inline constexpr std::size_t kLineLength = 1023;
 inline constexpr std::size_t kSegmentCount = 10;
 inline constexpr std::size_t kTokenCount = 256;
 
-/// What a character means to the tokenizer.
+/// What a character means to the tokenizer. '|', '&' and ';' are all pipe symbols.
 enum class CharClass : std::uint8_t { kNormal = 0, kTab = 1, kBlank = 5, kEnd = 6, kPipe = 12, kInvalid = 13 };
 CharClass classOf(char c);
 
-/// For completion, the word that is still being typed does not count.
+/// With kComplete, `argc` does not count the word that is being typed.
 enum class ParseMode { kComplete, kExecute };
 
 enum class ParseResult {
-    kEnd,     ///< the whole line was cut
+    kEnd,     ///< the whole line was split into words
     kRejected ///< the line has an invalid character or too many words; a message was printed
 };
 

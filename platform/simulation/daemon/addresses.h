@@ -7,10 +7,10 @@
 
 #include "platform/simulation/daemon/wtp_config.h"
 
-/// Sets the address of the interface: the configured one, or the lease of the state file "network/lease".
+/// Sets the address of eth0: the configured one, or the lease of the state file "network/lease".
 void takeAddress(const WtpConfig& config);
 
-/// The address of the interface, in host byte order; 0: none.
+/// The address of eth0, in host byte order; 0: none.
 uint32_t ownAddress();
 
 #endif

@@ -3,10 +3,11 @@
 #ifndef PLATFORM_SIMULATION_DAEMON_WORKER_H
 #define PLATFORM_SIMULATION_DAEMON_WORKER_H
 
-/// Serves the device's message channel until a signal ends the process. Returns errno if the channel cannot be served.
+/// Serves the device's message channel until a signal ends the process. If the channel cannot be served, returns and
+/// leaves the reason in errno.
 ///
 /// The state file "daemon/behaviour" simulates faults from the next query on: "silent" never answers, "slow N" answers
-/// after N seconds (3), and "crash" ends the process by a memory fault.
+/// after N seconds (3 if N is missing), and "crash" ends the process by a memory fault.
 void runWorker();
 
 #endif

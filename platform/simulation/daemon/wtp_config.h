@@ -17,8 +17,9 @@ public:
     [[nodiscard]] std::string first(const std::string& key) const;
     /// The last value; empty where there is none.
     [[nodiscard]] std::string text(const std::string& key) const;
+    /// 0 if the value is no number.
     [[nodiscard]] uint16_t number(const std::string& key) const;
-    /// In host byte order.
+    /// In host byte order; 0 if the value is no address.
     [[nodiscard]] uint32_t address(const std::string& key) const;
 
 private:
