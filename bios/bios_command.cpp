@@ -143,7 +143,7 @@ void biosTftpGet(const char* server, const char* file)
     if (!composeCommand(command, kTftpCommand, server, file, path, kTftpOutputFile))
         return;
 
-    // Keep an image that was fetched before: if this fetch fails, the image is still there.
+    // Do not empty an image that an earlier command has fetched. If this fetch fails, the old image remains.
     const bool isKept = isOwnFile(path) && !leadsThroughLink(path);
     const bool isLogMade = makeForTool(kTftpOutputFile);
     if (!isLogMade || (!isKept && !makeForTool(path))) {

@@ -93,7 +93,7 @@ private:
         char bytes_[4096]{};
     };
 
-    /// Writes the filtered command line to the file. False if the file is then empty.
+    /// Runs the filter on the command line of the parent, and writes its output to the file. False if there is none.
     [[nodiscard]] bool fillFile(const char* filter) const
     {
         if (!makePrivateFile(devicePath_))

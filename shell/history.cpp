@@ -13,7 +13,7 @@
 namespace
 {
 
-/// Prints a line as it was typed, whatever its length, its control bytes as '?'.
+/// Prints a line of any length, with its control bytes replaced by '?'.
 void printTyped(FILE* stream, const char* line)
 {
     for (std::size_t length = std::strlen(line); length > 0;) {

@@ -8,8 +8,8 @@
 namespace
 {
 
-/// Tokens of the current line as command text, with a blank before each. The buffer is one byte longer than the longest
-/// command, so a text that is too long fails in composeCommand().
+/// Tokens of the current line as command text, with a blank before each token. The buffer has one byte more than the
+/// longest command. So a command that is too long still exceeds the limit, and composeCommand() refuses it.
 class TokenText
 {
 public:

@@ -16,7 +16,7 @@
 namespace
 {
 
-/// The path of the root is part of PATH and, without quotes, of command lines.
+/// The characters that the path of the root may have. The path is part of PATH and, without quotes, of command lines.
 constexpr char kRootCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/._-";
 
 /// Sets a variable. Removes it first, because an environment may hold a variable twice, and programs differ in which
