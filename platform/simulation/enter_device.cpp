@@ -61,19 +61,3 @@ void enterDevice(const char* app)
     // Under an emulator the process has the name of the emulator.
     prctl(PR_SET_NAME, app);
 }
-
-extern "C" {
-
-int __real_system(const char* command);
-
-/// Replaces system() in the whole program. `kill` is built into the system shell, so the text defines a function that
-/// runs the device's `kill` instead.
-int __wrap_system(const char* command)
-{
-    constexpr char kKill[] = "kill() { env kill \"$@\"; }; ";
-    char text[4096];
-    if (static_cast<std::size_t>(std::snprintf(text, sizeof text, "%s%s", kKill, command)) >= sizeof text)
-        return -1;
-    return __real_system(text);
-}
-}

@@ -1,11 +1,6 @@
 #include <algorithm>
 #include <bit>
-#include <cstdio>
-#include <cstdlib>
-#include <random>
 
-#include "diag/ap_info.h"
-#include "diag/radio_info.h"
 #include "diag/station_list.h"
 #include "diag/vap_list.h"
 #include "tests/diag/record.h"
@@ -218,30 +213,4 @@ TEST(ReplyList, EndsAtTheCountOrWithTheReply)
         EXPECT_EQ(screenOf(printStationList, std::span(kHead).first(length)), stationScreen(total, ""));
         EXPECT_EQ(screenOf(printVapList, std::span(kHead).first(length)), vapScreen(total, ""));
     }
-}
-
-/// With any reply, the printers end and read only the bytes of the reply.
-TEST(RandomReply, IsShownWithoutHarm)
-{
-    // Some replies are completely random. All others are zero except for some bytes, because a random channel range has
-    // 32768 channels, which take long to print.
-    const std::pair<ShowReply, std::uint32_t> kPrinters[] = {
-        {printApInfo, 2}, {printVapList, 2}, {printStationList, 2}, {printRadioInfo, 2000}};
-    const auto showRandomReplies = [&] {
-        std::mt19937 random(5);
-        for (const auto& [show, denseShare] : kPrinters)
-            for (int i = 0; i < 100'000 / RANDOM_DIVISOR; ++i) {
-                // Most replies have one or two records, some have the full length.
-                std::vector<std::uint8_t> reply(random() % (i % 500 == 0 ? 65537 : 4200));
-                if (random() % denseShare == 0)
-                    std::ranges::generate(reply, [&] { return static_cast<std::uint8_t>(random()); });
-                else if (!reply.empty())
-                    for (auto pokes = random() % 64; pokes > 0; --pokes)
-                        reply[random() % std::min<std::size_t>(reply.size(), random() % 2 == 0 ? 800 : reply.size())] =
-                            static_cast<std::uint8_t>(random());
-                showReply(show, reply);
-            }
-    };
-    EXPECT_EXIT((std::freopen("/dev/null", "w", stdout), showRandomReplies(), std::exit(0)), testing::ExitedWithCode(0),
-                "");
 }

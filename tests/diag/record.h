@@ -64,18 +64,13 @@ std::vector<std::uint8_t> listOf(std::uint32_t count, const std::vector<Record>&
 
 using ShowReply = void (*)(std::span<const std::uint8_t> reply);
 
-/// Prints a reply whose memory ends with its last byte.
-inline void showReply(ShowReply show, std::span<const std::uint8_t> reply)
+/// The output of a printer for a reply. The memory of the reply ends with its last byte, so that a read past the end is
+/// detected.
+inline std::string screenOf(ShowReply show, std::span<const std::uint8_t> reply)
 {
     const auto copy = std::make_unique<std::uint8_t[]>(reply.size());
     std::copy(reply.begin(), reply.end(), copy.get());
-    show({copy.get(), reply.size()});
-}
-
-/// The output of a printer for a reply.
-inline std::string screenOf(ShowReply show, std::span<const std::uint8_t> reply)
-{
-    return outputOf([&] { showReply(show, reply); });
+    return outputOf([&] { show({copy.get(), reply.size()}); });
 }
 
 /// `screen` with one text replaced. Fails the test if it does not contain the text.
