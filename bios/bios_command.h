@@ -11,7 +11,7 @@
 extern std::array<cli_node, 11> biosTable;
 
 /// The handler of every row. The second word names the operation; some operations take one or two more words. An
-/// unknown operation and a wrong number of words print the usage. Always 0.
+/// unknown operation and a wrong number of words print the usage. Always returns 0.
 int biosCommand(int argc, char** argv);
 
 #endif

@@ -14,10 +14,10 @@
 /// The process's record. All bytes are zero at start.
 extern PlatformInfo platformInfo;
 
-/// Unlocks and erases both erase blocks. Always 0.
+/// Unlocks and erases both erase blocks. Always returns 0.
 int biosErase();
 
-/// Prints the whole partition in hexadecimal; zeros if it cannot be read. Always 0.
+/// Prints the whole partition in hexadecimal; zeros if it cannot be read. Always returns 0.
 int biosDumpRawInfo();
 
 /// Writes a whole image that holds `info` and is zero elsewhere. The MAC address is written as 6 raw bytes.

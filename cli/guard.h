@@ -6,7 +6,7 @@
 #include "shell/node.h"
 
 /// Children of `oem`: `start` runs the script of the factory mode, `reboot` runs the tool. With more words they do
-/// nothing. Always 0.
+/// nothing. Always returns 0.
 extern cli_node oemTable[2];
 
 /// `quit` and `exit`: prints "Exit." and ends the process with status 0. Ignores its words.

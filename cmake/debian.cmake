@@ -22,7 +22,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# With the full path, because PATH holds only the device's tools on a simulated device.
+# Finds the full path of the emulator. On a simulated device, PATH holds only the device's tools.
 string(REGEX REPLACE "^i[3-6]86$" "i386" processor "${CMAKE_SYSTEM_PROCESSOR}")
 string(REPLACE "powerpc" "ppc" processor "${processor}")
 find_program(CLI_EMULATOR "qemu-${processor}" REQUIRED)

@@ -8,18 +8,18 @@
 /// Children of `config`: `system` and `capwap`.
 extern cli_node configTable[2];
 
-/// Loads both configuration records from their files, over the defaults of the CAPWAP one. Always 0.
+/// Loads both configuration records from their files, over the defaults of the CAPWAP one. Always returns 0.
 int configPrepare(cli_node* node, cli_node* siblings);
 
 /// These four handlers ignore their words. Both displays first read the file if it has changed. `show cw_conf` prints a
-/// message if the record has unsaved changes. Always 0.
+/// message if the record has unsaved changes. Always returns 0.
 int showCwConfCommand(int argc, char** argv);
 int showSysConfCommand(int argc, char** argv);
 
 /// `save cw_conf`: the result of cwConfWrite().
 int saveCwConfCommand(int argc, char** argv);
 
-/// `drop cw_conf`: reads the file again. Always 0.
+/// `drop cw_conf`: reads the file again. Always returns 0.
 int dropCwConfCommand(int argc, char** argv);
 
 #endif

@@ -8,7 +8,7 @@
 int _sysConfRead(char* line, char** key, char** value);
 
 /// Calls the `config system` handler of each line of "/cfg/sys.conf", in the form that displays an item. Prints a
-/// message for a bad line. Always 0.
+/// message for a bad line. Always returns 0.
 int confReplay();
 
 #endif

@@ -25,7 +25,7 @@ extern SysConfig sysConfig;
 /// other items are then unchanged.
 int sysConfRead(SysConfig& config);
 
-/// Applies one item of the file. Ignores unknown keys. Cuts texts to their fields. Always 0.
+/// Applies one item of the file. Ignores unknown keys. Cuts texts to their fields. Always returns 0.
 int sysConfSetItem(const char* key, const char* value, SysConfig& config);
 
 /// Replaces the file by the process's record. Returns 0, or -1 if the file cannot be written; the old file is then

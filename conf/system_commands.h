@@ -1,13 +1,13 @@
-// The handlers below `config system`. With three words each shows the item that the last word names and returns 0; with
-// four it sets the item and returns the result of writing "/cfg/sys.conf", or -1 when the value is refused, with a
-// message. Any other number of words is refused.
+// The handlers of the commands in `config system`. With three words, a handler shows the item that the last word names,
+// and returns 0. With four words, it sets the item and returns the result of writing "/cfg/sys.conf". If the value or
+// the number of words is not valid, it prints a message and returns -1.
 
 #ifndef CONF_SYSTEM_COMMANDS_H
 #define CONF_SYSTEM_COMMANDS_H
 
 int factorysnCommand(int argc, char** argv);
 
-/// Sets the address of the device's interface. If that fails, returns the wait status of the tool and writes no file.
+/// Sets the address of eth0 with the tool `ip`, too. If the tool fails, returns its wait status and writes no file.
 int mgmtAddrCommand(int argc, char** argv);
 
 /// Passes a valid name to the tools `hostname` and `qln-set-hostname`, too.
@@ -16,7 +16,7 @@ int hostnameCommand(int argc, char** argv);
 /// Sets the speed of the console, too.
 int baudrateCommand(int argc, char** argv);
 
-/// Writes the idle time of the next sessions to its file, too.
+/// Writes the idle time, in seconds, to the file from which new sessions read it, too.
 int adminTimeoutCommand(int argc, char** argv);
 
 #endif

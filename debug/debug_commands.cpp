@@ -41,12 +41,12 @@ struct Facility {
     std::uint64_t** masks; ///< null until the library is attached
     std::size_t maskCount;
     CliHandler handler;
-    std::span<const cli_node> verbs;       ///< rows behind the modules
-    std::span<const ListedRow> listedRows; ///< behind the names of the library
+    std::span<const cli_node> verbs;       ///< the table's rows after those of the modules
+    std::span<const ListedRow> listedRows; ///< printed after the names that the library prints
 };
 
-/// A handler that calls an operation of the library and ignores its result. Flushes the output, so that it appears at
-/// once also in a file.
+/// A handler that calls an operation of the library and ignores its result. Flushes the standard output, because it is
+/// buffered if it is a file.
 template <auto Operation>
 int call(int, char**)
 {
@@ -90,7 +90,7 @@ int clearLogCommand(int, char**)
     return clear_udebug_logs();
 }
 
-/// The rows behind those of the modules.
+/// The rows of the `debug` table that follow the rows of the modules.
 constexpr cli_node kDebugRows[] = {
     command("clear", "Clear all debug info", call<clear_dbg_all>),
     command("all", "Set all debug info", call<dbg_all>),
@@ -102,7 +102,7 @@ constexpr cli_node kDebugRows[] = {
 
 constexpr cli_node kKernelDebugRows[] = {
     command("clear", "Clear all debug info", call<clear_kdbg_all>),
-    command("all", "Set all debug info", kdebugCommand), // takes the word for the name of a module
+    command("all", "Set all debug info", kdebugCommand), // this handler treats "all" as the name of a module
     command("show", "Set all debug info", call<print_kdebug>),
     command("log-clear", "clear all logs", call<clear_kdebug_log>),
 };
@@ -121,7 +121,7 @@ consteval std::array<cli_node, ModuleCount + RowCount> facilityTable(CliHandler 
 constinit auto debugTable = facilityTable<kDebugAppCount>(debugCommand, kDebugRows);
 constinit auto kdebugTable = facilityTable<kDebugKernelModuleCount>(kdebugCommand, kKernelDebugRows);
 
-/// A row of the list. If no row of the table has this name, it does not compile.
+/// Makes a row of the list. A name that no row of `rows` has is a compile-time error.
 consteval ListedRow listed(const char* indentation, const char* name, std::span<const cli_node> rows)
 {
     std::size_t i = 0;
@@ -160,7 +160,8 @@ constexpr Facility kDebug = {
     .listedRows = kListedDebugRows,
 };
 
-/// The library returns the id of the first module for an unknown name, so the first module cannot be selected.
+/// The library returns 0 for an unknown name. 0 is also the id of the first module, so the first module cannot be
+/// selected.
 constexpr Facility kKernelDebug = {
     .noun = "kmodule",
     .firstKnownId = 1,
@@ -237,7 +238,8 @@ void switchModule(const Facility& facility, int argc, char** argv)
     }
 }
 
-/// The row of a verb that comes before a module of the same name, or null. The rows that choose the output do not.
+/// Finds the verb `word`, which has priority over a module of the same name. Returns null if there is none. The verbs
+/// `to-console` and `to-buffer`, and verbs that have the facility's own handler, are not found.
 const cli_node* findVerb(const Facility& facility, const char* word)
 {
     for (const cli_node& row : facility.verbs) {
@@ -293,7 +295,7 @@ consteval std::array<cli_node, 2> switchTable(CliHandler handler)
 constinit auto debugSwitchTable = switchTable(debugCommand);
 constinit auto kdebugSwitchTable = switchTable(kdebugCommand);
 
-/// The rows behind the submodules of a module.
+/// The children of a module that follow its submodules.
 constexpr cli_node kModuleVerbs[] = {
     command("clear", "Clear all debug info", nullptr),
     command("all", "Set all debug info", nullptr),
@@ -304,8 +306,8 @@ constinit cli_node crashTable[] = {
     command("show", "show crash info", showCrashCommand),
 };
 
-/// Gives `row` a child for each submodule, which has the children `switches`, and the verbs. Returns 0, or -1 if there
-/// is no memory.
+/// Gives `row` a child for each submodule, and then the children kModuleVerbs. The children of each submodule are
+/// `switches`. Returns 0, or -1 if there is no memory.
 int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> switches)
 {
     if (module.count <= 0 || module.submodules == nullptr)
@@ -333,8 +335,8 @@ int addSubmodules(cli_node& row, const dbg_module& module, std::span<cli_node> s
     return 0;
 }
 
-/// Puts the library's modules into the first rows of a table. Returns 0, or -1 if there is no memory; the rows that
-/// were built stay.
+/// Puts the library's modules into the first rows of a table. Returns 0. If there is no memory, returns -1 and leaves
+/// the remaining modules without children.
 int addModules(std::span<cli_node> table, std::span<const dbg_module> modules, const char* (*nameOf)(int),
                std::span<cli_node> switches)
 {

@@ -8,10 +8,10 @@
 /// Children of `diagnose`.
 extern cli_node diagnoseTable[1];
 
-// `debug` and `kdebug` without words print the modules; with a module they print its submodules. A module with `clear`
-// or `all`, and a submodule with `on` or `off`, turn switches off or on, if the library is attached. An unknown name
-// prints a message and the list. The handlers return 0; `debug show` and `debug log-clear` return the result of the
-// library.
+// `debug` and `kdebug` without words print the modules; with a module they print its submodules. `clear` or `all` after
+// a module turns all its switches off or on. `on` or `off` after a submodule turns its switch on or off. If the library
+// is not attached, no switch changes. For an unknown name they print a message and the list. The handlers return 0;
+// `debug show` and `debug log-clear` return the result of the library.
 
 /// Attaches the user-space switches and builds the children of `debug` from the library's tables. Returns 0, or -1 if
 /// there is no memory.

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <span>
 
-/// The switch of a submodule: bit (id modulo 32) of a signed 32-bit value, widened to 64 bits with its sign, as the
-/// daemons do it. So the switch of id 31 covers the whole high half, and no other switch has a bit there.
+/// The switch of a submodule: bit (id modulo 32) of a signed 32-bit value, sign-extended to 64 bits, as the daemons
+/// compute it. So the switch of id 31 is bits 31 to 63; every other switch is one of the bits 0 to 30.
 constexpr std::uint64_t debugSwitch(int submodule)
 {
     const auto bit = static_cast<std::int32_t>(std::uint32_t{1} << (static_cast<unsigned>(submodule) % 32));

@@ -3,8 +3,8 @@
 #ifndef DIAG_COUNTRY_TABLE_H
 #define DIAG_COUNTRY_TABLE_H
 
-/// The two letters and the name of each country, each terminated, in the order in which they are listed; an empty text
-/// is the end. One text saves 3 KB of the program's 128 over a table, whose names the compiler aligns and points to.
+/// For each country its two letters and its name, each terminated by a zero, in the order of the printed list. An empty
+/// text ends the array. A table of structures would need 3 KB more, for pointers and for the alignment of the names.
 extern const char kCountryTexts[];
 
 #endif

@@ -27,8 +27,8 @@ void release(void* buffer)
         ipcmsg_free(buffer);
 }
 
-/// Owns the channel's buffers for one exchange. Both buffers are set to zero first, so no other bytes are sent or
-/// printed.
+/// Owns the channel's buffers for one exchange. Sets both buffers to zero first, so that uninitialised memory is never
+/// sent or printed.
 class Exchange
 {
 public:
@@ -53,7 +53,7 @@ public:
 
     [[nodiscard]] bool send(int type) const { return ipcmsg_send(kDaemon, 0, type, request_, requestLength_) == 0; }
 
-    /// Cuts the received length to the size of the buffer.
+    /// Returns whether a reply was received. Limits the received length to the size of the buffer.
     bool ask(int type)
     {
         const int capacity = replyLength_;

@@ -8,7 +8,8 @@
 namespace
 {
 
-constexpr char kDoubleLine[] = "==============================================================================="; // 79
+// Each line has 79 characters.
+constexpr char kDoubleLine[] = "===============================================================================";
 constexpr char kSingleLine[] = "-------------------------------------------------------------------------------";
 constexpr char kColumnLines[] = "------- ---------- ------ ---- ------------------------------------------------";
 static_assert(sizeof kDoubleLine == 80 && sizeof kSingleLine == 80 && sizeof kColumnLines == 80);
@@ -26,7 +27,7 @@ constexpr struct {
 
 constexpr int kGroupCount = 8;
 
-/// A number as text, or "any" if it has the value that means all.
+/// A number as text, or "any" if the number is equal to `any`.
 struct NumberText {
     char text[12];
 

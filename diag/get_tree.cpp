@@ -32,8 +32,8 @@ int queryCommand(int, char**)
     return queryDaemon(Query, kRequest);
 }
 
-/// The request of the VAP query carries the count and the low byte of the address of the handler's arguments. They mean
-/// nothing; the request always had these two bytes.
+/// The two bytes of the request are the low byte of `argc` and the low byte of the pointer `argv`. They mean nothing,
+/// but the request has always had these two bytes.
 int vapQueryCommand(int argc, char** argv)
 {
     const std::uint8_t request[kQueryRequestLength]{static_cast<std::uint8_t>(argc),

@@ -7,7 +7,7 @@
 /// of words prints the format. A word that is no number prints nothing. Returns 0, or -1 if the channel has no buffer.
 int txpowerCommand(int argc, char** argv);
 
-/// `calibration`: prints the targets of the calibration, which are constants. Always 0.
+/// `calibration`: prints the targets of the calibration, which are constants. Always returns 0.
 int calibrationCommand(int argc, char** argv);
 
 #endif

@@ -36,8 +36,8 @@ int countryLength(const char (&text)[4])
     return static_cast<int>(std::ranges::find_if_not(text, isLetter) - text);
 }
 
-/// The base value of the band. From a distance of 100 metres on, the round-trip time of the signal is added: 6.6
-/// microseconds per kilometre, rounded up.
+/// The ACK timeout in microseconds for a distance. `base` is the timeout of the band. From 100 metres on, adds the
+/// round-trip time of the signal: 6.6 microseconds per kilometre, rounded up.
 int ackTimeout(int base, int metres)
 {
     constexpr int kFirstMeasured = 100;
@@ -134,7 +134,8 @@ void printRadio(const RadioRecord& radio)
     cli_printf("\tHT20/40 coext : %d\n", radio.coexistence);
     cli_printf("\tBeacon intv   : %d\n", radio.beaconInterval);
     cli_printf("\tTx power(%%)   : %d\n", radio.txPower);
-    // The VHT label depends on this bit only, unlike the name of the type.
+    // The VHT label is printed only if no other bit of the type is set. typeName() returns "11AC" with some other bits,
+    // too.
     const bool isVht = radio.type == kVeryHighThroughput;
     if (isVht || (radio.type & kHighThroughput) != 0)
         cli_printf("\t%s mcs=%d gi=%s bw=%s\n", isVht ? "VHT param     :" : "HT param      :", radio.mcs,

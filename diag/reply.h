@@ -23,8 +23,8 @@ Record recordAt(std::span<const std::uint8_t> reply, std::size_t offset)
 struct ReplyList {
     static constexpr std::size_t kHeadLength = 4;
 
-    std::uint32_t count;  ///< as the daemon sent it
-    std::uint32_t listed; ///< records to show: a list ends where the received bytes end
+    std::uint32_t count;  ///< the daemon's count, in host byte order
+    std::uint32_t listed; ///< number of records to print: those of which at least one byte was received
 };
 
 ReplyList replyList(std::span<const std::uint8_t> reply, std::size_t recordLength);

@@ -18,7 +18,7 @@ int versionCommand(int, char**)
     cli_print("\tBuild Type    : Release\n");
     cli_printf("\tSerial Number : %.17s\n", serial);
     cli_print("\tStartup Time  : \n");
-    // The closing rule is one sign longer than the opening one.
+    // The closing line is one character longer than the opening line.
     cli_print("==================================================================\n");
     return 0;
 }
@@ -28,7 +28,7 @@ int performanceCommand(int, char**)
     char uptime[256] = "";
     cli_printf("cpu usage rate: %d%%\n", get_cpu_usage_rate());
     cli_printf("memory usage rate: %d%%\n", get_memory_usage_rate());
-    uptime_main(uptime, sizeof uptime - 1); // leaves a terminator
+    uptime_main(uptime, sizeof uptime - 1); // the last byte stays zero and ends the text
     cli_printLines(uptime);
     cli_print("\n");
     return 0;

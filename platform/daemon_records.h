@@ -1,8 +1,8 @@
 // The messages between the shell and the CAPWAP daemon: their types, and the records of messages and replies.
 //
-// Fields of several bytes are in host byte order. The number at the beginning of a list is in network byte order. An
-// IPv4 address is a word with the first octet in the most significant byte. A text ends at its first zero or at the end
-// of its field.
+// Fields of several bytes are in host byte order. A list begins with the count of its records, a 32-bit word in
+// network byte order. An IPv4 address is a word with the first octet in the most significant byte. A text ends at its
+// first zero or at the end of its field.
 
 #ifndef PLATFORM_DAEMON_RECORDS_H
 #define PLATFORM_DAEMON_RECORDS_H
@@ -15,7 +15,7 @@ enum MessageType : std::int32_t {
     kQueryVaps = 1,
     kQueryAccessPoint = 2,
     kQueryStations = 3,
-    kQueryRadios = 5, ///< records back to back, without their number
+    kQueryRadios = 5, ///< the reply is the records alone, without a count
     kSetCountry = 6,
     kSetPower = 7,
 };
@@ -62,10 +62,11 @@ static_assert(offsetof(LanPort, addresses.splitTunnel.first) == 44);
 static_assert(offsetof(LanPort, splitTunnelSecond) == 48);
 static_assert(sizeof(LanPort) == 52);
 
-/// The record without its LAN ports. If there are more than eight, they overlap the fields from `apMode` on.
+/// The access point's record. If `lanPortCount` is above eight, the array of LAN ports continues past `lanPorts`, over
+/// the fields from `apMode` on, up to the end of the reply.
 struct [[gnu::packed]] ApInfo {
     static constexpr std::size_t kLanPortOffset = 348;
-    static constexpr std::size_t kReplyLength = 2992; ///< of the reply, all its LAN ports included
+    static constexpr std::size_t kReplyLength = 2992; ///< longest reply, with all LAN ports
     static constexpr std::uint8_t kClearText = 2;
     static constexpr std::uint8_t kDtlsDetails = 1U << 2;
     static constexpr std::uint8_t kTcpMss = 1U << 0;
@@ -108,7 +109,7 @@ struct [[gnu::packed]] ApInfo {
     LanPort lanPorts[8];
     std::uint8_t apMode; ///< 1 fat, 2 site survey, other: thin
     std::uint8_t reserved765;
-    std::uint8_t fragmentPrevention; ///< kTcpMss, kTunnelMtu
+    std::uint8_t fragmentPrevention; ///< bits: kTcpMss, kTunnelMtu
     std::uint8_t reserved767;
     std::uint16_t uplinkMtu;
     std::uint16_t downlinkMtu;
@@ -150,7 +151,7 @@ static_assert(offsetof(ApInfo, uplinkMtu) == 768);
 static_assert(offsetof(ApInfo, downlinkMtu) == 770);
 static_assert(sizeof(ApInfo) == 772);
 
-/// One virtual access point: one SSID on one radio. A list of them begins with their number.
+/// One virtual access point: one SSID on one radio. A list of these records begins with their count.
 struct [[gnu::packed]] VapRecord {
     static constexpr std::uint32_t kLocalSwitching = 1U << 0;
     static constexpr std::uint32_t kLocalBridging = 1U << 1;
@@ -232,7 +233,7 @@ static_assert(offsetof(VapRecord, accountingServers) == 465);
 static_assert(offsetof(VapRecord, portalServer) == 721);
 static_assert(sizeof(VapRecord) == 2772);
 
-/// One associated client. A list of them begins with their number.
+/// One associated client. A list of these records begins with their count.
 struct [[gnu::packed]] StationRecord {
     std::uint8_t number; ///< shown in the heading
     std::uint8_t type;   ///< 1 station, 2 mesh station, 3 mesh host
@@ -359,7 +360,7 @@ static_assert(sizeof(CountryMessage) == 8);
 struct PowerMessage {
     std::uint8_t radio;
     std::uint8_t percent; ///< non-zero: the power is in per cent; 0: in dBm
-    std::uint16_t power;  ///< of a signed number the low half
+    std::uint16_t power;  ///< the low 16 bits of a signed number
 };
 
 static_assert(offsetof(PowerMessage, percent) == 1);

@@ -55,11 +55,12 @@ const char* appid2name(int id);
 /// -1: the application or the submodule is unknown.
 int submod_name2id(int app, const char* name);
 
-/// Print the names, states and help texts of the submodules, and the names of all applications.
+/// The first function prints the names, states and help texts of an application's submodules. The second one prints the
+/// names of all applications.
 void print_submod_names(int app);
 void print_submod_all_app(void);
 
-/// Turn all switches of all applications on, and off.
+/// dbg_all() turns all switches of all applications on, clear_dbg_all() turns them off.
 void dbg_all(void);
 void clear_dbg_all(void);
 

@@ -19,7 +19,7 @@ public:
     /// `devicePath` is absolute. A path that does not fit becomes the empty path, which no call can open.
     explicit DeviceFile(const char* devicePath);
 
-    /// The text is valid as long as the object.
+    /// The text is valid while the object exists.
     [[nodiscard]] const char* path() const { return path_; }
 
 private:

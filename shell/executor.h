@@ -11,7 +11,7 @@ int executeLine(const char* line);
 /// Prints a node's name and help as a row of a list.
 void printNode(const cli_node& node);
 
-/// Prints the words and, below them, the visible children of the node that the words select. Always 0.
+/// Prints the words and, below them, the visible children of the node that the words select. Always returns 0.
 int helpLister(int argc, char** argv);
 
 #endif

@@ -6,10 +6,10 @@
 #include "shell/node.h"
 
 /// The handler of a tool whose output goes to the pipe file first, and from there through the rest of the current line.
-/// If the file cannot be created, runs the tool directly. Always 0.
+/// If the file cannot be created, runs the tool directly. Always returns 0.
 int capturePassThrough(int argc, char** argv);
 
-/// The handler of a tool that gets the terminal and the whole current line. Always 0.
+/// The handler of a tool that gets the terminal and the whole current line. Always returns 0.
 int directPassThrough(int argc, char** argv);
 
 /// Whether the node is a tool of the system, or an alias.

@@ -52,9 +52,9 @@ int wordCount();
 /// The word that is still being typed, or null.
 const char* partialWord();
 
-/// Writes " %s" for each token from `first` up to `last`, cut to the buffer, whose size is not 0. Also writes a word
-/// that follows a pipe symbol without a blank, which has no token. So every segment begins with the word that was
-/// checked. Returns the number of characters written.
+/// Writes the tokens from `first` to `last` - 1, each with a blank before it. A word that follows a pipe symbol without
+/// a blank has no token of its own. It is written after the pipe symbol, so that no segment loses its first word.
+/// Truncates the text to the size of the buffer, which must not be 0. Returns the number of characters written.
 std::size_t appendTokens(std::span<char> buffer, int first, int last);
 
 /// Prints the store's counters and tokens, for diagnosis.

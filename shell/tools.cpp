@@ -23,7 +23,8 @@ bool compose(std::span<char> buffer, const char* format, va_list arguments)
     return false;
 }
 
-/// Whether Ctrl-C or Ctrl-\ ended the system shell. A tool's exit status says nothing about it.
+/// Whether Ctrl-C or Ctrl-\ ended the system shell by a signal. The exit status is not examined, because a tool may
+/// exit with any value for another reason.
 bool endedByInterrupt(int status)
 {
     return status != -1 && WIFSIGNALED(status) && (WTERMSIG(status) == SIGINT || WTERMSIG(status) == SIGQUIT);

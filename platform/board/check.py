@@ -172,7 +172,8 @@ WRITERS = {
     "save cw_conf": Writer("/cfg/cw.conf", ["config capwap wtp ac-ctl-port {}", "save cw_conf"],
                            r"ac-ctl-port=(\d+)", 310),
     "config system hostname": Writer("/cfg/sys.conf", ["config system hostname ap{}"], r"hostname=ap(\d+)", 140),
-    # The kernel copies 4096 bytes with the checksum. A cut within this copy is no fault of the shell.
+    # The kernel copies the 4096 bytes that contain the checksum. A power cut during this copy damages them, and the
+    # shell cannot prevent that. So the power is cut before the first store only.
     "bios setmac": Writer("/dev/mtd0", ["bios setmac 02{:010}"], r"\n02(\d{10})", 1),
 }
 # Prints both files and the slot. Replaces "#", because a line that begins with "# " looks like a prompt.

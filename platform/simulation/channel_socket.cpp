@@ -10,8 +10,8 @@
 
 int openChannelSocket(int (*attach)(int, const sockaddr*, socklen_t))
 {
-    // A socket address holds 107 characters, and the path of the root may be longer. So the path begins with the
-    // descriptor of the folder.
+    // A socket address holds at most 107 characters, and the path of the root may be longer. So the address names the
+    // folder by its file descriptor, in "/proc/self/fd".
     const int folder = open(DeviceFile("/tmp").path(), O_PATH | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0)
         return -1;

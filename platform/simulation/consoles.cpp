@@ -1,4 +1,4 @@
-// A console is a link "sim/consoles/<process>" to a terminal.
+// For each console there is a symbolic link "sim/consoles/<process id>", which points to the terminal.
 
 #include "platform/simulation/consoles.h"
 

@@ -1,4 +1,4 @@
-// The consoles: the terminals on which a shell of the device runs.
+// The consoles of the simulated device: every terminal on which one of its shells runs.
 
 #ifndef PLATFORM_SIMULATION_CONSOLES_H
 #define PLATFORM_SIMULATION_CONSOLES_H

@@ -5,7 +5,8 @@
 
 #include "platform/debug_library.h"
 
-/// Names by id. Their submodules are in app_debug and kmod_debug, whose ids count from 0.
+/// The names, indexed by the id of the application or kernel module. The elements of app_debug and kmod_debug with the
+/// same index hold the submodules. The ids of the submodules of each module count from 0.
 extern const char* const kSimAppNames[kDebugAppCount];
 extern const char* const kSimKernelModuleNames[kDebugKernelModuleCount];
 

@@ -1,4 +1,5 @@
-// Confines a program to its simulated device, so that no typed line reaches a program or a process of the PC.
+// Confines a program to its simulated device, so that no command that the user types runs a program of the PC or sends
+// a signal to one of its processes.
 
 #include "platform/simulation/enter_device.h"
 
@@ -58,6 +59,6 @@ void enterDevice(const char* app)
         std::fprintf(stderr, "%s: %s has no tools, see platform/simulation/lay_out.\n", app, root);
         std::exit(EXIT_FAILURE);
     }
-    // Under an emulator the process has the name of the emulator.
+    // Under an emulator, the process would otherwise have the name of the emulator.
     prctl(PR_SET_NAME, app);
 }

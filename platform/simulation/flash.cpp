@@ -52,7 +52,7 @@ std::uint32_t crcOf(const FlashImage& image)
     return htole32(~crc);
 }
 
-/// Reads the bytes of the image behind `offset`.
+/// Reads the image from `offset` to its end. Returns false if the file is shorter.
 bool readImage(int fd, FlashImage& image, std::size_t offset = 0)
 {
     const std::size_t size = sizeof image - offset;
@@ -66,7 +66,8 @@ void readSlot(char (&field)[kFlashSlotSize + 1], const char (&slot)[kFlashSlotSi
     field[kFlashSlotSize] = '\0';
 }
 
-/// Reads a MAC address in either form. Raw bytes are followed by zeros, so they are never taken for digits.
+/// Reads a MAC address that is stored as 12 hexadecimal digits or as 6 raw bytes. Zeros follow the raw bytes, so the
+/// two forms cannot be confused.
 void readMac(std::uint8_t (&mac)[kMacSize], const char (&slot)[kFlashSlotSize])
 {
     char digits[kMacDigits + 1]{};
@@ -106,7 +107,8 @@ int openPartition(int flags)
     return fd >= 0 ? fd : open(PartitionFile("/dev/mtdblock").file().path(), flags | O_CLOEXEC);
 }
 
-/// Reads the record of an image and closes the image. False if the image is shorter or not open.
+/// Reads the record of the image in the file `fd`, and closes the file. Returns false if the image is too short or `fd`
+/// is negative.
 bool readRecord(int fd, PlatformInfo& info)
 {
     if (fd < 0)
@@ -128,7 +130,8 @@ bool readRecord(int fd, PlatformInfo& info)
     return true;
 }
 
-/// Erased flash holds 0xFF, and a record that was never written holds 0.
+/// Whether the first six bytes of the field hold no value. The bytes of erased flash are 0xFF, and the bytes of a
+/// record that could not be read are 0.
 template <typename Byte, std::size_t Size>
 bool isBlank(const Byte (&field)[Size])
 {
@@ -236,6 +239,6 @@ int __wrap_ioctl(int fd, unsigned long request, ...)
     return 0;
 }
 
-/// The name of ioctl() in C libraries that once had 32-bit times.
+/// The name by which programs call ioctl() in a C library that has changed `time_t` from 32 to 64 bits.
 [[gnu::alias("__wrap_ioctl")]] int __wrap___ioctl_time64(int fd, unsigned long request, ...);
 }

@@ -1,5 +1,6 @@
-// Tells scripts/run that the idle time has ended a session: writes the seconds to "sim/idle_ends/<process>". The shell
-// sets the alarm only while it reads a line, and the exit status of the shell does not tell why it has ended.
+// Tells scripts/run that a session has ended because its idle time was over: writes the idle time in seconds to
+// "sim/idle_ends/<process id>". The exit status of the shell does not tell why it has ended. The shell sets the alarm
+// only while it reads a line, so an alarm that has gone off means that the idle time was over.
 
 #include <cstdio>
 #include <cstdlib>

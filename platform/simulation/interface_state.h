@@ -1,10 +1,12 @@
 // The interfaces of the simulated device: the state files "sim/interfaces/<interface>/<setting>", which rcS makes.
 //
-// Settings: up, address (A.B.C.D/BITS, one a line); of the wireless ones also ssid, broadcast_ssid, dtim_period,
-// rts_threshold, frag_threshold, auth_type, local_bridging, mac_offset (from the factory record's hardware address),
-// served (0: the daemon does not serve the VAP). Only radios have channel, coexist, beacon_interval, country, power
-// (per cent), radar (channels where it was seen), mib/band and mib/use40M (width: 0: 20 MHz, 1: 40 MHz, 2: 80 MHz);
-// radio_state.h computes the state of a radio from them.
+// - All interfaces have up and address (A.B.C.D/BITS, one address a line).
+// - Wireless interfaces also have ssid, broadcast_ssid, dtim_period, rts_threshold, frag_threshold, auth_type,
+//   local_bridging, mac_offset (added to the hardware address of the factory record), and served (0 if the daemon does
+//   not serve the VAP).
+// - Radios also have channel, coexist, beacon_interval, country, power (in per cent), radar (the channels on which
+//   radar was detected), mib/band, and mib/use40M (the channel width: 0 is 20 MHz, 1 is 40 MHz, 2 is 80 MHz).
+//   radio_state.h computes the state of a radio from these settings.
 
 #ifndef PLATFORM_SIMULATION_INTERFACE_STATE_H
 #define PLATFORM_SIMULATION_INTERFACE_STATE_H
@@ -24,7 +26,7 @@ bool simInterfaceRuns(const char* name);
 /// The setting as text, terminated within `size` bytes; empty where there is no such file.
 void simInterfaceText(const char* interface, const char* setting, char* buffer, std::size_t size);
 
-/// The setting as a decimal number; 0 where it is none.
+/// The setting as a decimal number; 0 if it is not a number or there is no such file.
 int simInterfaceNumber(const char* interface, const char* setting);
 
 bool simSetInterfaceText(const char* interface, const char* setting, const char* text);

@@ -15,7 +15,8 @@
 namespace
 {
 
-/// Blocks SIGINT while an object lives. A Ctrl-C makes the descriptor readable, and its handler runs afterwards.
+/// Blocks SIGINT while an object of this class exists. During this time, Ctrl-C makes the file descriptor readable. The
+/// handler of SIGINT runs when the object is destroyed.
 class InterruptWatch
 {
 public:
@@ -41,7 +42,8 @@ public:
     InterruptWatch(const InterruptWatch&) = delete;
     InterruptWatch& operator=(const InterruptWatch&) = delete;
 
-    /// -1: SIGINT is ignored. Never read, so that the signal stays pending.
+    /// The caller must not read from the descriptor, so that the signal stays pending. -1 if SIGINT is ignored or there
+    /// is no descriptor.
     [[nodiscard]] int descriptor() const { return descriptor_; }
 
 private:

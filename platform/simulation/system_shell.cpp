@@ -7,8 +7,8 @@ extern "C" {
 
 int __real_system(const char* command);
 
-/// Replaces system() in the whole program. `kill` is built into the system shell, so the text defines a function that
-/// runs the device's `kill` instead.
+/// Replaces system() in the whole program. `kill` is built into the system shell. So this puts a shell function `kill`,
+/// which runs the device's `kill`, before the command.
 int __wrap_system(const char* command)
 {
     constexpr char kKill[] = "kill() { env kill \"$@\"; }; ";

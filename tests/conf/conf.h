@@ -49,7 +49,7 @@ protected:
         return outputOf([] { configPrepare(nullptr, nullptr); });
     }
 
-    /// Writes a file and sets its modification time to `nanoseconds` after a fixed second.
+    /// Writes a file and sets its modification time to `nanoseconds` after `second`.
     void writeAt(int nanoseconds, const std::string& file, const std::string& text, time_t second = 1'000'000'000) const
     {
         writeFile(file, text);
@@ -62,7 +62,7 @@ protected:
         return outputOf([&] { result_ = cwConfSetItem(key, value, cwConfig); });
     }
 
-    /// A shell on a device whose files hold the defaults and are not new.
+    /// Starts the shell on a device whose configuration files hold the defaults and were written long ago.
     void startSaved()
     {
         writeAt(0, "/cfg/cw.conf", "static-ip-addr=192.168.1.2\n");

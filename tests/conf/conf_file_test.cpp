@@ -18,11 +18,11 @@ namespace fs = std::filesystem;
 namespace
 {
 
-/// The number of bytes after which reads of a configuration file fail; every second read is interrupted. Negative:
-/// reads are not changed.
+/// The number of bytes of a configuration file that can be read before read() fails with EIO. In addition, every second
+/// call fails with EINTR. If the number is negative, read() works normally.
 ssize_t readableBytes = -1;
 
-/// Whether rename() fails as for a mount point.
+/// Whether rename() fails with EBUSY, as it does if the file is a mount point.
 bool isMountPoint = false;
 
 /// Whether every fsync() is recorded like a call of a tool.
@@ -172,7 +172,8 @@ TEST_F(ConfFileTest, InAClosedFolderAFileIsWrittenInPlace)
     ASSERT_EQ(seteuid(user) | chmod(path("/cfg").c_str(), 0755), 0);
 }
 
-// A reader recognises a new file by its time, even if the clock stands still or is a little slow.
+// The new file gets a later modification time than the old one, so that a reader notices the change. This is true even
+// if the clock still shows the time of the old file or a slightly earlier one.
 TEST_F(ConfFileTest, AReplacementIsNewer)
 {
     ConfFileTime before, now;
@@ -184,7 +185,7 @@ TEST_F(ConfFileTest, AReplacementIsNewer)
     EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::kMissing);
 }
 
-// After the sync, a power cut leaves the factory configuration.
+// After the sync, the factory configuration is on the disk even if the power fails.
 TEST_F(ConfFileTest, FactoryFilesAreOnTheDiskBeforeTheDaemonEnds)
 {
     startSaved();
@@ -199,7 +200,8 @@ TEST_F(ConfFileTest, FactoryFilesAreOnTheDiskBeforeTheDaemonEnds)
     EXPECT_EQ(calls(), expected.str() + "pkill cwWtpd\n");
 }
 
-// A failure is reported once for each state of the file, and each time the file would be overwritten.
+// The read error is reported once for each version of the file. It is reported again by each command that would have to
+// overwrite the file.
 TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
 {
     const std::string said = "sysConfRead: Could not open conf file /cfg/sys.conf.\n";
@@ -261,13 +263,14 @@ TEST_F(ConfFileTest, AFileThatCannotBeReadCountsForNothing)
     EXPECT_EQ(calls(), "pkill cwWtpd\npkill cwWtpd\n");
 }
 
-// The snapshot is not updated before a later second, so the merge must not use it.
+// After a save in the same second as the last read, the shell does not read the file again, so the snapshot is
+// outdated. If the record is equal to this snapshot, it must be saved nevertheless.
 TEST_F(ConfFileTest, ASaveInTheSecondOfTheReadIsRepeated)
 {
     const auto awaitNextSecond = [] {
         for (const time_t now = time(nullptr); time(nullptr) == now;)
             usleep(1000);
-        usleep(20'000); // the clock of files is a little late
+        usleep(20'000); // the clock for modification times may lag behind time()
     };
     awaitNextSecond();
     writeFile("/cfg/cw.conf", "dhcp-code=138\n");

@@ -10,7 +10,7 @@
 namespace
 {
 
-/// The value of an item as the file has it. The values of a list are each followed by a blank.
+/// The value of an item of the record, written as in the file. Each value of a list is followed by a blank.
 std::string valueOf(const char* key)
 {
     std::string text;
@@ -43,7 +43,7 @@ TEST_F(ConfTest, LongAndEmptyValues)
     EXPECT_EQ(result_, -1);
 }
 
-// The defaults of items that are neither in the file nor in the tree are shown nowhere else.
+// Some items are neither in the file nor in the command tree. Only this display shows their defaults.
 TEST_F(ConfTest, TheDisplayOfAllItems)
 {
     startSaved();

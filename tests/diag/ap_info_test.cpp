@@ -99,7 +99,8 @@ TEST(ApInfo, ShowsLanPortsByMode)
     set(port[4].ssid, "guest"), setMac(port[4].addresses.mac, 0x02fe00000a07), port[4].splitTunnelSecond = 0x01020304;
     port[5].mode = 3, port[5].flags = 0x8c, port[5].reserved3 = 0xff, port[5].vlanTag = 0xffff;
     fill(port[5].ssid, 'S'), fill(port[5].addresses.mac, 0xff), port[6].mode = 3, port[6].flags = 0xff;
-    // The last byte of the MAC address is also the first in memory of the first address.
+    // The MAC address and the first split-tunnel address overlap in one byte: the last byte of the MAC address is the
+    // first byte in memory of the split-tunnel address.
     setMac(port[6].addresses.mac, 0xa1a2a3a4a500), port[6].addresses.splitTunnel.first = 0xfd0b0cfd;
     port[6].splitTunnelSecond = 0xffffff00;
 

@@ -30,7 +30,7 @@ TEST(FirewallRule, FormatsRulesForIpv4)
         {{65535, kRuleMarked | kRuleSourceLocal | kRuleDestinationLocal, 254, 0xffffffff, 0xffffffff, 0, 0, 65535,
           65535, -2147483647 - 1},
          " D65535 -2147483648 deny   254  (L)0.0.0.0/0:65535 ==> (L)255.255.255.255/32:65535"},
-        // An end with the address "any" has no mark for a local address.
+        // If an endpoint has the address "any", the mark "(L)" of a local address is not printed for it.
         {{1, kRuleAllow | kRuleSourceAny | kRuleSourceLocal, kRuleAnyProtocol, 1, 1, 1, 1, 1, 53, 0},
          "      1          0 allow  any  any:53 ==> 0.0.0.1/1:1"},
         {{1, kRuleDestinationAny | kRuleDestinationLocal, 0, 1, 1, 1, 1, 0, 0, 0},

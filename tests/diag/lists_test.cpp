@@ -102,14 +102,15 @@ TEST(VapList, ShowsEveryFieldInOrder)
         {[](auto& r) { r.radio = 0, r.wlan = 200; }, "Radio Id  1 WLAN Id  2", "Radio Id  0 WLAN Id 200"},
         {[](auto& r) { r.adminDown = 1; }, "ADMIN_UP(INTF_UP)", "ADMIN_DOWN(INTF_UP)"},
         {[](auto& r) { r.interfaceDown = 2, r.initialised = 9; }, "INTF_UP) init_going", "INTF_DOWN) init_done"},
-        // A switch is on at 1 only.
+        // A switch is shown as enabled only if its byte is 1.
         {[](auto& r) { r.meshBackhaul = 1, r.qos = 2; }, "backhaul=disabled", "backhaul=enabled"},
         {[](auto& r) { r.meshBackhaul = 255, r.qos = 1, r.accessControlList = 255; }, "qos=disabled", "qos=enabled"},
         {[](auto& r) { r.meshBackhaul = 2, r.accessControlList = 1; }, "list=disabled", "list=enabled"},
         {[](auto& r) { r.probeSuppression = 1, r.probeThreshold = -75; }, "suppress=disabled",
          "suppress=enabled, prob_resp_thresh=-75dBm"},
         {[](auto& r) { r.probeSuppression = 2; }, "suppress=disabled", "suppress=disabled, prob_resp_thresh=20dBm"},
-        // Bits without a meaning, and the captive portal, which asks for a standalone VAP, change nothing.
+        // Bits without a meaning do not change the display. Nor does the captive-portal bit, because this VAP is not
+        // standalone.
         {[](auto& r) { r.flags = 0x195; }, "switching=disabled", "switching=enabled"},
         {[](auto& r) { r.flags = 0x02; }, "bridging=disabled", "bridging=enabled"},
         {[](auto& r) { r.flags = 0x40; }, "tunnel=disabled", "tunnel=enabled"},
@@ -135,7 +136,7 @@ TEST(VapList, ShowsKeysAndRadiusServersWithPrivacy)
     EXPECT_EQ(showVap(keyed), withRadius);
     Display<VapRecord>{showVap, keyed, withKey}.expectVariants({
         {[](auto& r) { r.authentication[5] = 'r'; }, "RADIUS", "rADIUS"},
-        // The word ends behind the field.
+        // The last letter of "RADIUS" lies outside the field, so the word is not found.
         {[](auto& r) { set(r.authentication, std::string(31, 'a') + "RADIU"), r.meshBackhaul = 'S'; }, "WPA2 RADIUS",
          std::string(31, 'a') + "RADIU"},
     });

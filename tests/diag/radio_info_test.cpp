@@ -88,7 +88,7 @@ TEST(RadioInfo, NamesTheTypeByTheFirstRuleThatMatches)
     const struct {
         std::uint16_t bits;
         const char* name;
-        const char* parameters; ///< null: none
+        const char* parameters; ///< how the line of parameters begins; null: the line is not shown
     } kTypes[] = {
         {0x0000, "invalid", nullptr}, {0x0002, "11A", nullptr}, {0x0001, "11B", nullptr},  {0x0004, "11G", nullptr},
         {0x0010, "11AC", "VHT"},      {0x0018, "11AC", "HT"},   {0x0030, "11AC", nullptr}, {0x2008, "11N_2.4G", "HT"},
@@ -171,14 +171,16 @@ TEST(RadioInfo, WrapsListsBetweenItems)
 {
     const std::string lines = channelItems(101, 15) + kWrap + channelItems(116, 15);
     Display<RadioRecord>{showRadio, plainRadio(), kPlainScreen}.expectVariants({
-        // From column 24 an item of 5 ends at 94 fourteen times and at 99 fifteen times; a wrapped line begins at 25.
+        // A line is full at column 96. The first line begins at column 24. With 14 items of 5 characters it ends at
+        // column 94, so it takes a 15th item. A wrapped line begins at column 25, so it takes 15 items too.
         {[](auto& r) { fill(r.acChannels, 0), mark(r.acChannels, 101, 30); }, "36, 40, \n", lines + "\n"},
         {[](auto& r) { fill(r.acChannels, 0), mark(r.acChannels, 101, 31); }, "36, 40, \n", lines + kWrap + "131, \n"},
-        // Items of 4 end at exactly 96 after eighteen. Four of 4 and eleven of 5 end there in a wrapped line, though
-        // they would end at 95 in the first.
+        // In the first line, 18 items of 4 characters end at column 96, so the line is full. In the wrapped line, 4
+        // items of 4 characters and 11 items of 5 end at column 96 too. In a first line they would end at column 95.
         {[](auto& r) { fill(r.allowedChannels, 0), mark(r.allowedChannels, 78, 34); }, "7, 8, \n",
          channelItems(78, 18) + kWrap + channelItems(96, 15) + kWrap + "111, \n"},
-        // The column runs on across the controller's ranges: 24, four items of 4, then items of 5.
+        // All ranges of the controller are one list, so the second range continues in the column where the first one
+        // ended. The line has 4 items of 4 characters and 12 items of 5, and ends at column 100.
         {[](auto& r) { r.acRanges[1].first = 100, r.acRanges[1].count = 13; }, "36, 40, 44, 48, 1, 2, 3, ",
          "36, 40, 44, 48, " + channelItems(100, 12, 4) + kWrap + "148, "},
         // The list of radar-hit channels never wraps.

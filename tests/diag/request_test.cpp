@@ -25,7 +25,9 @@ using Texts = std::vector<std::string>;
 
 /// The recorded calls of the platform's libraries, and their answers.
 struct FakePlatform {
-    Texts sent{}; ///< to the daemon: destination, flags, type and bytes; before a query also its capacity and time-out
+    /// The messages to the daemon: destination, flags, type and bytes. The text of a query begins with the capacity of
+    /// its reply buffer and its time-out.
+    Texts sent{};
     int channelResult = 0;
     Bytes answer{};
     std::optional<int> answerLength{}; ///< the reported length; the length of the answer if it is not set
@@ -132,7 +134,9 @@ TEST_F(RequestTest, QueriesTellWhetherThereIsAnAnswer)
     const struct {
         const char* line;
         int capacity;
-        const char* sent;  ///< the query for VAPs has the number of words, and a byte without a meaning
+        /// The beginning of the text in FakePlatform::sent. The query for VAPs contains the number of words of the line
+        /// and a byte whose value has no meaning, which is left out here.
+        const char* sent;
         std::string empty; ///< the beginning of the display of an empty reply
         std::string noAnswer;
     } queries[] = {

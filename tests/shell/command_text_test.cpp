@@ -79,7 +79,7 @@ TEST_F(CommandText, NamesTheSessionsOwnFileIfTheCommonOneCannotBeHad)
     EXPECT_NE(access(path(own).c_str(), F_OK), 0);
 }
 
-/// Any exit status of a tool is no interrupt. Only a signal that ends the system shell is one.
+/// An exit status never counts as an interrupt. Only SIGINT or SIGQUIT that ends the system shell counts as one.
 TEST_F(CommandText, AnInterruptIsTheDeathOfTheSystemShell)
 {
     const struct {

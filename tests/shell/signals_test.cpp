@@ -37,7 +37,7 @@ TEST(Signals, AProcessThatWasContinuedDoesNotStopAgain)
 {
     const pid_t child = fork();
     if (child == 0) {
-        setpgid(0, 0); // the kernel does not stop a process group without a parent in its session
+        setpgid(0, 0); // a group that is not orphaned, because SIGTSTP does not stop an orphaned process group
         catchSignals();
         HeldSignals signals;
         raise(SIGTSTP);

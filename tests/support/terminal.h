@@ -44,7 +44,8 @@ public:
     /// The exit status of the program, or the negative number of the signal that ended it.
     int waitForExit();
 
-    /// A row, counted from 0; all rows up to the last one with a text. Without blanks at the end of a row.
+    /// row() returns one row, counted from 0. screen() returns all rows up to the last one that has text. Both omit the
+    /// blanks at the end of a row.
     [[nodiscard]] std::string row(int number) const;
     [[nodiscard]] std::string screen() const;
     [[nodiscard]] VTermPos cursor() const;
@@ -65,7 +66,7 @@ private:
     pid_t pid_ = -1;
     bool hasEnded_ = false;
     std::string shown_;
-    std::size_t consumed_ = 0; ///< characters of the output that expect() has returned
+    std::size_t consumed_ = 0; ///< characters of `shown_` that the waits have consumed; waitFor() searches after them
     std::unique_ptr<VTerm, void (*)(VTerm*)> emulator_;
 };
 

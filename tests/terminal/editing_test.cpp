@@ -17,7 +17,8 @@ using Editing = ShellTest;
 
 } // namespace
 
-/// The host name changes while the reset asks for confirmation, and again by the reset.
+/// The host name in the configuration file is changed while the command asks for confirmation. The reset changes it
+/// again.
 TEST_F(Editing, AFactoryResetKeepsThePromptUnlessItIsRefused)
 {
     writeFile("/etc/sys.conf", "hostname=factory\n");
@@ -284,7 +285,7 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
     const struct {
         std::string keys;
         const char* shown; ///< the text before the interrupt is sent
-        const char* after; ///< the text behind the interrupt
+        const char* after; ///< the keys that are sent after Ctrl-C
         const char* before = "";
     } cases[] = {
         {"ping\rbrctl\r\x1b[201~", "started", ""},
@@ -297,7 +298,7 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
         Session session;
         session.send(example.before + ("\x1b[200~" + example.keys));
         session.waitForScreen(example.shown);
-        // The interrupt flushes keys that were not read.
+        // Ctrl-C discards the keys that the shell has not read yet. So wait until it has read all of them.
         const int input = open(("/proc/" + std::to_string(session.pid()) + "/fd/0").c_str(), O_RDONLY | O_NOCTTY);
         for (int unread = 1; unread > 0; usleep(1000))
             ASSERT_EQ(ioctl(input, FIONREAD, &unread), 0);
@@ -307,7 +308,8 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
         session.waitForRow(kPrompt);
         EXPECT_EQ(session.ask("nosuch"), kUnknown);
     }
-    // The tool handles the interrupt itself and exits normally. The system shell has replaced itself by the tool.
+    // Imitates a tool that handles SIGINT itself and exits normally, so that no wait status shows the interrupt. Only
+    // the child process of InterruptWatch receives the signal.
     plantTool("ping", R"(read -r _ _ _ session _ </proc/$PPID/stat
         for child in $(cat /proc/$session/task/$session/children); do [ $child = $PPID ] || kill -INT $child; done
         echo statistics)");

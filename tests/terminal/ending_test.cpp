@@ -39,7 +39,7 @@ TEST_F(Ending, LeavesTheTerminalAsItWasFound)
     EXPECT_EQ(calls(), "reboot \n");
 }
 
-/// The same if the parent process has left the signals blocked.
+/// The shell restores the terminal even if its parent process has blocked all signals before it started the shell.
 TEST_F(Ending, LeavesTheTerminalWhenASignalEndsIt)
 {
     sigset_t all;
@@ -94,7 +94,7 @@ TEST_F(Ending, EndsWithItsTerminal)
     }
 }
 
-/// The shell gets the end of the input.
+/// SIGHUP is ignored here, so after the hang-up the shell reads the end of the input.
 TEST_F(Ending, RunsNoLineThatAHangUpCutsOff)
 {
     for (const char* keys : {"brctl half", "brctl half\x1b[200~ pasted\rbrctl", "\022brctl half"}) {
@@ -145,7 +145,7 @@ TEST_F(Ending, IdleTimeRunsAtThePromptOnly)
     plantTool("ping", "sleep 2.2; echo done");
     Session session(shellBelow("telnetd"));
     EXPECT_EQ(session.ask("ping"), "done\n");
-    session.resize(30, 100); // if the time had expired, the session would end at this signal
+    session.resize(30, 100); // sends SIGWINCH; the session would end now if the idle time had run during the tool
     EXPECT_EQ(session.ask("nosuch"), "Command \"nosuch\" is not supported.\n");
     session.send("\022p");
     session.waitForScreen("Timeout\nexit\nback 0");

@@ -18,7 +18,8 @@ using Screen = ShellTest;
 
 const std::string kText = "nosuch abcdefghijklmnopqrstuvwxyz0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
-/// Waits until the window shows the last rows of `above` and, below them, of `line`, which is broken into rows.
+/// Waits until the window shows the rows of `above` and, below them, `line`, which is broken into rows. If they do not
+/// all fit, the window shows the last rows. `cursor` is the position of the cursor in `line`.
 void waitForLine(Terminal& terminal, Size window, const std::vector<std::string>& above, const std::string& line,
                  std::size_t cursor)
 {
@@ -91,7 +92,7 @@ TEST_F(Screen, ShowsTheLineAfterAnyKeysInAnySize)
              line = {line.text.insert(line.cursor, "abcdefghijklmnopqrst"), line.cursor + 20};
          }},
     };
-    constexpr std::size_t kLongest = 60; // a window of 4 columns holds 90 characters with the prompt
+    constexpr std::size_t kLongest = 60; // a window of 24 rows and 4 columns holds the prompt and 90 characters
     std::mt19937 random(20240301);       // NOLINT(cert-msc32-c,cert-msc51-cpp): the same steps in every run
     Session session;
     session.ask("ping");

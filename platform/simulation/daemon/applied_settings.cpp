@@ -13,7 +13,7 @@ namespace
 
 constexpr const char* kRadios[] = {"wlan0", "wlan1"};
 
-/// Returns no record if the message has another length.
+/// Copies the record out of the message. Returns no record if the length of the message is not that of the record.
 template <typename Record>
 std::optional<Record> read(std::span<const uint8_t> message)
 {

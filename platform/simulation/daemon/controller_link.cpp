@@ -20,7 +20,7 @@ constexpr int kDns = 3;
 
 struct Phase {
     const char* state;
-    milliseconds end; ///< since the start
+    milliseconds end; ///< end of the phase, measured from the start of the state machine
     bool needsDtls = false;
 };
 

@@ -1,4 +1,5 @@
-// The link between the daemon and its controller. It is simulated by time alone; no packet is sent.
+// The link between the daemon and its controller. It sends no packets. Its state depends only on the configuration and
+// on the time since the state machine was started.
 
 #ifndef PLATFORM_SIMULATION_DAEMON_CONTROLLER_LINK_H
 #define PLATFORM_SIMULATION_DAEMON_CONTROLLER_LINK_H

@@ -82,7 +82,7 @@ std::span<const Network> networks()
 
 std::vector<Station> presentStations(bool linkRuns)
 {
-    constexpr unsigned kSpread = 6; // the networks with stations; the last two networks are off in a new device
+    constexpr unsigned kSpread = 6; // only the first six networks have stations; in a new device, the others are off
     const int wanted = simReadNumber("daemon/stations", -1);
     const auto count = static_cast<unsigned>(wanted < 0 ? kVisitors : std::min(wanted, kMostStations));
     const std::time_t minute = std::time(nullptr) / 60;
@@ -92,7 +92,7 @@ std::vector<Station> presentStations(bool linkRuns)
         if (!network.serves(linkRuns))
             continue;
         for (unsigned i = home; i < count; i += kSpread)
-            // Each station is present for some minutes and absent for three, with a period of its own.
+            // Each station is absent for three minutes in each of its periods, which are 9 to 13 minutes long.
             if (wanted >= 0 || (minute + 3L * i) % (9L + i % 5) > 2)
                 present.push_back({i, i / kSpread + 1, &network});
     }

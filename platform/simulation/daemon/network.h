@@ -25,7 +25,7 @@ struct Network {
     [[nodiscard]] std::string radioInterface() const;
     [[nodiscard]] std::string interface() const;
     [[nodiscard]] std::string ssid() const;
-    /// The features, and whether the driver bridges locally.
+    /// `features`, and the flag kLocalBridging if the driver bridges locally.
     [[nodiscard]] uint16_t flags() const;
     [[nodiscard]] bool isEnabled() const;
     [[nodiscard]] bool isStandalone() const;
@@ -37,13 +37,13 @@ struct Network {
 std::span<const Network> networks();
 
 struct Station {
-    unsigned index; ///< fixed for each station, like its network
+    unsigned index; ///< identifies the station and determines its network
     unsigned associationId;
     const Network* network;
 };
 
-/// The stations on networks that serve. If the state file "daemon/stations" sets their number, they stay; otherwise
-/// they come and go.
+/// The stations that are present now, on the networks for which serves() is true. If the state file "daemon/stations"
+/// sets the number of stations, all of them are always present. Otherwise each of them is absent from time to time.
 std::vector<Station> presentStations(bool linkRuns);
 
 #endif

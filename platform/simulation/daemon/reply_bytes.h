@@ -21,7 +21,8 @@ void append(Bytes& reply, const Record& record)
     std::memcpy(&reply[place], &record, sizeof record);
 }
 
-/// Fills a field of zeros. The text is cut so that a zero always ends it inside the field.
+/// Copies a text into a field that holds only zeros. Truncates the text so that at least one zero remains at the end of
+/// the field.
 template <std::size_t Size>
 void fillText(char (&field)[Size], std::string_view text)
 {

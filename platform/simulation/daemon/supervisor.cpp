@@ -33,7 +33,7 @@ constexpr timespec kRestartDelay = {0, 250'000'000};
 /// Exit status of a worker that cannot serve the channel. It is not started again.
 constexpr int kCannotServe = 3;
 
-/// Replaces the file, so that a reader finds a whole number or no file.
+/// Replaces the file with rename(), so that a reader never finds a partly written process id.
 bool writePidFile()
 {
     const std::string draft = std::string(kPidFile) + ".new";
@@ -156,7 +156,8 @@ private:
         waitpid(worker_, nullptr, 0);
     }
 
-    /// Waits for a signal. Terminals must be checked from time to time; the end of the parent arrives as SIGCHLD.
+    /// Waits for a signal. If the end of the last terminal must be noticed, waits at most one second, because no signal
+    /// reports it. The end of the parent raises SIGCHLD.
     int awaitSignal() const
     {
         constexpr timespec kSecond = {1, 0};

@@ -18,7 +18,7 @@ constexpr const char* kAuthentications[] = {"OPEN", "WPA-PSK", "WPA2-PSK", "WPA/
 constexpr int kOpen = 0;
 constexpr int kRadius = 4;
 
-/// Fills the fields for authentication and keys. The driver has the type.
+/// Fills the fields for authentication and keys. The authentication type is a setting of the driver.
 void describeSecurity(VapRecord& record, const Network& network)
 {
     const int type = simInterfaceNumber(record.interface, "auth_type");

@@ -28,7 +28,7 @@ std::string lastOf(const Items& items, const std::string& key)
 
 } // namespace
 
-// The values of items that no file has.
+// The initial list holds the default values of items that neither configuration file sets.
 WtpConfig::WtpConfig()
     : items_{
           {"location", "N/A"}, {"StaStatsRptInterval", "1"}, {"VapStatsRptInterval", "15"}, {"StaCapRptInterval", "30"}}
