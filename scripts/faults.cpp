@@ -2,6 +2,7 @@
 //
 // FAULT_COUNTS names a file of one 32-bit counter for each kind of call. All shells of a session share it. FAULT is
 // "KIND/N/MODE": with the mode "transient" the Nth call of the kind fails, with "persistent" also all calls after it.
+// For each failed call, a line with the kind and the path of the file is appended to the file that FAULT_LOG names.
 // Other programs than "cli" are not changed.
 
 #include <atomic>
@@ -17,6 +18,7 @@
 #include <string_view>
 #include <sys/mman.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <sys/types.h>
 #include <termios.h>
 #include <unistd.h>
@@ -75,16 +77,42 @@ bool isShell()
         fault.counts = static_cast<std::atomic<std::uint32_t>*>(mapped);
 }
 
-/// Counts a call. True, and errno is set, if it has to fail.
-bool fails(KindIndex kind)
+/// Appends a line to the log. Calls the kernel directly, because the functions of the library count calls.
+void logFailure(KindIndex kind, const char* path)
+{
+    const char* log = std::getenv("FAULT_LOG");
+    if (log == nullptr)
+        return;
+    char line[4200];
+    const int length = std::snprintf(line, sizeof line, "%s %s\n", kKinds[kind].name.data(), path);
+    const auto fd = syscall(SYS_openat, AT_FDCWD, log, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    syscall(SYS_write, fd, line, length);
+    syscall(SYS_close, fd);
+}
+
+/// Counts a call for the file `path`. If the call has to fail, sets errno and returns true.
+bool fails(KindIndex kind, const char* path = "")
 {
     if (fault.counts == nullptr || getpid() != fault.process)
         return false;
     const std::uint32_t number = ++fault.counts[kind];
     if (fault.kind != kind || number < fault.number || (number > fault.number && !fault.isPersistent))
         return false;
+    if (kind != kMalloc)
+        logFailure(kind, path);
     errno = kKinds[kind].error;
     return true;
+}
+
+/// The same for a call with a file descriptor.
+bool fails(KindIndex kind, int fd)
+{
+    char link[32];
+    char path[4096] = "";
+    std::snprintf(link, sizeof link, "/proc/self/fd/%d", fd);
+    if (fault.kind == kind && readlink(link, path, sizeof path - 1) < 0)
+        path[0] = '\0';
+    return fails(kind, path);
 }
 
 /// The function of the same name that this library replaces.
@@ -133,37 +161,37 @@ int open64(const char* path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return fails(kOpen) ? -1 : real(path, flags, mode);
+    return fails(kOpen, path) ? -1 : real(path, flags, mode);
 }
 
 FILE* fopen64(const char* path, const char* mode)
 {
     static constinit Next<FILE*, const char*, const char*> real{"fopen64"};
-    return fails(kOpen) ? nullptr : real(path, mode);
+    return fails(kOpen, path) ? nullptr : real(path, mode);
 }
 
 ssize_t write(int fd, const void* bytes, std::size_t size)
 {
     static constinit Next<ssize_t, int, const void*, std::size_t> real{"write"};
-    return fails(kWrite) ? -1 : real(fd, bytes, size);
+    return fails(kWrite, fd) ? -1 : real(fd, bytes, size);
 }
 
 int fsync(int fd)
 {
     static constinit Next<int, int> real{"fsync"};
-    return fails(kFsync) ? -1 : real(fd);
+    return fails(kFsync, fd) ? -1 : real(fd);
 }
 
 int rename(const char* from, const char* to)
 {
     static constinit Next<int, const char*, const char*> real{"rename"};
-    return fails(kRename) ? -1 : real(from, to);
+    return fails(kRename, to) ? -1 : real(from, to);
 }
 
 ssize_t read(int fd, void* bytes, std::size_t size)
 {
     static constinit Next<ssize_t, int, void*, std::size_t> real{"read"};
-    return fails(kRead) ? -1 : real(fd, bytes, size);
+    return fails(kRead, fd) ? -1 : real(fd, bytes, size);
 }
 
 // Has another name here, because <fcntl.h> has a structure of this name.
@@ -172,7 +200,7 @@ int lockFile(int fd, int operation) asm("flock");
 int lockFile(int fd, int operation)
 {
     static constinit Next<int, int, int> real{"flock"};
-    return fails(kFlock) ? -1 : real(fd, operation);
+    return fails(kFlock, fd) ? -1 : real(fd, operation);
 }
 
 // If the file is no terminal, the two calls fail as usual and are not counted.

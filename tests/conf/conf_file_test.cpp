@@ -144,6 +144,9 @@ TEST_F(ConfFileTest, AFileEndsWhereReadingFails)
     EXPECT_TRUE(items.isOpen() && items.failed());
     readableBytes = 5000;
     EXPECT_EQ(linesOf(text).back(), "b=2") << "interrupted reads go on";
+    FileLines lines(kFile);
+    fs::resize_file(path(kFile), 0);
+    EXPECT_EQ(lines.next(), nullptr) << "the file was truncated after it was opened";
 }
 
 TEST_F(ConfFileTest, InAClosedFolderAFileIsWrittenInPlace)
