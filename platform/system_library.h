@@ -1,4 +1,4 @@
-// The access point's system library: process registration, identity, checksums, load, lines and LEDs.
+// The access point's system library: process registration, identity, checksums, load, GPIO lines and LEDs.
 
 #ifndef PLATFORM_SYSTEM_LIBRARY_H
 #define PLATFORM_SYSTEM_LIBRARY_H
@@ -16,8 +16,8 @@ int qln_app_init_with_instd(int instance_class, int pid);
 /// Shows `message` on the terminal and waits for an answer. Returns non-zero for yes.
 int act_confirm(const char* message);
 
-/// Restores the factory configuration and restarts the device. If `unattended` is 1, it must not ask. The result is the
-/// result of the command.
+/// Restores the factory configuration and restarts the device. If `unattended` is 1, the function must not ask the user
+/// for confirmation. The command "factory-reset" returns the result of this function.
 int sys_factory_reset(int unattended);
 
 /// Writes the device serial number, terminated, into `buffer` of `size` bytes. `flag` is 0.
@@ -34,11 +34,13 @@ int get_full_version_string(char* buffer, int size, const char* model_prefix, in
 /// number if it does not match.
 int osbios_CheckCRC(int fd, int arg1, int arg2);
 
-/// Computes and stores the checksum of the partition that is open at `fd`: of `image`, the 262144 bytes that were just
-/// written, or of the partition itself if `image` is null. Returns a negative number if it fails.
+/// Computes a checksum and stores it in the partition that is open at `fd`. The checksum is that of `image`, which is
+/// the 262144 bytes that were just written to the partition. If `image` is null, the function reads the partition
+/// instead. Returns a negative number if it fails.
 int osbios_SetCrc(int fd, const void* image);
 
-/// Fills a PlatformInfo of "platform/flash_layout.h", zeroed by the caller. The result is not examined.
+/// Fills `platform_info`, a PlatformInfo of "platform/flash_layout.h". The caller sets it to zero first. The shell
+/// ignores the result.
 int get_qln_platform_info(void* platform_info);
 
 /// Returns non-zero if the interface is up.

@@ -1,9 +1,10 @@
-// A preloaded library that counts the calls of the shell that may fail, and lets one of them, or all from one on, fail.
+// A preloaded library that counts library calls of the shell, and makes some of them fail.
 //
-// FAULT_COUNTS names a file of one 32-bit counter for each kind of call. All shells of a session share it. FAULT is
-// "KIND/N/MODE": with the mode "transient" the Nth call of the kind fails, with "persistent" also all calls after it.
+// FAULT_COUNTS names a file with one 32-bit counter for each kind of call. All shells of a session use the same file.
+// FAULT is "KIND/N/MODE". With the mode "transient", the Nth call of the kind fails. With "persistent", the Nth and
+// all later calls of the kind fail.
 // For each failed call, a line with the kind and the path of the file is appended to the file that FAULT_LOG names.
-// Other programs than "cli" are not changed.
+// Programs other than "cli" are not changed.
 
 #include <atomic>
 #include <cerrno>
@@ -194,7 +195,7 @@ ssize_t read(int fd, void* bytes, std::size_t size)
     return fails(kRead, fd) ? -1 : real(fd, bytes, size);
 }
 
-// Has another name here, because <fcntl.h> has a structure of this name.
+// This replaces flock(). It has another name in C++, because <fcntl.h> also defines a structure `flock`.
 int lockFile(int fd, int operation) asm("flock");
 
 int lockFile(int fd, int operation)

@@ -15,7 +15,8 @@
 namespace
 {
 
-/// The rows at the beginning of a table that the platform's debug library names.
+/// Returns how many rows at the beginning of a command table get their names from the platform's debug library. These
+/// rows are not printed.
 std::int32_t libraryRows(const std::string& path)
 {
     if (path == "debug ")
@@ -33,7 +34,8 @@ void printCommands(const cli_node& parent, const std::string& path)
     }
 }
 
-/// The range of a checked number, the size of any other number or text; nothing for what is a choice or an address.
+/// Describes the legal values of an item: the range of a checked number, or the size of another number or of a text.
+/// Returns an empty text for a choice or an address.
 std::string valuesOf(const CwItem& item, CwConfig& config)
 {
     if (item.kind == &kChecked.kind || item.kind == &kVlan.kind)
@@ -56,7 +58,7 @@ void printItem(const char* section, const CwItem& item, CwConfig& config)
                 initial.c_str(), valuesOf(item, config).c_str());
 }
 
-/// The items in the order of the file, then those that are not saved.
+/// Prints the items in the order of the configuration file, and then the items that are not saved in it.
 void printItems(CwConfig& config)
 {
     std::set<const CwItem*> saved;

@@ -46,8 +46,8 @@ bool readDefinition(char* line, bool isWhole, cli_node& row)
     return true;
 }
 
-/// Enlarges the table to `count` rows; the first table is a copy of the root's. Null if there is no memory; the table
-/// is then unchanged.
+/// Enlarges the table to `count` rows. If `table` is null, creates a table and copies the root commands into it. If
+/// there is no memory, returns null and leaves the table unchanged.
 cli_node* resized(cli_node* table, std::size_t count)
 {
     auto* grown = static_cast<cli_node*>(std::realloc(table, count * sizeof(cli_node)));
@@ -58,7 +58,8 @@ cli_node* resized(cli_node* table, std::size_t count)
 
 } // namespace
 
-// A profile without definitions replaces the table by its copy. An empty profile does not.
+// If the profile has lines but defines no alias, the root table is still replaced by a copy of itself. If the profile
+// is empty or missing, the root table is not replaced.
 void loadAliases()
 {
     static constinit const cli_node* loadedTable = nullptr;

@@ -20,7 +20,7 @@ namespace
 constexpr std::size_t kCandidateSize = 255;
 
 constinit std::int32_t candidateIndex = 0;
-constinit const char* firstCandidate = nullptr; ///< of the last request
+constinit const char* firstCandidate = nullptr; ///< the first word that the last completion offered
 constinit bool candidatesDiffer = false;
 
 /// Whether the last complete word selects no node, so it is an argument of `node`.
@@ -37,7 +37,8 @@ std::string_view typedText()
     return line;
 }
 
-/// The node whose children are offered; null behind an argument.
+/// The node whose children completion offers. Null if the last complete word is an argument, or if the line has an
+/// error.
 const cli_node* offeringNode()
 {
     if (parseLine(typedText(), ParseMode::kComplete) != ParseResult::kEnd) {
@@ -56,7 +57,8 @@ void beginRows()
     rl_crlf();
 }
 
-/// Returns whether there was a child to list.
+/// Lists the visible children of `node` whose names begin with `partial`. Behind a pipe, lists only tools. Returns
+/// whether it listed any.
 bool listChildren(const cli_node& node, std::string_view partial, bool behindPipe)
 {
     bool found = false;
@@ -98,7 +100,7 @@ int listCommands(int, int)
     const int cursor = rl_point;
     std::string_view typed = typedText();
     const std::size_t start = typed.find_last_of("|&;") + 1;          // of the last segment
-    const bool behindPipe = typed.find_first_not_of(' ') + 1 < start; // false if the line begins with the symbol
+    const bool behindPipe = typed.find_first_not_of(' ') + 1 < start; // a pipe symbol that begins the line is ignored
     typed.remove_prefix(start);
     if (!listFollowers(typed, behindPipe))
         return rl_ding();
@@ -107,9 +109,10 @@ int listCommands(int, int)
     return 0;
 }
 
-/// Calls a completion function of readline. If the cursor stands behind blanks, removes the blanks first, so that the
-/// word before them is completed and not typed a second time. Puts the blanks back if the word was complete. A menu
-/// that is going through several words keeps the blank that it has added itself.
+/// Calls a completion function of readline. If there are blanks before the cursor, removes them first, so that readline
+/// completes the word before them and does not insert it a second time. Puts the blanks back if the word was complete.
+/// Menu completion adds a blank after each word that it offers. While it offers several words in turn, this blank
+/// stays.
 int completeBehindBlanks(rl_command_func_t* complete, bool isMenu, bool again, int count, int key)
 {
     if (again)
@@ -192,7 +195,7 @@ char* completionGenerator(const char*, int)
         if (child.visibility == kHidden ||
             std::strncmp(child.name, partial != nullptr ? partial : "", partialLength) != 0)
             continue;
-        // An alias may have the name of a command.
+        // An alias may have the same name as a command. Compare the names, so that such a pair counts as one word.
         if (firstCandidate == nullptr)
             firstCandidate = child.name;
         candidatesDiffer = candidatesDiffer || std::strcmp(child.name, firstCandidate) != 0;
@@ -209,8 +212,8 @@ void installCompletion()
 {
     rl_completion_entry_function = completionGenerator;
     rl_sort_completion_matches = 0;
-    // If several functions have a name, readline's configuration file binds the first one. readline adds its own
-    // functions later.
+    // If several functions have the same name, readline's configuration file binds the one that was added first.
+    // readline adds its own functions later, so these take precedence.
     for (const CompletionCommand& row : kCommands)
         rl_add_funmap_entry(row.name, row.function);
     KEYMAP_ENTRY* const emacs = rl_get_keymap_by_name("emacs-standard");

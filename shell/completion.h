@@ -10,9 +10,9 @@ char* completionGenerator(const char* text, int state);
 
 /// Makes the completion keys complete command words only, with the generator. Adds the function `list-commands` to
 /// readline and binds it to M-h. The function lists the words that can follow the words before the cursor, with their
-/// help texts, and does not change the line. Behind a command and its arguments it lists that command, behind a pipe
-/// symbol the tools and aliases. If no word can follow, it rings the bell. The second TAB in a row does the same behind
-/// a blank.
+/// help texts, and does not change the line. If only arguments can follow, it lists the command itself. After a pipe
+/// symbol, it lists the tools and aliases. If it finds nothing to list, it rings the bell. If TAB is pressed twice
+/// after a blank, the second TAB calls this function too.
 void installCompletion();
 
 /// Binds the escape sequences that terminals send for F1 to `list-commands`, unless they are bound. To be called after

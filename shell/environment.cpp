@@ -19,8 +19,9 @@
 namespace
 {
 
-/// Beginnings of the variables that are removed. BASH_FUNC_ is that of functions that bash exports; LESSSECURE is set
-/// anew, because an environment may hold a variable twice.
+/// Variables are removed if they begin with one of these texts. BASH_FUNC_ begins the functions that bash exports.
+/// LESSSECURE is set again afterwards. It is removed first, because an environment may hold a variable twice, and
+/// setenv() replaces only one of them.
 constexpr std::string_view kRemoved[] = {
     "ENV=",      "BASH_ENV=",  "SHELLOPTS=",    "BASHOPTS=",  "PS4=",        "IFS=",
     "LESSOPEN=", "LESSCLOSE=", "GREP_OPTIONS=", "BASH_FUNC_", "LESSSECURE=",
@@ -45,7 +46,8 @@ bool isSize(const char* text)
     return isDigits(text) && number >= 1 && number <= kLargestSize;
 }
 
-/// The name in a line such as "$include ~/keys", which ends with the line; null if the line is another.
+/// Returns the file name in a line such as "$include ~/keys". The name reaches to the end of the line. Null if the line
+/// is not an $include line.
 char* includedName(char* line)
 {
     constexpr char kBlanks[] = " \t\r\n";
@@ -63,7 +65,8 @@ char* includedName(char* line)
     return line;
 }
 
-/// Opens a file of the login for reading, without waiting for the other end of a pipe. Null if there is none.
+/// Opens a configuration file of readline for reading. If the file is a FIFO, does not wait for a writer. Null if the
+/// file cannot be opened.
 FILE* openInputrc(const char* name)
 {
     char* path = tilde_expand(name);
@@ -82,8 +85,9 @@ bool isSmallPlainFile(int fd)
     return fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= kLargest;
 }
 
-/// Whether readline can read the file, and the files that it includes, at once. A missing file is no obstacle. Files
-/// may include each other, so at most `filesLeft` are looked at.
+/// Whether the file, and all files that it includes, are missing or small regular files, so that readline cannot block
+/// on them. Files may include each other, so the function opens at most `filesLeft` files and returns false if there
+/// are more.
 bool isReadable(const char* name, int& filesLeft)
 {
     if (--filesLeft < 0)
@@ -108,7 +112,8 @@ bool isReadable(const char* name)
     return isReadable(name, filesLeft);
 }
 
-/// readline reads the file that INPUTRC names. If none is named, it reads the user's, or else the system's.
+/// readline reads the file that INPUTRC names. If INPUTRC is not set, it reads the user's file, or the system's file if
+/// the user has none. If that file could block readline, sets INPUTRC to a file that cannot.
 void checkInputrc()
 {
     const char* replacement = "/dev/null";
@@ -124,8 +129,8 @@ void checkInputrc()
     setenv(kInputrc, replacement, 1);
 }
 
-/// The terminal library reads the terminal's description below the user's folder first, and would wait for the other
-/// end of a pipe. Hides the folder if the description is no plain file.
+/// The terminal library first looks for the description of the terminal below HOME. If that file is a FIFO, the library
+/// would wait for a writer. Removes HOME from the environment if the description is not a regular file.
 void checkHome()
 {
     const char* home = std::getenv("HOME");

@@ -8,8 +8,8 @@
 void secureEnvironment();
 
 /// Removes COLUMNS and LINES unless they are whole numbers from 1 to 1000. Lets readline read its configuration file
-/// only if that file and the files that it includes are small regular files. Removes HOME if the description of the
-/// terminal below it is no regular file. To be called before readline starts.
+/// only if that file and the files that it includes are small regular files. Removes HOME if the folder that it names
+/// has a description of the terminal that is not a regular file. To be called before readline starts.
 void checkReadlineEnvironment();
 
 #endif

@@ -14,8 +14,9 @@ int ignoreKey(int, int)
     return 0;
 }
 
-/// Replaces or unbinds keys that crash readline 8.2: after a search that is not incremental it may free an undo list
-/// twice. An incremental search takes its place. ESC RETURN is unbound, because it would switch to vi mode.
+/// After a non-incremental search, readline 8.2 may free an undo list twice and crash. In vi mode, binds '/' and '?' to
+/// incremental searches instead. Unbinds the other keys of non-incremental searches. Also unbinds ESC RETURN, because
+/// it would switch to vi mode.
 void replaceTraps()
 {
     struct Key {

@@ -3,11 +3,12 @@
 #ifndef SHELL_KEYS_H
 #define SHELL_KEYS_H
 
-/// Replaces keys of readline's. To be called before readline reads the user's configuration file, which may bind them.
+/// Changes what some keys of readline do. To be called before readline reads the user's configuration file, which may
+/// bind these keys again.
 void replaceKeys();
 
-/// Whether the key that was typed does nothing: Ctrl-S or Ctrl-Q, unless the user's configuration file binds it. A
-/// search would end at a key that is bound to a command, and take any other key for text.
+/// Whether the key that was typed does nothing: Ctrl-S or Ctrl-Q, unless the user's configuration file binds it. The
+/// caller drops such a key. If readline got it during a search, the key would end the search or be searched for.
 bool isIgnoredKey(unsigned char key);
 
 #endif

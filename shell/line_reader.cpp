@@ -32,16 +32,16 @@ struct Reading {
     const char* prompt;
     void (*endIdle)();
     Outcome outcome;          ///< readline gets keys only while this is kLine
-    rl_voidfunc_t* redisplay; ///< readline's drawing function while a dropped line must not be drawn
-    const char* bell;         ///< readline's bell style while it must not ring
+    rl_voidfunc_t* redisplay; ///< readline's drawing function; saved while readline must not draw a dropped line
+    const char* bell;         ///< readline's bell style; saved while readline must not ring the bell
 };
 
 constinit Reading reading{};
 
 void drawNothing() {}
 
-/// Drops the line: clears it if the terminal can, and shows the prompt with "^C" behind it. Hides what readline draws
-/// until it has returned from the line.
+/// Drops the line. If the terminal can clear a row, clears the line and shows the prompt. Prints "^C" after it. Keeps
+/// readline from drawing until readline() has returned.
 void dropLine()
 {
     reading.outcome = Outcome::kDropped;
@@ -95,7 +95,7 @@ void redrawAfterStop()
 void handleSignals()
 {
     if (takeSignal(SIGALRM)) {
-        rl_eof_found = 1; // readline leaves the line as at the end of input
+        rl_eof_found = 1; // makes rl_deprep_terminal() move to a new row, as at the end of the input
         if (!pasteIsBracketed())
             rl_crlf(); // rl_deprep_terminal() moves to a new row only if it turns bracketed paste off
         rl_deprep_terminal();
@@ -147,7 +147,7 @@ int readKey(FILE* stream)
                 hidePasteFromSearch();
             return key;
         }
-        // The last line of a file needs no line feed.
+        // At the end of a file readline gets EOF, and not READERR, so it returns a last line that has no line feed.
         if (count == 0 && !RL_ISSTATE(RL_STATE_TERMPREPPED))
             return EOF;
         // A read of a terminal returns 0 bytes if an interrupt has flushed the key.

@@ -84,7 +84,7 @@ consteval cli_node prepared(cli_node row, CliPrepare prepare)
 /// The root descriptor: its children are the root commands. Every lookup starts here.
 extern cli_node cliRoot;
 
-/// Makes `commands` the root commands. They live until the process ends.
+/// Makes `commands` the root commands. The array must stay valid until the process ends.
 void setRootCommands(std::span<cli_node> commands);
 
 /// Runs the prepare hooks below `node`, parents first.
@@ -95,7 +95,7 @@ cli_node* findChild(const cli_node& node, const char* name);
 
 /// The node that the words select. The lookup stops at a leaf. It also stops at a node with a handler if no child has
 /// the name of the next word. The remaining words are arguments. Returns null if a node without a handler has no such
-/// child. No words select the root descriptor.
+/// child. If `argc` is 0, returns the root descriptor.
 cli_node* findNode(int argc, char** argv);
 
 /// Whether some root command has exactly this name.

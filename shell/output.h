@@ -8,7 +8,7 @@
 /// Longest message, its terminator included; a longer one is cut.
 inline constexpr std::size_t kMessageSize = 1024;
 
-/// Printed when a file cannot take what it should; the format of its device path.
+/// The error message for a file that cannot be written. The argument is the device path of the file.
 inline constexpr char kCanNotWrite[] = "    Error: Can not write %s.\n";
 
 using OutputSink = void (*)(const char* text);

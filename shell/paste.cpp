@@ -120,7 +120,7 @@ void dropPaste(const sigset_t& mask)
     constexpr timespec kPause{.tv_sec = 1, .tv_nsec = 0};
     pollfd input{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
     char keys[256];
-    // The interrupt may have flushed the closing bracket.
+    // Drop keys until none comes for a second. The closing bracket may be missing, if the interrupt has flushed it.
     while (block.isComing && ppoll(&input, 1, &kPause, &mask) > 0 && read(input.fd, keys, sizeof keys) > 0)
         continue;
     forgetBlock();

@@ -18,8 +18,9 @@ int typePastedLine();
 /// Whether readline has asked the terminal for bracketed paste.
 bool pasteIsBracketed();
 
-/// An incremental search reads a pasted block itself, if bracketed paste is on. The first function turns it off during
-/// a search, so that the escape key ends the search and the bracket reaches pasteBlock(). The second one turns it on.
+/// If bracketed paste is on, readline's incremental search reads a pasted block itself. hidePasteFromSearch() turns
+/// bracketed paste off if a search is running. The ESC that begins the block then ends the search, and pasteBlock()
+/// reads the block. showPasteAgain() turns bracketed paste on again.
 void hidePasteFromSearch();
 void showPasteAgain();
 

@@ -22,15 +22,16 @@ constexpr mode_t kMode = S_IRUSR | S_IWUSR;
 struct Pipe {
     bool isActive;
     bool isIncomplete;                ///< the file could not be created, or a write failed
-    bool isOwn;                       ///< the file carries this process's number
+    bool isOwn;                       ///< the name of the file ends with the number of this process
     int fd;                           ///< holds the lock; -1: there is no file yet
-    char path[sizeof kPipeFile + 12]; ///< of the device
+    char path[sizeof kPipeFile + 12]; ///< device path of the file
 };
 
 constinit Pipe linePipe{.isActive = false, .isIncomplete = false, .isOwn = false, .fd = -1, .path = {}};
 constinit Pieces pipePieces;
 
-/// Path of the session's own file on this system; a signal that ends the process removes the file by it.
+/// The path of the session's own file. This is not a device path, so that the handler of a signal that ends the process
+/// can pass it to unlink().
 constinit char ownFile[DeviceFile::kPathSize]{};
 
 /// Whether `fd` is the file that `path` names.
@@ -42,7 +43,7 @@ bool isNamed(int fd, const char* path)
            opened.st_ino == named.st_ino;
 }
 
-/// Whether `fd` is a plain file of this user that has one name.
+/// Whether `fd` is a regular file that belongs to this user and has no second hard link.
 bool isOwnPlainFile(int fd)
 {
     struct stat status;
@@ -78,7 +79,8 @@ int createOwnFile(const char* path)
     return open(path, O_WRONLY | O_APPEND | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kMode);
 }
 
-/// Makes the line's file if it has none yet. False if neither name can be used.
+/// Opens the pipe file of the line if it is not open yet: the common file, or else the session's own file. False if
+/// both fail.
 bool makeFile()
 {
     if (linePipe.fd >= 0)
@@ -147,7 +149,8 @@ bool flushPipe()
     return !linePipe.isIncomplete;
 }
 
-// The bytes up to the end of the file's last page need no new page, so a whole page follows them.
+// A full disk cuts a file at the end of a page. If the file ends there, writes a whole page. Otherwise the last page
+// has room, so writes only the rest of this page.
 bool testPipeRoom()
 {
     static char page[4096]; // not constant: in .bss it takes no space in the program's file

@@ -17,15 +17,16 @@ void endPipe();
 /// Whether a line has begun its pipe and not ended it yet.
 bool pipeIsActive();
 
-/// Appends a text. It is buffered, and written to the file by the kilobyte.
+/// Appends a text. The text is buffered, and written to the file in pieces of some kilobytes.
 void appendToPipe(const char* text);
 
-/// Writes the buffer to the file, and makes the file if the line has none yet. False if the file cannot be made, or
-/// could not take everything of the line.
+/// Writes the buffer to the file, and makes the file if the line has none yet. False if the file cannot be made, or if
+/// a part of the line's output could not be written to it.
 bool flushPipe();
 
-/// Tests whether the disk has room for another page: writes a page to the file and truncates the file to its old size.
-/// Tools do not report a full disk. False if there is no room, or if flushPipe() fails.
+/// Tools do not report a full disk. Therefore this function tests whether the disk has room for more output: it fills
+/// the last page of the file, or adds a page if the last one is full, and truncates the file to its old size. False if
+/// there is no room, or if flushPipe() fails.
 bool testPipeRoom();
 
 /// Device path of the file, for command texts and messages.
@@ -44,7 +45,7 @@ public:
     PipedOutput& operator=(const PipedOutput&) = delete;
 
 private:
-    int terminal_; ///< keeps the standard output; -1 if it was not redirected
+    int terminal_; ///< duplicate of the original standard output; -1 if it was not redirected
 };
 
 #endif

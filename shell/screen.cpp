@@ -17,8 +17,8 @@ struct Screen {
     int columns = 0;
 };
 
-/// readline breaks a prompt into rows when it is set. While it shows a message, like that of a search, it keeps the
-/// prompt aside.
+/// Lets readline break the prompt into rows for the new width. readline does this only when a prompt is set. While it
+/// shows a message instead, such as that of a search, it saves the prompt, so both are set again.
 void layOutPrompts()
 {
     if (rl_display_prompt != rl_prompt) {
@@ -36,8 +36,9 @@ void fitWindow()
     layOutPrompts();
 }
 
-/// readline 8.2 does not move the cursor to a row of the line whose number is above the height of the screen. On a
-/// screen of one row it scrolls the line instead.
+/// Calls `draw` while readline takes the screen for very high. If a line has more rows than the screen, readline 8.2
+/// would not move the cursor to the last rows. A screen of one row is not changed, because readline scrolls the line
+/// there.
 void withAnyHeight(rl_hook_func_t* draw)
 {
     constexpr int kAnyHeight = 32767;
@@ -50,7 +51,8 @@ void withAnyHeight(rl_hook_func_t* draw)
 
 } // namespace
 
-// readline 8.2 divides by columns / 3 on a screen of one row.
+// On a screen of one row, readline 8.2 divides by columns / 3. This is a division by 0 if there are fewer than 3
+// columns.
 int widenScreen()
 {
     constexpr int kNarrowest = 3;

@@ -44,7 +44,8 @@ void prepareSession()
     checkReadlineEnvironment();
     prepareLineReader();
     installCompletion();
-    // readline reads its configuration file here, where a signal still ends the process.
+    // Make readline read its configuration file now. Signals are not blocked yet, so a signal can still end the
+    // process.
     rl_initialize();
     bindHelpKey();
     bindPaste();

@@ -26,8 +26,9 @@ constinit pid_t session = -1;
 constinit struct sigaction abortAction {
 };
 
-/// A library's thread blocks no signal. Passes a signal that it received on to the session's thread, whose number is
-/// that of the process. False if this is the session's thread.
+/// A thread of a library does not block the session's signals, so it may receive one. In such a thread, sends the
+/// signal to the session's thread and returns true. Returns false in the session's thread. Its thread number is the
+/// process number.
 bool passToSession(int signal)
 {
     const pid_t process = getpid();

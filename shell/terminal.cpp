@@ -56,7 +56,7 @@ bool areSame(const termios& one, const termios& other)
            one.c_lflag == other.c_lflag && std::memcmp(one.c_cc, other.c_cc, sizeof one.c_cc) == 0;
 }
 
-/// Sets a variable to a new size, unless the login has not set it.
+/// Sets a variable of the environment to a new size. Does nothing if the variable does not exist.
 void tellTools(const char* variable, unsigned short size)
 {
     if (std::getenv(variable) == nullptr)
@@ -94,7 +94,7 @@ void restoreTerminal()
     if (areSame(modes, now))
         return;
     tcsetattr(found.fd, TCSANOW, &modes);
-    // Without output processing a line feed does not return to the first column.
+    // While output processing is off, a line feed does not return to the first column. Print one that does.
     if ((modes.c_oflag & OPOST) != (now.c_oflag & OPOST) && write(found.fd, "\n", 1) < 0)
         return;
 }

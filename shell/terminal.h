@@ -7,8 +7,9 @@
 /// start of a session, before readline.
 void rememberTerminal();
 
-/// Restores the modes, except the speed, and the blocking descriptors. Does nothing if no terminal was remembered, or
-/// if another process group is in the foreground of the terminal. Safe in a signal handler.
+/// Makes those standard descriptors block again that blocked at the start. Then restores the modes of the terminal,
+/// except the speed. Does not touch the modes if no terminal was remembered, or if another process group is in the
+/// foreground of the terminal. Safe in a signal handler.
 void restoreTerminal();
 
 /// Reads the size of the window. If it has changed since the last call, updates COLUMNS and LINES for tools. Does not

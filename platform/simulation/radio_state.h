@@ -13,7 +13,7 @@ struct SimRadio {
     RadioRecord record;
 };
 
-/// The radio that an interface, its own or a VAP's, belongs to.
+/// Returns the radio of an interface. The interface is that of a radio ("wlan0") or of a VAP on it.
 SimRadio simRadio(const char* interface);
 
 /// Whether the setting "band" of a radio can have this value.

@@ -5,7 +5,7 @@
 
 struct RegulatoryCountry {
     char code[3];
-    int number; ///< ISO 3166, where the country has one
+    int number; ///< numeric code of ISO 3166, if the country has one there
 };
 
 /// Null: unknown.
@@ -14,7 +14,8 @@ const RegulatoryCountry* simCountryByCode(const char* code);
 /// Null: unknown.
 const RegulatoryCountry* simCountryByNumber(int number);
 
-/// Two letters of the country that a region code, one letter, stands for; null: none.
+/// Returns the two-letter code of the default country of a region. A region code is one letter. Null if the region is
+/// unknown.
 const char* simDefaultCountry(const char* regionCode);
 
 #endif

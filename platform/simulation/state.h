@@ -1,5 +1,5 @@
-// The simulated device's state: small text files in the folder "sim" of its root, one value each. Anyone may read them
-// while the shell runs, and set those of docs/simulation.md. The device itself writes
+// The simulated device's state: small text files in the folder "sim" of its root, one value each. They may be read
+// while the shell runs. docs/simulation.md lists those that a user may also write. The device writes these files:
 //
 //     booted                        time of the start, in seconds since 1970
 //     consoles/<process>            a link to the terminal of a shell
@@ -19,7 +19,7 @@
 /// `fallback` and returns false.
 bool simReadText(const char* name, char* buffer, std::size_t size, const char* fallback);
 
-/// The same as a decimal number.
+/// Reads the value `name` as a decimal number. Returns `fallback` if there is no such file.
 int simReadNumber(const char* name, int fallback);
 
 /// Replaces the value. Creates missing folders. False if it cannot be written.

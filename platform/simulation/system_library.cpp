@@ -1,5 +1,5 @@
-// The system library of the simulated access point. Identity, interfaces, lines and LEDs are state files of the device.
-// Load, memory and the terminal are those of the PC.
+// The system library of the simulated access point. Identity, interfaces, GPIO lines and LEDs are read from state files
+// of the device. Load, memory and the terminal are those of the PC.
 
 #include "platform/system_library.h"
 
@@ -114,7 +114,7 @@ int act_confirm(const char* message)
     std::printf("%sAre you sure? (y/n) ", message);
     std::fflush(stdout);
 
-    // Read byte by byte, because the input behind this line is the next command of the shell.
+    // Read byte by byte, and no further than the line feed, because the input after it is the shell's next command.
     char answer[8];
     std::size_t length = 0;
     char c = '\0';

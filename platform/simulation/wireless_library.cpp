@@ -13,7 +13,7 @@ namespace
 /// The size of the buffer of get_radio_mode().
 constexpr std::size_t kRadioModeSize = 256;
 
-/// The size of a scan's result, unless the state file "scan_size" has another.
+/// The size of a scan's result in bytes. The state file "scan_size" can set another size.
 constexpr int kScanSize = 20000;
 
 template <const char* Setting>
@@ -29,7 +29,7 @@ constexpr char kBroadcastSsid[] = "broadcast_ssid";
 constexpr char kLocalBridging[] = "local_bridging";
 constexpr char kAuthType[] = "auth_type";
 
-/// Returns 0 if the setting has a text.
+/// Copies `text` into the buffer. Returns 0, or -1 if the text is empty.
 int giveText(char* buffer, std::size_t size, const char* text)
 {
     std::snprintf(buffer, size, "%s", text);

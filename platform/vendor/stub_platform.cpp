@@ -1,4 +1,4 @@
-// The smallest set of functions that a vendor must define. Most return constants, and no query gets an answer.
+// The smallest set of functions that a vendor must define. Most return constants. Each query to the daemon fails.
 
 #include <cstdio>
 #include <cstdlib>

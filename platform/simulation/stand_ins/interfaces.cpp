@@ -74,7 +74,7 @@ void printInet(const std::string& text)
                 ipv4Text(~host).text);
 }
 
-/// Prints the counters, which the daemon keeps.
+/// Prints the packet and byte counters of an interface. The CAPWAP daemon updates them.
 void printTraffic(const std::string& interface)
 {
     unsigned long long packets[2]{};
@@ -278,7 +278,7 @@ void ip(Words words)
         std::remove(addressFile(interface).c_str());
 }
 
-/// brctl show: the bridge, which joins the wire and the interfaces that bridge locally.
+/// brctl show: prints the bridge "br0". Its ports are "eth0" and the interfaces with local bridging that are up.
 void brctl(Words words)
 {
     if (words.empty() || std::strcmp(words[0], "show") != 0)
@@ -309,7 +309,8 @@ void endUnlessUp(Words words)
         std::exit(EXIT_FAILURE);
 }
 
-/// The device's own addresses always answer. Other addresses answer if eth0 is up; an absent controller does not.
+/// Exits with 1 if an address does not answer. The device's own addresses always answer. The controller does not answer
+/// if the state file "daemon/controller" is "none". Other addresses answer if eth0 is up and has an address.
 void endUnlessReached(Words words)
 {
     const std::string address = takeWord(words);

@@ -1,5 +1,4 @@
-// device_tool NAME [WORD...]: runs the simulated tool of that name. Scripts of these names in the device's "bin" call
-// it.
+// device_tool NAME [WORD...]: runs the simulated tool NAME. The scripts in the device's "bin" call this program.
 
 #include <cstdarg>
 #include <cstdio>

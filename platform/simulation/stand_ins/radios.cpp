@@ -132,7 +132,7 @@ void setSetting(const std::string& interface, const std::string& assignment)
     if (name == "hiddenAP")
         text = inverted(text);
     simSetInterfaceText(place.interface.c_str(), place.setting.c_str(), text.c_str());
-    // The new band may not have the current channel.
+    // If the new band does not contain the current channel, the radio moves to another one. Store that channel.
     if (name == "band")
         simSetInterfaceNumber(place.interface.c_str(), "channel", simRadio(interface.c_str()).record.channel);
 }

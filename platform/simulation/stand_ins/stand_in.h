@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// The words behind the tool's name.
+/// The arguments of a tool, without its name.
 using Words = std::span<char*>;
 
 void brctl(Words words);
@@ -16,8 +16,9 @@ void ip(Words words);
 void iwconfig(Words words);
 void iwpriv(Words words);
 
-/// Queries of other simulated tools, which are scripts: print the address of an interface, print the names of all
-/// interfaces, and exit with 1 if an interface is down, or if an address does not answer.
+/// The simulated tools that are scripts call these functions. printMac() prints the hardware address of an interface.
+/// printInterfaces() prints the names of all interfaces. endUnlessUp() exits with 1 if an interface is down.
+/// endUnlessReached() exits with 1 if an address does not answer.
 void printMac(Words words);
 void printInterfaces(Words words);
 void endUnlessUp(Words words);
