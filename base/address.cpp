@@ -26,7 +26,8 @@ AddressText ipv4Text(std::uint32_t address)
     return result;
 }
 
-// C libraries disagree about what may follow an address, so they are not shown what follows its first blank.
+// C libraries disagree about which characters may follow an address. So inet_aton() gets only the text before the first
+// blank.
 bool parseIpv4(const char* text, std::uint32_t* address)
 {
     char head[256];

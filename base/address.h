@@ -17,7 +17,7 @@ AddressText macText(const std::uint8_t (&address)[6]);
 AddressText ipv4Text(std::uint32_t address);
 
 /// Parses an address into host byte order, in every form that inet_aton() accepts. The address ends at the first blank.
-/// False, and nothing is stored, if the text is no address.
+/// Returns false and stores nothing if the text is not an address.
 bool parseIpv4(const char* text, std::uint32_t* address);
 
 #endif

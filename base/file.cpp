@@ -20,7 +20,7 @@ bool writeAll(int fd, const void* bytes, std::size_t size)
     return written == static_cast<ssize_t>(size);
 }
 
-// Opening must not wait for the other end of a pipe, hence O_NONBLOCK.
+// With O_NONBLOCK, opening a FIFO does not wait for a writer.
 int openPlainFile(const char* devicePath, std::size_t* size)
 {
     const int fd = open(DeviceFile(devicePath).path(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);

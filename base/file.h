@@ -1,4 +1,4 @@
-// Reading and writing whole files. A signal does not cut a transfer short.
+// Reading and writing whole files. A transfer that a signal interrupts is continued.
 
 #ifndef BASE_FILE_H
 #define BASE_FILE_H
@@ -33,13 +33,13 @@ ssize_t readAll(int fd, void* bytes, std::size_t size);
 /// Writes `size` bytes. False if not all of them could be written.
 bool writeAll(int fd, const void* bytes, std::size_t size);
 
-/// Opens a device file for reading if it is a regular file. Does not wait for the other end of a FIFO. Returns the
+/// Opens a device file for reading if it is a regular file. Does not wait for a writer if it is a FIFO. Returns the
 /// descriptor, which the caller closes, and stores the size of the file in `size`. -1 if it cannot be opened; `size` is
 /// then unchanged.
 int openPlainFile(const char* devicePath, std::size_t* size = nullptr);
 
-/// Creates an empty device file that only its owner can read and write. Removes a file that has the name first, so
-/// nothing is written through a link. False if the file cannot be created.
+/// Creates an empty device file that only its owner can read and write. First removes a file that has this name, so
+/// that nothing is written through a link. False if the file cannot be created.
 bool makePrivateFile(const char* devicePath);
 
 #endif

@@ -28,10 +28,10 @@ public:
     /// Whether the last line had a line feed.
     [[nodiscard]] bool isWhole() const { return isWhole_; }
 
-    /// Whether the file could not be opened, or not be read to its end.
+    /// Whether the file could not be opened or could not be read to its end.
     [[nodiscard]] bool failed() const { return failed_; }
 
-    /// Lines taken so far.
+    /// Number of lines that next() has returned.
     [[nodiscard]] int count() const { return count_; }
 
 private:
@@ -44,7 +44,7 @@ private:
     int count_ = 0;
     std::size_t position_ = 0;
     std::size_t filled_ = 0;
-    char chunk_[4096]; ///< most files fit
+    char chunk_[4096]; ///< the part of the file that was read last; most files fit into it
     char line_[kLineSize];
 };
 

@@ -1,4 +1,4 @@
-// The product that this shell belongs to: its names, its versions and the factory record of a device without one. A
+// The product that this shell is part of: its names, its versions, and the factory record for a device that has none. A
 // port to another access point changes these texts.
 
 #ifndef BASE_PRODUCT_H
@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
-inline constexpr char kSystemName[] = "Quillon-K91MV";      ///< in `get system version`
-inline constexpr char kModelPrefix[] = "QK91MV";            ///< in the first line of "/cfg/cw.conf"
+inline constexpr char kSystemName[] = "Quillon-K91MV";      ///< shown by `get system version`
+inline constexpr char kModelPrefix[] = "QK91MV";            ///< written to the first line of "/cfg/cw.conf"
 inline constexpr char kDefaultDeviceName[] = "kestrano-ap"; ///< the configuration's default for the CAPWAP name
 
 inline constexpr char kFirmwareMajor[] = "5";
@@ -16,7 +16,7 @@ inline constexpr char kFirmwareBuild[] = "0241";
 inline constexpr char kFirmwarePatch[] = "4";
 inline constexpr char kFirmwareDate[] = "220118"; ///< year, month and day of the build
 
-/// What the access point tells its controller of itself.
+/// The access point sends these values to its controller.
 inline constexpr std::uint32_t kVendorId = 12356; ///< IANA private enterprise number
 inline constexpr char kHwVer[] = "QWX40R";
 inline constexpr char kSwVer[] = "4.00";

@@ -14,7 +14,7 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// Copies at most `limit` characters of a text, and zeros behind them.
+/// Copies at most `limit` characters of a text and sets the rest of the field to zero.
 void fill(std::span<char> field, const char* text, std::size_t limit)
 {
     const std::size_t length = strnlen(text, limit);

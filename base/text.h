@@ -6,11 +6,11 @@
 #include <cstdint>
 #include <span>
 
-/// Copies `text` into `field`, cut so that a terminator fits. Sets the rest of the field to zero, so fields with equal
-/// texts have equal bytes.
+/// Copies `text` into `field`, truncated so that a terminator fits. Sets the rest of the field to zero, so fields with
+/// equal texts have equal bytes.
 void copyText(std::span<char> field, const char* text);
 
-/// The same for a text that ends at its first zero, or at the end of the span if it has none.
+/// The same, but `text` ends at its first zero, or at the end of the span if it has no zero.
 void copyField(std::span<char> field, std::span<const char> text);
 
 /// Whether a byte is a control byte: 0 to 31, or 127.
@@ -25,8 +25,8 @@ void maskControlBytes(char* text, const char* kept = "");
 /// Whether `text` consists of the characters 0 to 9 only; an empty text does.
 bool isDigits(const char* text);
 
-/// The decimal number at the start of `text`, or 0 if there is none. A number that a 32-bit int cannot hold becomes the
-/// nearest one that it can.
+/// The decimal number at the start of `text`, or 0 if there is none. A number that is too large or too small for a
+/// 32-bit int becomes the largest or the smallest one.
 int numberFrom(const char* text);
 
 /// The same, but returns false and leaves `number` unchanged if `text` does not begin with a number.
@@ -37,7 +37,7 @@ int hexValue(char c);
 
 inline constexpr char kHexDigits[] = "0123456789abcdef";
 
-/// Writes two lower-case hexadecimal digits and returns the place behind them.
+/// Writes two lower-case hexadecimal digits and returns a pointer to the character after them.
 constexpr char* putHex(char* out, std::uint8_t byte)
 {
     *out++ = kHexDigits[byte >> 4];
@@ -45,8 +45,8 @@ constexpr char* putHex(char* out, std::uint8_t byte)
     return out;
 }
 
-/// Appends " %s" to a text of `length` characters, cut to the size of the buffer. The first word has a blank before it,
-/// too. Returns the new length.
+/// Appends a blank and `word` to a text of `length` characters, truncated to the size of the buffer. Returns the new
+/// length.
 std::size_t appendWord(std::span<char> buffer, std::size_t length, const char* word);
 
 #endif

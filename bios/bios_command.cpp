@@ -22,7 +22,7 @@ namespace
 
 constexpr char kTftpOutputFile[] = "/tmp/cmd_output";
 constexpr char kTftpCommand[] = "tftp %s -g -r %s -l %s > %s\n";
-constexpr std::size_t kTftpCommandSize = 256; ///< limit of the command with device paths
+constexpr std::size_t kTftpCommandSize = 256; ///< limit of the command text with device paths
 
 constexpr const char* kUsage[] = {
     "\t bios - BIOS platform information test \n",
@@ -67,7 +67,7 @@ void biosSetDefault()
     biosSetDefaultRecord();
 }
 
-/// Shows the platform's view of the record.
+/// Prints the factory record as the platform's library decodes it.
 void biosDisplayInfo()
 {
     platformInfo = {};
@@ -116,8 +116,8 @@ bool isOwnFile(const char* devicePath)
            status.st_uid == geteuid();
 }
 
-/// Creates the file that a tool will write, so that nobody can plant a link at its name before the tool opens it. False
-/// if it cannot be created. A missing folder is no failure here, because the tool reports it.
+/// Creates the file that a tool will write, so that nobody can create a link with its name before the tool opens it.
+/// Returns false if it cannot be created. A missing folder is no failure here, because the tool reports it.
 bool makeForTool(const char* devicePath)
 {
     return !leadsThroughLink(devicePath) && (makePrivateFile(devicePath) || errno == ENOENT);
@@ -162,7 +162,7 @@ void biosTftpGet(const char* server, const char* file)
 struct BiosAction {
     const char* name;
     const char* help;
-    int words; ///< of the whole line
+    int words; ///< number of words of the whole line
     void (*run)(char** argv);
 };
 

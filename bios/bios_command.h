@@ -1,4 +1,4 @@
-// The `bios` command over the platform information record.
+// The command `bios`, which shows and changes the factory record.
 
 #ifndef BIOS_BIOS_COMMAND_H
 #define BIOS_BIOS_COMMAND_H

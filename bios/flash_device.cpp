@@ -29,7 +29,8 @@ int openNode(const char* path, int flags)
     return open(DeviceFile(path).path(), flags | O_CLOEXEC);
 }
 
-/// Opens the device for writing and closes it. False if it cannot be opened, because the system uses another path.
+/// Opens the device for writing and closes it again. Returns false if it cannot be opened; the system then uses another
+/// path for the device.
 bool tryToOpen(const char* path)
 {
     const int fd = openNode(path, O_RDWR | O_SYNC);
@@ -60,7 +61,7 @@ LockOutcome waitForLock(int fd)
     return LockOutcome::kTimedOut;
 }
 
-/// Calls ioctl(). The type of the request differs between C libraries.
+/// Calls ioctl() with the type that the C library at hand uses for the request: C libraries differ in it.
 template <typename Request>
 int control(int (*ioctl)(int, Request, ...), int fd, unsigned long request, erase_info_user& block)
 {
@@ -129,7 +130,7 @@ ssize_t FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) con
     });
 }
 
-/// Writes the bytes of each erase block by a separate call.
+// The bytes of each erase block are written by a separate call.
 void FlashDevice::write(std::size_t offset, const void* bytes, std::size_t size) const
 {
     const char* piece = static_cast<const char*>(bytes);
@@ -177,7 +178,8 @@ void FlashDevice::erase()
     }
 }
 
-/// Most kernels support these requests on the character device only.
+// Most kernels support these requests on the character device only. So if the open device refuses the request, it is
+// sent to the character device.
 void FlashDevice::eraseRequest(unsigned long request, erase_info_user& block)
 {
     if (control(ioctl, fd_, request, block) == 0 || (errno != ENOTTY && errno != EINVAL))

@@ -14,10 +14,10 @@ struct erase_info_user;
 /// leaves `path` unchanged.
 int biosFindMtdDevice(char* path, std::size_t size);
 
-/// The open partition. The constructor opens it and takes an advisory lock, for which it waits at most five seconds. If
-/// another process keeps the lock for longer, the lock is ignored. If an interrupt arrives while it waits, the
-/// partition is closed. On a closed partition, read() returns -1, crcMatches() and storeCrc() return false, and all
-/// other operations do nothing.
+/// The open partition. The constructor opens it and takes an advisory lock. It waits for the lock for at most five
+/// seconds; if another process keeps the lock for longer, it continues without the lock. If an interrupt arrives while
+/// it waits, it closes the partition. On a closed partition, read() returns -1, crcMatches() and storeCrc() return
+/// false, and all other operations do nothing.
 class FlashDevice
 {
 public:
@@ -30,16 +30,16 @@ public:
 
     [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
 
-    /// Releases the lock; lock() takes it again, like the constructor.
+    /// unlock() releases the lock. lock() takes it again, in the same way as the constructor.
     void unlock() const;
     void lock();
 
-    /// Reads `size` bytes, fewer at the end of the partition. Returns the number of bytes, or -1.
+    /// Reads `size` bytes, or fewer if the partition ends before. Returns the number of bytes, or -1.
     ssize_t read(std::size_t offset, void* bytes, std::size_t size) const;
 
     /// Writes `size` bytes. Skips an erase block whose bytes are the same already, because some drivers erase and
-    /// program the whole block, and a power cut in between loses it. A slot is written by one system call.
-    /// A failure is not reported.
+    /// program the whole block, and a power cut between these two steps loses its contents. A slot is written by one
+    /// system call. A failure is not reported.
     void write(std::size_t offset, const void* bytes, std::size_t size) const;
 
     /// Whether the stored checksum matches.
@@ -59,7 +59,8 @@ private:
 
     char path_[kPathSize]{};
     int fd_ = -1;
-    bool isLockIgnored_ = false; ///< another process has kept the lock for too long
+    bool isLockIgnored_ =
+        false;             ///< the partition is used without the lock, because another process has kept it for too long
     int characterFd_ = -1; ///< the character device of the same partition; opened by the first request that needs it
 };
 

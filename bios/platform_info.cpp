@@ -15,11 +15,11 @@
 namespace
 {
 
-/// The part number begins in the middle of the platform name's slot and ends behind it.
+/// The part number begins in the middle of the platform name's slot and ends in the slot after it.
 constexpr std::size_t kPartNumberOffset = offsetof(FlashImage, platformName) + 8;
 constexpr std::size_t kPartNumberLength = 9;
 
-/// The letter stands behind "Regcode:".
+/// The region letter follows the text "Regcode:" in its slot.
 constexpr std::size_t kRegionLetterOffset = offsetof(FlashImage, regionCode) + 8;
 
 constexpr char kRomNameCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-/";
@@ -27,7 +27,7 @@ constexpr char kRomNameCharacters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmno
 constexpr std::size_t kDumpLineBytes = 50;
 constexpr std::size_t kDumpByteWidth = 3;
 
-/// Copies `text`, cut to the field, and a terminator. The bytes behind the terminator are unchanged.
+/// Copies `text`, truncated to the field, and a terminator. The bytes after the terminator are unchanged.
 void setField(char (&field)[kFlashSlotSize + 1], const char* text)
 {
     const std::size_t length = strnlen(text, kFlashSlotSize);
@@ -40,7 +40,7 @@ void fillSlot(char (&slot)[kFlashSlotSize], const char (&field)[kFlashSlotSize +
     std::memcpy(slot, field, strnlen(field, kFlashSlotSize));
 }
 
-/// An image of zeros on the heap. Null if there is no memory.
+/// An image on the heap, filled with zeros. Null if there is no memory.
 class ImageBuffer
 {
 public:
@@ -72,7 +72,7 @@ void writeImage(const FlashDevice& device, const char* operation, const FlashIma
     updateChecksum(device, operation, &image);
 }
 
-/// Reads one field and checks the partition.
+/// Reads one field and checks the checksum of the partition.
 int readField(const char* operation, std::size_t offset, char* text, std::size_t size)
 {
     const FlashDevice device(FlashDevice::Access::kRead);
@@ -94,7 +94,8 @@ int writeField(const FlashDevice& device, const char* operation, std::size_t off
     return 0;
 }
 
-/// A line ends behind every byte whose index is divisible by 50, so the first line has one byte. This format is kept.
+/// A line ends after each byte whose index is divisible by 50, so the first line has only one byte. The format is
+/// fixed, so that scripts can rely on it.
 void printDump(const FlashImage& image)
 {
     const GatheredOutput gathered;

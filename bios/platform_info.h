@@ -17,7 +17,7 @@ extern PlatformInfo platformInfo;
 /// Unlocks and erases both erase blocks. Always returns 0.
 int biosErase();
 
-/// Prints the whole partition in hexadecimal; zeros if it cannot be read. Always returns 0.
+/// Prints the whole partition in hexadecimal. If it cannot be read, prints zeros. Always returns 0.
 int biosDumpRawInfo();
 
 /// Writes a whole image that holds `info` and is zero elsewhere. The MAC address is written as 6 raw bytes.
@@ -30,17 +30,17 @@ int biosSetDefaultRecord();
 /// is shorter or cannot be read.
 int biosSaveToFlash(const char* path);
 
-/// Saves the factory's ROM file.
+/// Writes the factory's ROM file to the partition.
 int biosSaveDefaultRom();
 
-/// Room for the longest name that a line can hold, behind the folder.
+/// Size of a path: the folder and the longest name that a line can hold.
 inline constexpr std::size_t kRomPathSize = 1024;
 
 /// Composes the device path of the ROM file `name` below "/tmp". Prints a message and returns false if the name leads
 /// out of "/tmp", begins with '-', or has characters other than letters, digits and "._-/".
 bool biosRomFilePath(char (&path)[kRomPathSize], const char* name);
 
-/// Saves the ROM file `name` from "/tmp". Returns -1 if the name is refused.
+/// Writes the ROM file `name` in "/tmp" to the partition. Returns -1 if the name is refused.
 int biosSaveRomFile(const char* name);
 
 /// Parses 12 hexadecimal digits. Returns -1 and leaves `mac` unchanged if a character is no digit.
@@ -55,14 +55,15 @@ int biosGetPn(char (&text)[10]);
 /// Reads the OEM serial number, terminated, into 17 bytes.
 int biosGetOemSn(char (&text)[17]);
 
-/// Reads the region code, one byte without a terminator.
+/// Reads the letter of the region code.
 int biosGetRegCode(char& letter);
 
 /// Writes the first 12 hexadecimal digits of `text`; ignores other characters. Prints a message and returns -1 if there
 /// are fewer digits.
 int biosSetMac(const char* text);
 
-/// Copies `text`, cut to 16 characters, into the process's record and writes that field's first 16 bytes.
+/// Copies `text`, truncated to 16 characters, into the field of the process's record, and writes the field's first 16
+/// bytes to the partition.
 int biosSetOemSn(const char* text);
 int biosSetQlnSn(const char* text);
 

@@ -31,8 +31,8 @@ int oemCommand(int argc, char** argv)
     return 0;
 }
 
-/// The command line of the parent process. It is copied to a temporary file by the system shell. If the file cannot be
-/// written, the command line is read directly, so that a full "/tmp" does not disable the checks.
+/// The command line of the parent process. The system shell copies it to a temporary file. If this file cannot be
+/// written, the command line is read directly, so that the checks also work if "/tmp" is full.
 class Parent
 {
 public:
@@ -66,7 +66,7 @@ public:
     void kill() const { runCommandf("kill -9 %d", static_cast<int>(process_)); }
 
 private:
-    /// The first bytes of a file whose words are terminated by zeros.
+    /// The first bytes of a file that contains words, each terminated by a zero.
     class Head
     {
     public:
@@ -85,7 +85,8 @@ private:
         }
         [[nodiscard]] bool programContains(const char* text) const
         {
-            return std::strstr(bytes_, text) != nullptr; // searches the first word only
+            return std::strstr(bytes_, text) !=
+                   nullptr; // the text in `bytes_` ends at the first zero, so this searches the first word only
         }
 
     private:
@@ -93,7 +94,8 @@ private:
         char bytes_[4096]{};
     };
 
-    /// Runs the filter on the command line of the parent, and writes its output to the file. False if there is none.
+    /// Runs the filter on the command line of the parent, and writes its output to the file. Returns false if there is
+    /// no output.
     [[nodiscard]] bool fillFile(const char* filter) const
     {
         if (!makePrivateFile(devicePath_))
@@ -103,7 +105,7 @@ private:
         return fileSize() > 0;
     }
 
-    /// -1 if there is no file, or if it is no regular file of this user.
+    /// The size of the temporary file; -1 if it does not exist or is not a regular file of this user.
     [[nodiscard]] off_t fileSize() const
     {
         struct stat status;

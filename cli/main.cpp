@@ -19,13 +19,14 @@
 namespace
 {
 
-/// The shell's class among the platform's applications.
+/// The number with which the platform registers processes of this shell.
 constexpr int kInstanceClass = 3;
 
-/// Identifies the program file to the tools `what` and `strings`. Nothing else reads it.
+/// The tools `what` and `strings` print this text of the program file. The program itself does not read it.
 [[gnu::used, gnu::retain]] constexpr char kIdentification[] = "@(#)cli " CLI_VERSION;
 
-/// Opens missing standard descriptors, so that no file that is opened later becomes the standard output.
+/// Opens "/dev/null" for each standard descriptor that is closed, so that no file that is opened later becomes the
+/// standard output.
 void openStandardDescriptors()
 {
     int fd = STDIN_FILENO;
@@ -35,7 +36,7 @@ void openStandardDescriptors()
         close(fd);
 }
 
-/// The host name, cut so that the mark fits behind it.
+/// The prompt: the host name, truncated so that the mark fits, and the mark.
 const char* nextPrompt()
 {
     constexpr char kMark[] = "  # ";

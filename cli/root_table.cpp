@@ -15,7 +15,8 @@
 namespace
 {
 
-/// `show-hiden` and `hide-hiden` change the static rows, also if the tree has a copy of them because of aliases.
+/// `show-hiden` and `hide-hiden` change the rows of this table. If aliases are loaded, the tree uses a copy of the
+/// rows, which stays as it is.
 void changeVisibility(std::int32_t from, std::int32_t to)
 {
     for (cli_node& row : rootTable)

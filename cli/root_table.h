@@ -7,7 +7,7 @@
 
 #include "shell/node.h"
 
-/// The static rows. Once aliases are loaded, the tree has copies of them.
+/// The rows of the root commands. If aliases are loaded, the tree uses a copy of these rows.
 extern const std::span<cli_node> rootTable;
 
 #endif

@@ -24,9 +24,9 @@ namespace
 struct CfgVariable;
 
 struct CfgKind {
-    /// Writes the value to the text, which is empty before.
+    /// Writes the value to `text`, which is empty at the call.
     void (*format)(const CfgVariable& variable, std::span<char> text);
-    /// Sets the value. May change the text.
+    /// Sets the value. May modify the string that `value` points to.
     void (*set)(CfgVariable& variable, char* value);
 };
 
@@ -34,12 +34,12 @@ struct CfgVariable {
     const char* name;
     const char* command; ///< the `config` command that takes the value
     const CfgKind* kind;
-    const char* key = nullptr; ///< of the CAPWAP item that is shown; null for a system item
-    int entry = 0;             ///< of a list, from 1
+    const char* key = nullptr; ///< key of the CAPWAP item that is shown; null for a system item
+    int entry = 0;             ///< number of the entry of a list, from 1; 0: no list
     cli_node* node = nullptr;  ///< the node of `command`; null until it was looked up
 };
 
-/// The first child whose whole name is a prefix of `text`, or null.
+/// The first child with whose name `text` begins, or null.
 cli_node* childThatBegins(const char* text, const cli_node& parent)
 {
     for (cli_node& child : std::span(parent.children, static_cast<std::size_t>(parent.childCount)))
@@ -69,7 +69,7 @@ const cli_node* nodeOf(CfgVariable& variable)
     return variable.node;
 }
 
-/// Cuts a line into words and calls the handler of the variable's command, as the shell does.
+/// Splits a line into words and calls the handler of the variable's command, as the shell does.
 void cfgRunCommand(CfgVariable& variable, char* line)
 {
     constexpr int kWordLimit = 17;
@@ -106,7 +106,7 @@ void cfgSetLowerCase(CfgVariable& variable, char* value)
     cfgSetByCommand(variable, value);
 }
 
-/// Sets an entry of a list. The command of the list is not used.
+/// Sets an entry of a list directly, without calling the list's command.
 void cfgSetEntry(CfgVariable& variable, char* value)
 {
     cwConfRefresh(cwConfig);
@@ -130,7 +130,7 @@ void cfgFormatItem(const CfgVariable& variable, std::span<char> text)
     item.kind->format(item, cwConfig, 0, text);
 }
 
-/// The address 0.0.0.0 is an empty value.
+/// Formats the address 0.0.0.0 as an empty text.
 void cfgFormatAddress(const CfgVariable& variable, std::span<char> text)
 {
     cfgFormatItem(variable, text);
@@ -161,7 +161,7 @@ constexpr CfgKind kCfgAddrMode = {cfgFormatUpperCase, cfgSetLowerCase};
 constexpr CfgKind kCfgSecurity = {cfgFormatItem, cfgSetLowerCase};
 constexpr CfgKind kCfgEntry = {cfgFormatEntry, cfgSetEntry};
 
-/// The last word of the command is the key of the item.
+/// A row for a CAPWAP item. The last word of `command` is the key of the item.
 consteval CfgVariable itemRow(const char* name, const char* command, const CfgKind& kind)
 {
     return {name, command, &kind, std::string_view(command).rfind(' ') + 1 + command};
@@ -261,7 +261,8 @@ void cfgCommit(char**)
     cwConfWrite();
 }
 
-/// `cp` overwrites the file in place. A power cut before the sync may leave a part of it.
+/// Copies with the tool `cp`, which overwrites the old file. After a power cut before the sync, the file may be
+/// incomplete.
 void copyFactoryFile(const char* from, const char* to)
 {
     runCommandf("cp %s %s", DeviceFile(from).path(), DeviceFile(to).path());
@@ -284,7 +285,7 @@ void cfgFactoryReset(char**)
 
 struct CfgAction {
     const char* option;
-    int words; ///< of the whole line
+    int words; ///< number of words of the whole line
     void (*run)(char** argv);
 };
 

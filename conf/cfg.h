@@ -1,4 +1,4 @@
-// The compatibility tool `cfg`: the configuration as a table of variables.
+// The command `cfg`, which shows and sets the configuration as variables, in the form of an older tool.
 
 #ifndef CONF_CFG_H
 #define CONF_CFG_H

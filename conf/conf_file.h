@@ -1,4 +1,4 @@
-// The configuration files as text: `key=value` lines, comments that begin with '#', one line feed after each.
+// The text of the configuration files: lines in the form `key=value`, and comments, which begin with '#'.
 
 #ifndef CONF_CONF_FILE_H
 #define CONF_CONF_FILE_H
@@ -7,7 +7,8 @@
 
 #include "base/file_lines.h"
 
-/// Splits `line` in place at its first '='. Blanks are kept. False, and nothing is changed, if there is no '='.
+/// Splits `line` in place at its first '='. Keeps blanks. If there is no '=', returns false and changes
+/// nothing.
 bool splitConfLine(char* line, char** key, char** value);
 
 /// Reads the items of a configuration file. Skips comments and empty lines, and prints a message for a bad line.
@@ -19,8 +20,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return lines_.isOpen(); }
 
-    /// Reads the next item. False at the end of the file. False, after a message, if the file cannot be opened or read.
-    /// Key and value are valid until the next call.
+    /// Reads the next item. Returns false at the end of the file. If the file cannot be opened or read, prints a
+    /// message and returns false. Key and value are valid until the next call.
     bool next();
     [[nodiscard]] bool failed() const { return lines_.failed(); }
     [[nodiscard]] const char* key() const { return key_; }
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] std::size_t length() const { return length_; }
 
 private:
-    static constexpr std::size_t kSize = 8192; ///< both lists full and every text at its longest need less than 5000
+    static constexpr std::size_t kSize = 8192; ///< bytes; the longest possible file has less than 5000
 
     bool complete_ = true;
     std::size_t length_ = 0;

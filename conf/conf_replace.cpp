@@ -24,8 +24,8 @@ constexpr char kConfFolder[] = "/cfg";
 constexpr char kTemporarySuffix[] = ".new";
 constexpr mode_t kModeBits = 07777;
 
-/// Replaces `path` by the target of the symbolic links at it. The target need not exist. False if there are too many
-/// links or the path gets too long.
+/// If `path` is a symbolic link, replaces it by the target, and so on until it is no link. The target need not exist.
+/// Returns false if there are too many links or the path gets too long.
 bool followLinks(char (&path)[kPathSize])
 {
     constexpr int kMostLinks = 16;
@@ -45,7 +45,7 @@ bool followLinks(char (&path)[kPathSize])
     return false;
 }
 
-/// How a replacement ends.
+/// The result of a replacement.
 enum class Outcome : std::uint8_t {
     kWritten,
     kNotOpened, ///< the file cannot be opened for writing, or cannot be created
@@ -58,7 +58,8 @@ struct OldFile {
     struct stat status;
 };
 
-/// False if `path` is no regular file or cannot be opened for writing. A missing file is no error.
+/// Opens the old file for writing. Returns false if it is not a regular file or cannot be opened. A missing file is no
+/// error.
 bool openOld(const char* path, OldFile& old)
 {
     old.fd = -1;
@@ -69,8 +70,8 @@ bool openOld(const char* path, OldFile& old)
     return old.fd >= 0;
 }
 
-/// Creates the temporary file. A file that has its name was left by a shell that was killed, or was planted. It may be
-/// a link to a file that must not change, so it is removed and never opened.
+/// Creates the temporary file. If a file with its name exists, a shell that was killed has left it, or another
+/// user has created it. It may be a link to a file that must not change. So it is removed and never opened.
 int createTemporary(const char* path)
 {
     if (unlink(path) != 0 && errno != ENOENT)
@@ -83,16 +84,16 @@ bool isFolderClosed(int error)
     return error == EACCES || error == EPERM || error == EROFS;
 }
 
-/// Gives a file the owner and the mode of the old one. Only the superuser can keep a foreign owner (EPERM), and nobody
-/// can keep one that has no number in this user namespace (EINVAL). Then only the mode is kept.
+/// Gives a file the owner and the mode of the old one. Only the superuser can set a foreign owner (EPERM), and nobody
+/// can set one that has no number in this user namespace (EINVAL). In these cases only the mode is set.
 bool keepOwnerAndMode(int fd, const struct stat& old)
 {
     return (fchown(fd, old.st_uid, old.st_gid) == 0 || errno == EPERM || errno == EINVAL) &&
            fchmod(fd, old.st_mode & kModeBits) == 0;
 }
 
-/// File times may have a resolution of 10 ms. Makes the new time later than the old one, so that readers notice the
-/// change.
+/// Makes the modification time of the new file later than that of the old one, so that readers notice the change. The
+/// times alone may be equal, because their resolution may be 10 ms.
 void makeNewer(int fd, const struct stat& old)
 {
     struct stat status;
@@ -181,7 +182,7 @@ Outcome replaceDeviceFile(const char* devicePath, const ConfText& text)
     return outcome;
 }
 
-/// The state of the lock in this process.
+/// The state of the lock in this process: the number of ConfFolderLock objects, and the descriptor of the folder.
 struct Turn {
     int holders;
     int fd;
@@ -190,10 +191,11 @@ struct Turn {
 
 constinit Turn turn{};
 
-/// False if another shell keeps the lock for longer than a second. True if the file system has no locks.
+/// Takes the lock. Returns false if another shell keeps it for longer than a second, and true if the file system does
+/// not support locks.
 bool lockFolder(int fd)
 {
-    constexpr timespec kPause = {0, 1'000'000}; // a kernel with a clock of 100 Hz makes it 10 or 20 ms
+    constexpr timespec kPause = {0, 1'000'000}; // on a kernel with a timer of 100 Hz, this takes 10 or 20 ms
     timespec start;
     timespec now;
     clock_gettime(CLOCK_MONOTONIC, &start);

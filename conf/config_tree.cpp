@@ -15,14 +15,14 @@
 namespace
 {
 
-/// Sets the item of the fourth word to the words behind it, joined by single blanks.
+/// Sets the item that the fourth word names. The value is the words after it, joined by single blanks.
 void setItem(int argc, char** argv)
 {
     char words[kMessageSize];
     std::size_t length = 0;
     for (int i = 4; i < argc; ++i)
         length = appendWord(words, length, argv[i]);
-    const char* value = words + 1; // behind the blank
+    const char* value = words + 1; // after the first blank
     cwConfChange(argv[3], value);
 }
 
@@ -53,7 +53,8 @@ int capwapItemCommand(int argc, char** argv)
     return 0;
 }
 
-/// A row whose help names another range or default than the item has does not compile.
+/// A row for an item. If the help text names a range or a default that the item does not have, the program does not
+/// compile.
 consteval cli_node setting(const char* name, const char* help, CliHandler handler = capwapItemCommand)
 {
     if (!agreesWithRange(help, name))

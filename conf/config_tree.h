@@ -8,7 +8,7 @@
 /// Children of `config`: `system` and `capwap`.
 extern cli_node configTable[2];
 
-/// Loads both configuration records from their files, over the defaults of the CAPWAP one. Always returns 0.
+/// Sets the CAPWAP record to its defaults, and then reads both configuration files. Always returns 0.
 int configPrepare(cli_node* node, cli_node* siblings);
 
 /// These four handlers ignore their words. Both displays first read the file if it has changed. `show cw_conf` prints a
@@ -16,7 +16,7 @@ int configPrepare(cli_node* node, cli_node* siblings);
 int showCwConfCommand(int argc, char** argv);
 int showSysConfCommand(int argc, char** argv);
 
-/// `save cw_conf`: the result of cwConfWrite().
+/// `save cw_conf`. Returns the result of cwConfWrite().
 int saveCwConfCommand(int argc, char** argv);
 
 /// `drop cw_conf`: reads the file again. Always returns 0.

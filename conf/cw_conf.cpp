@@ -149,7 +149,7 @@ constexpr CwConfig kDefaults = {
     .fileTime = 0,
 };
 
-/// Ends the process by a fault unless the record has at most two radios, and bands if it has two.
+/// Ends the process if the record has more than two radios, or has two radios and no bands for them.
 void checkRadios(const CwConfig& config)
 {
     cw_assert(config.radioCount < 3);
@@ -174,7 +174,7 @@ void releaseVersion(const char* text)
 
 } // namespace
 
-// Copied as bytes, so that padding is equal in every record.
+// The record is copied as bytes, so that the padding of all records is equal and they can be compared as bytes.
 void cwConfDefault(CwConfig& config, std::uint8_t instance)
 {
     std::memcpy(&config, &kDefaults, sizeof config);
@@ -209,7 +209,7 @@ void cw_assert(int value)
         return;
     sleep(1);
     volatile int* volatile nowhere = nullptr;
-    *nowhere = 0; // NOLINT(clang-analyzer-core.NullDereference): meant to fault
+    *nowhere = 0; // NOLINT(clang-analyzer-core.NullDereference): raises SIGSEGV on purpose
     std::fprintf(stderr, "%s:%d: %s: Assertion `%s' failed.\n", "../capwap/include/cwUtils", 646, "cw_assert", "val");
     std::abort();
 }

@@ -1,4 +1,4 @@
-// The CAPWAP configuration: the record in memory, and copies of it as the file had it.
+// The CAPWAP configuration: the record in memory, and copies of the record as it was last read or written.
 
 #ifndef CONF_CW_CONF_H
 #define CONF_CW_CONF_H
@@ -12,14 +12,14 @@ inline constexpr int kAcHostnameLimit = 3;
 
 struct AcAddress {
     std::uint32_t address; ///< host byte order
-    std::int32_t inUse;    ///< 1 once added
+    std::int32_t inUse;    ///< 1 if the entry is used
     std::uint32_t spare;
 };
 
 /// Radio settings of the daemon. The shell sets the defaults and never changes them.
 struct CwRadioBlock {
     std::uint16_t version;
-    std::uint32_t bands[2]; ///< bit sets, one per radio
+    std::uint32_t bands[2]; ///< for each radio, the set of its bands as bits
     std::uint8_t enabled[4];
     std::uint8_t mode;
     std::uint8_t flags[6];
@@ -39,9 +39,9 @@ struct CwRadioBlock {
 /// host byte order, intervals and timers in seconds. The file has no keys for the fields named `reserved...`.
 struct CwConfig {
     std::uint8_t saved;    ///< 1: the record equals what was last read from or written to the file
-    std::uint8_t instance; ///< handed to the daemon
+    std::uint8_t instance; ///< not used by the shell; part of the daemon's record
     std::uint32_t reservedHead;
-    std::uint32_t addrMode; ///< 1 dhcp, 0 static
+    std::uint32_t addrMode; ///< 1: dhcp, 0: static
     std::uint32_t staticIpAddr;
     std::uint32_t staticIpNetmask;
     std::uint32_t staticIpGw;
@@ -56,7 +56,7 @@ struct CwConfig {
     std::uint16_t maxDiscoveries;
     std::uint16_t maxRetransmit;
     std::uint16_t maxFailedDtlsSessRetry;
-    std::uint8_t discoveryType; ///< 0 auto, 1 static, 2 dhcp, 3 dns, 5 broadcast, 6 multicast, 7 quillsky
+    std::uint8_t discoveryType; ///< 0: auto, 1: static, 2: dhcp, 3: dns, 5: broadcast, 6: multicast, 7: quillsky
     std::uint32_t multicastAddr;
     std::uint8_t multicastTtl;
     std::uint32_t dhcpCode; ///< DHCP option that carries AC addresses
@@ -89,9 +89,9 @@ struct CwConfig {
     std::uint16_t silentInterval;
     std::uint16_t waitDtls;
     std::uint16_t waitJoin;
-    std::uint16_t idleCheck; ///< derived from the default idle time-out; does not follow later changes
+    std::uint16_t idleCheck; ///< computed from the default idle time-out; not changed when the time-out changes
     std::uint16_t reservedIdle;
-    std::uint16_t echoLimit; ///< derived from the default echo interval; does not follow later changes
+    std::uint16_t echoLimit; ///< computed from the default echo interval; not changed when the interval changes
     std::uint16_t reservedEcho;
     char ssid[32];
     std::uint8_t radioCount;
@@ -113,13 +113,13 @@ struct CwConfig {
     std::uint16_t staticAclTable;
     std::uint16_t reservedAcl;
     std::uint16_t wtpLinkFailureCount;
-    std::uint8_t allowDfltTelnet; ///< this and the next three: 0 disable, 1 enable, 2 controlled by the AC
+    std::uint8_t allowDfltTelnet; ///< this and the next three: 0: disabled, 1: enabled, 2: set by the controller
     std::uint8_t allowDfltHttp;
     std::uint8_t allowDfltHttps;
     std::uint8_t allowDfltSsh;
     char dfltLoginPasswd[16];
     std::uint16_t apMgmtVlanid;
-    std::uint8_t dataChannelSec; ///< bit set: kSecClear, kSecDtls, kSecIpsec
+    std::uint8_t dataChannelSec; ///< bits: kSecClear, kSecDtls, kSecIpsec
     std::uint8_t security;
     std::uint8_t radioMac;
     std::uint32_t vendorIdHw;
@@ -148,7 +148,7 @@ inline constexpr std::uint8_t kSecClearShown = 0x02;
 inline constexpr std::uint8_t kSecDtls = 0x04;
 inline constexpr std::uint8_t kSecIpsec = 0x80;
 
-/// The instance that the shell's record is made for.
+/// The value of `instance` in the shell's record.
 inline constexpr std::uint8_t kShellInstance = 2;
 
 /// The process's record and two copies of it. The snapshot is the record as it was last read from the file; saving
@@ -168,7 +168,7 @@ bool cwConfSetVersion(const char*& text, const char* value);
 /// Copies the bytes of `from` to `to`. Releases version texts that only `to` referred to.
 void cwConfCopy(CwConfig& to, const CwConfig& from);
 
-/// Returns if `value` is not zero. Otherwise waits a second and ends the process by a memory fault.
+/// Does nothing if `value` is not zero. Otherwise waits for a second and ends the process with SIGSEGV.
 void cw_assert(int value);
 
 #endif

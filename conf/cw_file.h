@@ -1,4 +1,4 @@
-// The CAPWAP record and its file, "/cfg/cw.conf": reading, saving, and telling whether they differ.
+// The file of the CAPWAP record, "/cfg/cw.conf": reads and writes it, and finds out whether it has changed.
 
 #ifndef CONF_CW_FILE_H
 #define CONF_CW_FILE_H
@@ -17,7 +17,8 @@ int cwConfRead(CwConfig& config);
 /// the file cannot be read, prints a message once for each state of the file.
 void cwConfRefresh(CwConfig& config);
 
-/// Reads the file over a record of defaults and updates the snapshot. A missing file changes nothing and is no error.
+/// Reads the file into `config`, which holds the defaults, and updates the snapshot. A missing file changes nothing and
+/// is no error.
 void cwConfLoad(CwConfig& config);
 
 /// Applies an item to the process's record, as cwConfSetItem() does. Copies an address of the access point to the
@@ -30,7 +31,7 @@ int cwConfChange(const char* key, const char* value);
 /// prints a message and returns -1; file and record are then unchanged.
 int cwConfWrite();
 
-/// Reads the file over the process's record, which drops the unsaved changes.
+/// Reads the file into the process's record. Unsaved changes are lost.
 void cwConfDrop();
 
 #endif

@@ -25,7 +25,7 @@ consteval CwItem item(const char* key, const CwKind& kind)
     return {key, &kind, {}, 0, 0, kKeyWidth};
 }
 
-/// A row whose field is missing or of another type than the kind's does not compile.
+/// A row for an item. It does not compile if the field is missing or has a type that the kind does not use.
 template <typename Field>
 consteval CwItem item(const char* key, const CwFieldKind<Field>& kind, std::type_identity_t<Field> field)
 {
@@ -128,7 +128,7 @@ constexpr CwItem kItems[] = {
     unlisted(item("location", kText, textOf<&CwConfig::location>)),
 };
 
-/// A key that is not in the table does not compile.
+/// The row of `key`. A key that is not in the table does not compile.
 consteval const CwItem* at(std::string_view key)
 {
     const CwItem* row = kItems;

@@ -9,7 +9,7 @@
 #include "conf/cw_conf.h"
 #include "conf/cw_lists.h"
 
-/// Room for a formatted value; a longer one is cut.
+/// Size of the buffer for a formatted value; a longer value is truncated.
 inline constexpr std::size_t kCwValueSize = 512;
 
 /// The line that frames the file and the display of the whole record.
@@ -28,7 +28,7 @@ extern const std::span<const CwItem> cwItems;
 /// The sections of the file in their order.
 extern const std::span<const CwSection> cwSections;
 
-/// The item of a key, or null.
+/// The item with this key, or null.
 const CwItem* cwConfItem(std::string_view key);
 
 /// Checks a value and applies it to the item of `key`. Marks the record as changed and returns 0. If the key is unknown
@@ -41,7 +41,7 @@ bool cwConfItemIsSame(const CwItem& item, const CwConfig& one, const CwConfig& o
 /// Copies the values of an item from one record to another. The item must be in a section of the file.
 void cwConfCopyItem(const CwItem& item, const CwConfig& from, CwConfig& to);
 
-/// Whether the item holds several values.
+/// Whether the item is a list of values.
 inline bool isCwList(const CwItem& item)
 {
     return item.kind->list != nullptr;

@@ -113,7 +113,7 @@ void formatAddrMode(const CwItem&, const CwConfig& config, int, std::span<char> 
     copyText(text, config.addrMode != 0 ? "dhcp" : "static");
 }
 
-/// `what` names the kind of address in the message.
+/// Stores an address. If the value is not an address, prints a message, in which `what` names the kind of address.
 void storeAddress(const CwItem& item, const char* value, CwConfig& config, const char* what)
 {
     if (!parseIpv4(value, &(config.*item.field.address)))

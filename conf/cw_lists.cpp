@@ -34,9 +34,9 @@ void clearEntries(CwConfig& config)
 }
 
 /// Removes the entries for which `isWanted` is true and moves the following ones up. Prints a message if there is none.
-/// The count decreases during the loop, so of two equal neighbours one stays and an entry behind them is lost; this is
-/// kept. Sets the entries behind the count to zero, so that a record has its old bytes again after an entry was added
-/// and removed.
+/// The count decreases during the loop, so if two consecutive entries are equal, one of them stays and an entry after
+/// them is lost; the device has always done so. Sets the entries after the last one to zero, so that a record has its
+/// old bytes again after an entry was added and removed.
 template <typename Entry, std::size_t Size, typename IsWanted>
 bool removeEntries(const char* value, Entry (&entries)[Size], std::uint8_t& count, IsWanted isWanted)
 {
@@ -64,7 +64,7 @@ bool parseAcAddress(const char* value, std::uint32_t* address)
     return false;
 }
 
-/// False: the list is full.
+/// Returns false if the list is full.
 bool appendAddress(CwConfig& config, std::uint32_t address)
 {
     if (config.acAddressCount >= kAcAddressRoom)
@@ -138,7 +138,7 @@ void formatAddressEntry(const CwItem&, const CwConfig& config, int index, std::s
     std::snprintf(text.data(), text.size(), "%s %d", ipv4Text(entry.address).text, entry.inUse);
 }
 
-/// False: the list is full.
+/// Returns false if the list is full.
 bool appendHostname(CwConfig& config, const char* name)
 {
     if (config.acHostnameCount >= kAcHostnameLimit)
@@ -154,7 +154,7 @@ bool setHostnameEntry(const CwItem& item, const char* value, CwConfig& config)
     return true;
 }
 
-/// A name that exceeds the limit is dropped without a message.
+/// If the list is full, the name is ignored without a message.
 bool addHostname(const char* value, CwConfig& config)
 {
     appendHostname(config, value);

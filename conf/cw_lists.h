@@ -9,34 +9,35 @@
 struct CwList {
     int (*count)(const CwConfig& config);
     void (*clear)(CwConfig& config);
-    const char* countName; ///< how the display names the number of values
+    const char* countName; ///< the name of the number of values in the display
     const char* addHelp;
     const char* deleteHelp;
     /// The commands `add` and `del`. If the value is refused, they print a message and return false; the record is then
     /// unchanged.
     bool (*add)(const char* value, CwConfig& config);
     bool (*remove)(const char* value, CwConfig& config);
-    /// Replaces an entry. If the list is too short, appends the value until the list has the entry. False as above.
+    /// Replaces an entry. If the list is too short, appends the value until the list has the entry. If the value is
+    /// refused, prints a message and returns false.
     bool (*put)(int entry, const char* value, CwConfig& config);
     /// Formats the address or the name of an entry, without its state.
     void (*format)(const CwConfig& config, int entry, std::span<char> text);
 };
 
 extern const CwKind kAcAddresses; ///< setting a value appends it to the list
-extern const CwKind kAcHostnames; ///< likewise
+extern const CwKind kAcHostnames; ///< setting a value appends it to the list
 
 inline constexpr char kAddAcAddressHelp[] = "Add AC static IP address (A.B.C.D).";
 inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B.C.D).";
 inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string).";
 inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
 
-/// `add`. An address must be new, and the list must not be full. A name is dropped without a message if the list is
-/// full. If the item is no list, no value is changed. Marks the record as changed and returns 0, or prints a message
-/// and returns -1.
+/// The command `add`. Refuses an address if it is in the list already or if the list is full. If the list of names is
+/// full, ignores the name without a message. If the item is no list, no value is changed. Marks the record as changed
+/// and returns 0, or prints a message and returns -1.
 int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config);
 
-/// `del`. Marks the record as changed and returns 0. Prints a message and returns -1 if the value is not in the list,
-/// or if the item is no list.
+/// The command `del`. Marks the record as changed and returns 0. Prints a message and returns -1 if the value is not in
+/// the list, or if the item is no list.
 int cwConfListDelete(const CwItem& item, const char* value, CwConfig& config);
 
 /// Puts a value in an entry of a list, as CwList::put() does, and marks the record as changed. Prints a message if the

@@ -5,8 +5,8 @@
 namespace
 {
 
-/// The ignored items belong to servers that do not exist any longer. The file keeps their lines; the display omits
-/// them.
+/// The items of kIgnored belong to servers that the product no longer has. They have lines in the file, but no row in
+/// the display.
 bool isShown(const CwItem& item)
 {
     return item.kind != &kIgnored.kind;

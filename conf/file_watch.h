@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <optional>
 
-/// Modification time of a file, with the seconds cut to the width of the records' field, and its inode number. Some
-/// file systems store whole seconds only; a file that was replaced has another inode number.
+/// Modification time and inode number of a file. The seconds are truncated to the 32 bits of the records' field. Some
+/// file systems store whole seconds only. The inode number differs after a file was replaced in the same second.
 struct ConfFileTime {
     std::uint32_t seconds;
     std::uint32_t nanoseconds;
@@ -22,7 +22,7 @@ enum class ConfFileStatus : std::uint8_t {
     kUnknown, ///< stat() failed; the file may still be readable
 };
 
-/// Stores the modification time of a device file, zeros unless it is known.
+/// Stores the modification time of a device file in `time`; stores zeros if it is not known.
 ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
 
 /// The state of a configuration file when the session last read or wrote it.
@@ -43,7 +43,7 @@ public:
     /// Whether the file was written after the snapshot of the record was taken.
     [[nodiscard]] bool isNewerThanSnapshot() const { return isNewerThanSnapshot_; }
 
-    /// Modification time of the file last read, in seconds; 0 before the first.
+    /// Modification time of the file that was last read or written, in seconds; 0 if there was none.
     [[nodiscard]] std::uint32_t seconds() const { return known_ ? known_->seconds : 0; }
 
     /// Calls `take`, which reads the file and returns true, or prints a message and returns false. After a failure,
@@ -66,8 +66,8 @@ private:
     void printUnreadable();
 
     const char* path_;
-    std::optional<ConfFileTime> known_;      ///< of the file last read or written
-    std::optional<ConfFileTime> unreadable_; ///< of the file for which the message was printed
+    std::optional<ConfFileTime> known_;      ///< the file that was last read or written
+    std::optional<ConfFileTime> unreadable_; ///< the file that could not be read and for which the message was printed
     bool isNewerThanSnapshot_ = false;
 };
 

@@ -1,4 +1,4 @@
-// Messages of several commands, as formats of the value.
+// Formats of messages that several commands print. The argument is the value.
 
 #ifndef CONF_MESSAGES_H
 #define CONF_MESSAGES_H

@@ -9,10 +9,10 @@
 #include <string_view>
 
 struct Range {
-    std::string_view key; ///< of the item
+    std::string_view key; ///< key of the item
     int low;
     int high;
-    int initial; ///< of a new record
+    int initial; ///< default
 };
 
 inline constexpr Range kRanges[] = {
@@ -24,7 +24,7 @@ inline constexpr Range kRanges[] = {
     {"report-interval", 30, 120, 30},   {"statistics-timer", 60, 120, 120},    {"wtp-ctl-port", 1024, 49150, 5246},
 };
 
-/// The position of an item's range in the table; the size of the table if the item has none.
+/// The index of an item's range in the table; the size of the table if the item has no range.
 constexpr std::size_t findRange(std::string_view key)
 {
     std::size_t i = 0;

@@ -17,7 +17,7 @@ namespace
 
 constexpr char kFrameLine[] = "#=====================SYS CONF PARAMs========================\n";
 
-/// One item: a text if it has a field of text, otherwise a number.
+/// One item. Its value is a text if `text` is set, otherwise a number.
 struct SysItem {
     std::string_view key; ///< in the file and in the commands
     const char* label;    ///< in the display
@@ -33,7 +33,7 @@ std::span<char> textOf(SysConfig& config)
     return config.*Field;
 }
 
-/// In the order of the file and of the display.
+/// All items, in the order of the file and of the display.
 constexpr SysItem kSystemItems[] = {
     {.key = "factorysn", .label = "factorysn", .text = textOf<&SysConfig::factorysn>, .isLeftOutIfEmpty = true},
     {.key = "hostname", .label = "hostname", .text = textOf<&SysConfig::hostname>},
@@ -145,7 +145,7 @@ void sysConfLoad(SysConfig& config)
 
 int sysConfChange(const char* key, const char* value)
 {
-    const GatheredOutput gathered; // printed when the lock is released
+    const GatheredOutput gathered; // prints messages after the lock is released
     const ConfFolderLock lock;
     const bool isCaughtUp = catchUp();
     sysConfSetItem(key, value, sysConfig);
@@ -154,7 +154,7 @@ int sysConfChange(const char* key, const char* value)
 
 int sysConfCommit()
 {
-    const GatheredOutput gathered; // printed when the lock is released
+    const GatheredOutput gathered; // prints messages after the lock is released
     const ConfFolderLock lock;
     return catchUp() ? sysConfWrite() : -1;
 }

@@ -8,9 +8,9 @@
 inline constexpr char kSysConfFile[] = "/cfg/sys.conf";
 
 struct SysConfig {
-    char hostname[256];        ///< host name, also the prompt
+    char hostname[256];        ///< host name, shown in the prompt
     char factorysn[64];        ///< factory test serial number
-    char staticAddr[32];       ///< dotted text of the static address; memory only
+    char staticAddr[32];       ///< dotted text of the static address; not in the file
     std::int32_t baudrate;     ///< console speed, bits per second
     std::uint32_t saved;       ///< 1 once the file was written
     std::int32_t adminTimeout; ///< idle time-out, minutes
@@ -25,10 +25,10 @@ extern SysConfig sysConfig;
 /// other items are then unchanged.
 int sysConfRead(SysConfig& config);
 
-/// Applies one item of the file. Ignores unknown keys. Cuts texts to their fields. Always returns 0.
+/// Applies one item of the file. Ignores unknown keys. Truncates texts to their fields. Always returns 0.
 int sysConfSetItem(const char* key, const char* value, SysConfig& config);
 
-/// Replaces the file by the process's record. Returns 0, or -1 if the file cannot be written; the old file is then
+/// Writes the process's record to the file. Returns 0, or -1 if the file cannot be written; the old file is then
 /// unchanged.
 int sysConfWrite();
 
