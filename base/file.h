@@ -30,7 +30,7 @@ ssize_t transferAll(std::size_t size, Transfer transfer)
 /// failed.
 ssize_t readAll(int fd, void* bytes, std::size_t size);
 
-/// Writes `size` bytes. False if not all of them could be written.
+/// Writes `size` bytes. Returns false if not all of them could be written.
 bool writeAll(int fd, const void* bytes, std::size_t size);
 
 /// Opens a device file for reading if it is a regular file. Does not wait for a writer if it is a FIFO. Returns the
@@ -39,7 +39,7 @@ bool writeAll(int fd, const void* bytes, std::size_t size);
 int openPlainFile(const char* devicePath, std::size_t* size = nullptr);
 
 /// Creates an empty device file that only its owner can read and write. First removes a file that has this name, so
-/// that nothing is written through a link. False if the file cannot be created.
+/// that nothing is written through a link. Returns false if the file cannot be created.
 bool makePrivateFile(const char* devicePath);
 
 #endif

@@ -45,7 +45,7 @@ public:
     /// Whether the stored checksum matches.
     [[nodiscard]] bool crcMatches() const;
 
-    /// Stores the checksum of `image`, or of the partition if `image` is null. False if that fails.
+    /// Stores the checksum of `image`, or of the partition if `image` is null. Returns false if that fails.
     [[nodiscard]] bool storeCrc(const FlashImage* image) const;
 
     /// Unlocks and erases every block.

@@ -40,7 +40,7 @@ void fillSlot(char (&slot)[kFlashSlotSize], const char (&field)[kFlashSlotSize +
     std::memcpy(slot, field, strnlen(field, kFlashSlotSize));
 }
 
-/// An image on the heap, filled with zeros. Null if there is no memory.
+/// An image on the heap, filled with zeros. get() is null if there is no memory.
 class ImageBuffer
 {
 public:

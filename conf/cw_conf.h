@@ -162,7 +162,7 @@ extern CwConfig cwConfigBase;
 void cwConfDefault(CwConfig& config, std::uint8_t instance);
 
 /// Replaces a version text by a copy of `value` on the heap. The old copy is released unless one of the process's
-/// records still refers to it. False if there is no memory; the text is then unchanged.
+/// records still refers to it. Returns false if there is no memory; the text is then unchanged.
 bool cwConfSetVersion(const char*& text, const char* value);
 
 /// Copies the bytes of `from` to `to`. Releases version texts that only `to` referred to.

@@ -73,8 +73,9 @@ inline constexpr int kRuleSingleLine = 2;
 inline constexpr int kRuleHeading4 = 4;
 inline constexpr int kRuleHeading6 = 6;
 
-/// Writes the line of `rule`, or the line of `kind` if `rule` is null, cut to `size` - 1 characters. Writes nothing for
-/// an unknown kind. The last of the `size` bytes is always set to zero. Returns `buffer`, which may be null.
+/// Writes the line of `rule`, or the line of `kind` if `rule` is null, truncated to `size` - 1 characters. Writes
+/// nothing for an unknown kind. The last of the `size` bytes is always set to zero. Returns `buffer`, which may be
+/// null.
 char* firewallFormatRule4(const FirewallRule4* rule, int kind, char* buffer, std::size_t size);
 char* firewallFormatRule6(const FirewallRule6* rule, int kind, char* buffer, std::size_t size);
 

@@ -86,7 +86,7 @@ int clear_kdebug_log(void);
 int set_pts_debug_stats(int state, int reserved);
 
 /// Writes the text of crash record `index`, counted from 0, to `buffer`, terminated within `size` bytes. The text ends
-/// with a line feed unless it is cut. Returns a negative number if there is no such record. The shell calls
+/// with a line feed unless it is truncated. Returns a negative number if there is no such record. The shell calls
 /// read_crash_reset() before and after it reads the records.
 int read_crash(int index, char* buffer, int size);
 void read_crash_reset(void);

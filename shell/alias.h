@@ -14,8 +14,8 @@ void loadAliases();
 /// Whether the node stands for an aliased command.
 bool isAlias(const cli_node& node);
 
-/// Writes the command of the alias, followed by the words of the current line from its first pipe symbol on, cut to the
-/// size of the buffer.
+/// Writes the command of the alias, followed by the words of the current line from its first pipe symbol on, truncated
+/// to the size of the buffer.
 void expandAlias(const cli_node& node, std::span<char> text);
 
 #endif

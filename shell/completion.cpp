@@ -37,8 +37,8 @@ std::string_view typedText()
     return line;
 }
 
-/// The node whose children completion offers. Null if the last complete word is an argument, or if the line has an
-/// error.
+/// The node whose children completion offers. Returns null if the last complete word is an argument, or if the line has
+/// an error.
 const cli_node* offeringNode()
 {
     if (parseLine(typedText(), ParseMode::kComplete) != ParseResult::kEnd) {
@@ -144,7 +144,7 @@ int completeWord(int count, int key)
     return completeBehindBlanks(Complete, IsMenu, again, count, key);
 }
 
-/// Completes. Called a second time in a row behind a blank, lists the next words instead.
+/// Completes the word. If it is called twice in a row after a blank, the second call lists the next words instead.
 int completeOrList(int count, int key)
 {
     const bool again = rl_last_func == completeOrList;

@@ -46,8 +46,8 @@ bool isSize(const char* text)
     return isDigits(text) && number >= 1 && number <= kLargestSize;
 }
 
-/// Returns the file name in a line such as "$include ~/keys". The name reaches to the end of the line. Null if the line
-/// is not an $include line.
+/// Returns the file name in a line such as "$include ~/keys". The name reaches to the end of the line. Returns null if
+/// the line is not an $include line.
 char* includedName(char* line)
 {
     constexpr char kBlanks[] = " \t\r\n";
@@ -65,8 +65,8 @@ char* includedName(char* line)
     return line;
 }
 
-/// Opens a configuration file of readline for reading. If the file is a FIFO, does not wait for a writer. Null if the
-/// file cannot be opened.
+/// Opens a configuration file of readline for reading. If the file is a FIFO, does not wait for a writer. Returns null
+/// if the file cannot be opened.
 FILE* openInputrc(const char* name)
 {
     char* path = tilde_expand(name);

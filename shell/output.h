@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-/// Longest message, its terminator included; a longer one is cut.
+/// Longest message, its terminator included; a longer one is truncated.
 inline constexpr std::size_t kMessageSize = 1024;
 
 /// The error message for a file that cannot be written. The argument is the device path of the file.

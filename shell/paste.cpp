@@ -33,7 +33,7 @@ void forgetBlock()
     block = {};
 }
 
-/// False if there is no memory.
+/// Returns false if there is no memory.
 bool add(char c)
 {
     if (block.length == block.size) {

@@ -79,8 +79,8 @@ int createOwnFile(const char* path)
     return open(path, O_WRONLY | O_APPEND | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kMode);
 }
 
-/// Opens the pipe file of the line if it is not open yet: the common file, or else the session's own file. False if
-/// both fail.
+/// Opens the pipe file of the line if it is not open yet: the common file, or else the session's own file. Returns
+/// false if both fail.
 bool makeFile()
 {
     if (linePipe.fd >= 0)

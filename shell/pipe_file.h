@@ -20,13 +20,13 @@ bool pipeIsActive();
 /// Appends a text. The text is buffered, and written to the file in pieces of some kilobytes.
 void appendToPipe(const char* text);
 
-/// Writes the buffer to the file, and makes the file if the line has none yet. False if the file cannot be made, or if
-/// a part of the line's output could not be written to it.
+/// Writes the buffer to the file, and makes the file if the line has none yet. Returns false if the file cannot be
+/// made, or if a part of the line's output could not be written to it.
 bool flushPipe();
 
 /// Tools do not report a full disk. Therefore this function tests whether the disk has room for more output: it fills
-/// the last page of the file, or adds a page if the last one is full, and truncates the file to its old size. False if
-/// there is no room, or if flushPipe() fails.
+/// the last page of the file, or adds a page if the last one is full, and truncates the file to its old size. Returns
+/// false if there is no room, or if flushPipe() fails.
 bool testPipeRoom();
 
 /// Device path of the file, for command texts and messages.

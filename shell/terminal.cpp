@@ -32,7 +32,7 @@ bool isWaiting(int fd)
 }
 
 /// Makes the group of this process the foreground process group of the terminal if the processes of the foreground
-/// group are gone. False if another group is in the foreground.
+/// group are gone. Returns false if another group is in the foreground.
 bool reclaimForeground()
 {
     const pid_t owner = tcgetpgrp(found.fd);

@@ -58,7 +58,7 @@ char* writePlace()
     return &tokenStore.segments[tokenStore.segmentIndex][tokenStore.position];
 }
 
-/// Stores the write position as the start of a token. False if there are too many tokens.
+/// Stores the write position as the start of a token. Returns false if there are too many tokens.
 bool startToken()
 {
     if (tokenStore.tokenCount == static_cast<int>(kTokenCount)) {
@@ -119,7 +119,7 @@ void endLine(ParseMode mode)
     tokenStore.argc = tokenStore.tokenCount - (typing && tokenStore.tokenCount > 0 ? 1 : 0);
 }
 
-/// Processes one character. False if the line is rejected.
+/// Processes one character. Returns false if the line is rejected.
 bool step(char c, ParseMode mode)
 {
     const CharClass kind = classOf(c);
@@ -158,7 +158,8 @@ bool step(char c, ParseMode mode)
     return allowed;
 }
 
-/// The word that follows the pipe symbol `index` without a blank. Such a word has no token. Null if there is none.
+/// The word that follows the pipe symbol `index` without a blank. Such a word has no token. Returns null if there is
+/// none.
 const char* gluedWord(int index)
 {
     const char* symbol = tokenStore.tokens[index];

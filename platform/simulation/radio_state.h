@@ -19,8 +19,8 @@ SimRadio simRadio(const char* interface);
 /// Whether the setting "band" of a radio can have this value.
 bool simIsBand(int band);
 
-/// Sets the country, and moves the radio to a channel of that country if needed. False if there is no such interface or
-/// its state cannot be written.
+/// Sets the country, and moves the radio to a channel of that country if needed. Returns false if there is no such
+/// interface or its state cannot be written.
 bool simSetCountry(const char* radio, const RegulatoryCountry& country);
 
 #endif

@@ -14,8 +14,8 @@ const RegulatoryCountry* simCountryByCode(const char* code);
 /// Null: unknown.
 const RegulatoryCountry* simCountryByNumber(int number);
 
-/// Returns the two-letter code of the default country of a region. A region code is one letter. Null if the region is
-/// unknown.
+/// Returns the two-letter code of the default country of a region. A region code is one letter. Returns null if the
+/// region is unknown.
 const char* simDefaultCountry(const char* regionCode);
 
 #endif

@@ -22,7 +22,7 @@ bool simReadText(const char* name, char* buffer, std::size_t size, const char* f
 /// Reads the value `name` as a decimal number. Returns `fallback` if there is no such file.
 int simReadNumber(const char* name, int fallback);
 
-/// Replaces the value. Creates missing folders. False if it cannot be written.
+/// Replaces the value. Creates missing folders. Returns false if it cannot be written.
 bool simWriteText(const char* name, const char* text);
 
 bool simWriteNumber(const char* name, int value);

@@ -18,7 +18,7 @@
 #include "platform/daemon_records.h"
 #include "tests/support/device.h"
 
-/// Sets a text. The bytes behind it in the field are not changed.
+/// Sets a text. The bytes after it in the field are not changed.
 template <typename Byte, std::size_t N>
 void set(Byte (&field)[N], std::string_view text)
 {

@@ -33,7 +33,7 @@ public:
     void send(const std::string& keys) const;
     /// Reads until `text` has arrived. Returns everything up to its end, with control sequences, and consumes it.
     std::string waitFor(const std::string& text);
-    /// Waits until there is no more output and the row of the cursor holds only `text`, with the cursor behind it.
+    /// Waits until there is no more output and the row of the cursor holds only `text`, with the cursor after it.
     void waitForRow(const std::string& text);
     /// Waits until there is no more output and the screen shows `text`.
     void waitForScreen(const std::string& text);
@@ -57,7 +57,7 @@ public:
     void hangUp();
 
 private:
-    /// Waits for output. False if none has arrived.
+    /// Waits for output. Returns false if none has arrived.
     bool readMore(int milliseconds);
     void waitUntil(const std::function<bool()>& isDone, const std::string& what);
 
