@@ -13,8 +13,8 @@ extern cli_node diagnoseTable[1];
 // is not attached, no switch changes. For an unknown name they print a message and the list. The handlers return 0;
 // `debug show` and `debug log-clear` return the result of the library.
 
-/// Attaches the user-space switches and builds the children of `debug` from the library's tables. Returns 0, or -1 if
-/// there is no memory.
+/// The prepare hook of `debug`. Attaches the user-space switches and builds the children of `debug` from the library's
+/// tables. Returns 0, or -1 if there is no memory. Does not use `siblings`.
 int debugPrepare(cli_node* node, cli_node* siblings);
 
 /// The same for `kdebug` and the kernel modules.

@@ -43,7 +43,7 @@ template <std::size_t Size>
 constexpr void setNodeText(char (&field)[Size], const char* text)
 {
     for (std::size_t i = 0; text[i] != '\0'; ++i)
-        field[i] = text[i]; // a write beyond the field does not compile
+        field[i] = text[i]; // a constant expression with a write beyond the field does not compile
     if (field[Size - 1] != '\0')
         refuseToCompile("the text leaves no room for its terminator");
 }

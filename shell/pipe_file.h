@@ -35,7 +35,8 @@ const char* pipeFilePath();
 /// Prints that the file could not be created or is incomplete.
 void printPipeError();
 
-/// While an object lives, what a library prints on standard output goes into the pipe of the line, if it has one.
+/// While such an object exists, text that a library prints to the standard output goes into the pipe of the current
+/// line. If the line has no pipe, nothing is redirected.
 class PipedOutput
 {
 public:

@@ -41,8 +41,8 @@ void note(int signal)
         noted[signal] = 1;
 }
 
-/// Restores the terminal and removes the file of removeAtEnd(). readline prepares the terminal only while signals are
-/// blocked, so rl_deprep_terminal() never interrupts readline itself.
+/// Removes the file of removeAtEnd() and restores the terminal. Signals are blocked while readline changes the modes of
+/// the terminal, so a signal handler never calls rl_deprep_terminal() in the middle of that.
 void leave()
 {
     if (removedAtEnd != nullptr)
@@ -51,7 +51,8 @@ void leave()
     restoreTerminal();
 }
 
-/// readline calls exit() if it gets no memory. A forked child that calls exit() must not restore the terminal.
+/// Called by exit(), which readline calls if it gets no memory. A forked child that calls exit() must not restore the
+/// terminal.
 void leaveAtExit()
 {
     if (getpid() == session)

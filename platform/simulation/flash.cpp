@@ -1,6 +1,7 @@
 // The simulated flash. The file "/dev/mtdblock0" holds the image of the partition, which make_flash creates. Its last
 // four bytes are a CRC-32 of all bytes before them, least significant byte first. "/dev/mtd0", the character device, is
-// an empty file that only accepts requests. The numbers in the names are that of the partition in "/proc/mtd".
+// an empty file that only accepts requests. The 0 in both names is the number of the partition in
+// "/proc/mtd".
 
 #include <algorithm>
 #include <array>

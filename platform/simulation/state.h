@@ -2,8 +2,8 @@
 // while the shell runs. docs/simulation.md lists those that a user may also write. The device writes these files:
 //
 //     booted                        time of the start, in seconds since 1970
-//     consoles/<process>            a link to the terminal of a shell
-//     idle_ends/<process>           the idle time that ended a shell, until scripts/run has printed it
+//     consoles/<process>            a symbolic link to the terminal of the shell with this process id
+//     idle_ends/<process>           the idle time of a shell that it has ended; scripts/run prints and removes it
 //     hostname                      the host name in use; a reboot sets it to the configured one
 //     traffic                       the counters of each interface
 //     debug_*, kernel_log, crashes  switches, logs and records of the debug library
