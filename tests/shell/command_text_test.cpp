@@ -75,6 +75,7 @@ TEST_F(CommandText, NamesTheSessionsOwnFileIfTheCommonOneCannotBeHad)
 {
     ASSERT_EQ(mkdir(path("/tmp/cli_pipe_file").c_str(), 0700), 0);
     const std::string own = "/tmp/cli_pipe_file." + std::to_string(getpid());
+    writeFile(own, "left by an earlier process");
     EXPECT_EQ(textsOf("show | grep cw"), Texts{"cat " + own + " | grep cw"});
     EXPECT_NE(access(path(own).c_str(), F_OK), 0);
 }
