@@ -317,6 +317,7 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
     session.send("\x1b[200~ping\rbrctl\r\x1b[201~");
     session.waitForScreen("statistics");
     session.waitForRow(kPrompt);
+    EXPECT_EQ(session.row(session.cursor().row - 1), "statistics");
     EXPECT_EQ(session.ask("nosuch"), kUnknown);
     EXPECT_EQ(calls(), "");
 }
