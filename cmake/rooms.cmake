@@ -1,5 +1,5 @@
 # add_room(NAME [SEES ROOM...]) adds the library NAME_room with the sources of this folder. Its sources can include only the
-# headers of the room itself and of the rooms that it sees: each room has a folder in the build tree with one link, which
+# headers of the room itself and of the rooms after SEES: each room has a folder in the build tree with one link, which
 # leads to its headers. A room does not need the C++ run-time library.
 function(add_room name)
   cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SEES")

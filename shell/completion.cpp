@@ -57,8 +57,8 @@ void beginRows()
     rl_crlf();
 }
 
-/// Lists the visible children of `node` whose names begin with `partial`. Behind a pipe, lists only tools. Returns
-/// whether it listed any.
+/// Lists the visible children of `node` whose names begin with `partial`. After a pipe symbol, lists only tools.
+/// Returns whether it listed any.
 bool listChildren(const cli_node& node, std::string_view partial, bool behindPipe)
 {
     bool found = false;

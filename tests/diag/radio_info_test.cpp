@@ -18,7 +18,7 @@ RadioRecord plainRadio()
     r.acChannelNumber = 3, r.acChannelAge = -2, r.channelCount = 24, r.channel = 36;
     r.acRanges[0].first = 36, r.acRanges[0].count = 4, r.acRanges[1].first = 1, r.acRanges[1].count = 3;
     mark(r.acChannels, 36, 2, 4), mark(r.allowedChannels, 7, 2), mark(r.hardwareChannels, 0, 2, 1022);
-    // The last bit of a map stands for no channel.
+    // No channel belongs to the last bit of a map.
     mark(r.nonOccupancyChannels, 100, 2, 4), mark(r.nonOccupancyChannels, 1023, 1);
     return r;
 }
