@@ -33,13 +33,13 @@ ssize_t readAll(int fd, void* bytes, std::size_t size);
 /// Writes `size` bytes. Returns false if not all of them could be written.
 bool writeAll(int fd, const void* bytes, std::size_t size);
 
-/// Opens a device file for reading if it is a regular file. Does not wait for a writer if it is a FIFO. Returns the
-/// descriptor, which the caller closes, and stores the size of the file in `size`. -1 if it cannot be opened; `size` is
-/// then unchanged.
+/// Opens the file with a device path (see DeviceFile) for reading. Returns the descriptor, which the caller closes, and
+/// stores the size of the file in `size`. If the file cannot be opened or is not a regular file, returns -1 and leaves
+/// `size` unchanged. If the file is a FIFO, does not wait for a writer.
 int openPlainFile(const char* devicePath, std::size_t* size = nullptr);
 
-/// Creates an empty device file that only its owner can read and write. First removes a file that has this name, so
-/// that nothing is written through a link. Returns false if the file cannot be created.
+/// Creates an empty regular file at a device path (see DeviceFile). Only its owner can read and write it. First removes
+/// an old file of this name, so that nothing is written through a link. Returns false if the file cannot be created.
 bool makePrivateFile(const char* devicePath);
 
 #endif

@@ -1,12 +1,12 @@
-// A file of the device as lines of text.
+// Reads a text file of the access point line by line.
 
 #ifndef BASE_FILE_LINES_H
 #define BASE_FILE_LINES_H
 
 #include <cstddef>
 
-/// Reads a device file line by line. Opens regular files only, and reads only their first kLimit bytes, so a device, a
-/// FIFO or a growing file cannot block the shell.
+/// Reads the file with a device path (see DeviceFile) line by line. Opens regular files only and reads at most their
+/// first kLimit bytes, so that a device node, a FIFO or a growing file cannot block the shell.
 class FileLines
 {
 public:

@@ -22,7 +22,7 @@ namespace
 
 constexpr char kTftpOutputFile[] = "/tmp/cmd_output";
 constexpr char kTftpCommand[] = "tftp %s -g -r %s -l %s > %s\n";
-constexpr std::size_t kTftpCommandSize = 256; ///< limit of the command text with device paths
+constexpr std::size_t kTftpCommandSize = 256; ///< size limit of the command, checked with device paths
 
 constexpr const char* kUsage[] = {
     "\t bios - BIOS platform information test \n",

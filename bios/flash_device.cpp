@@ -42,7 +42,8 @@ bool tryToOpen(const char* path)
 
 enum class LockOutcome { kDone, kTimedOut, kInterrupted };
 
-/// Waits until no other process has the lock, for at most five seconds.
+/// Takes the advisory lock. While another process holds it, tries again until five seconds have passed or an interrupt
+/// from the keyboard arrives.
 LockOutcome waitForLock(int fd)
 {
     constexpr timespec kPause = {0, 1'000'000};
@@ -61,7 +62,8 @@ LockOutcome waitForLock(int fd)
     return LockOutcome::kTimedOut;
 }
 
-/// Calls ioctl() with the type that the C library at hand uses for the request: C libraries differ in it.
+/// Calls ioctl(). Converts `request` to the parameter type that the C library declares, because C libraries declare
+/// different types.
 template <typename Request>
 int control(int (*ioctl)(int, Request, ...), int fd, unsigned long request, erase_info_user& block)
 {

@@ -14,9 +14,9 @@ struct erase_info_user;
 /// leaves `path` unchanged.
 int biosFindMtdDevice(char* path, std::size_t size);
 
-/// The open partition. The constructor opens it and takes an advisory lock. It waits for the lock for at most five
-/// seconds; if another process keeps the lock for longer, it continues without the lock. If an interrupt arrives while
-/// it waits, it closes the partition. On a closed partition, read() returns -1, crcMatches() and storeCrc() return
+/// The open partition. The constructor opens it and takes an advisory lock. While another process holds the lock, the
+/// constructor waits for at most five seconds, and then continues without the lock. If the user presses Ctrl-C during
+/// this time, it closes the partition. On a closed partition, read() returns -1, crcMatches() and storeCrc() return
 /// false, and all other operations do nothing.
 class FlashDevice
 {
@@ -38,8 +38,8 @@ public:
     ssize_t read(std::size_t offset, void* bytes, std::size_t size) const;
 
     /// Writes `size` bytes. Skips an erase block whose bytes are the same already, because some drivers erase and
-    /// program the whole block, and a power cut between these two steps loses its contents. A slot is written by one
-    /// system call. A failure is not reported.
+    /// program the whole block, and a power cut between these two steps loses its contents. A slot of FlashImage is
+    /// written by one system call. A failure is not reported.
     void write(std::size_t offset, const void* bytes, std::size_t size) const;
 
     /// Whether the stored checksum matches.

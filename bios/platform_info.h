@@ -11,7 +11,7 @@
 
 #include "platform/flash_layout.h"
 
-/// The process's record. All bytes are zero at start.
+/// The factory record in the memory of this process. All bytes are zero when the program starts.
 extern PlatformInfo platformInfo;
 
 /// Unlocks and erases both erase blocks. Always returns 0.
@@ -33,7 +33,7 @@ int biosSaveToFlash(const char* path);
 /// Writes the factory's ROM file to the partition.
 int biosSaveDefaultRom();
 
-/// Size of a path: the folder and the longest name that a line can hold.
+/// Size of the buffer for the path of a ROM file: "/tmp/" and the longest name that fits in a command line.
 inline constexpr std::size_t kRomPathSize = 1024;
 
 /// Composes the device path of the ROM file `name` below "/tmp". Prints a message and returns false if the name leads

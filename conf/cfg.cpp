@@ -39,7 +39,7 @@ struct CfgVariable {
     cli_node* node = nullptr;  ///< the node of `command`; null until it was looked up
 };
 
-/// The first child with whose name `text` begins, or null.
+/// The first child whose name is a prefix of `text`, or null.
 cli_node* childThatBegins(const char* text, const cli_node& parent)
 {
     for (cli_node& child : std::span(parent.children, static_cast<std::size_t>(parent.childCount)))

@@ -1,4 +1,4 @@
-// The command `cfg`, which shows and sets the configuration as variables, in the form of an older tool.
+// The command `cfg`, which shows and sets the configuration as variables. It is compatible with an older tool.
 
 #ifndef CONF_CFG_H
 #define CONF_CFG_H

@@ -34,8 +34,9 @@ void changeList(const CwItem& item, const char* verb, const char* value)
         cwConfListDelete(item, value, cwConfig);
 }
 
-/// The handler of a CAPWAP item, which the fourth word names. Four words show the item. Five words set it; of a list,
-/// they show the entries. Six or more words change a list, or set the security options, which may have several words.
+/// The handler of a CAPWAP item, which the fourth word names. Four words show the item. Five words set it; if the item
+/// is a list, they show its entries. Six or more words change a list, or set the security options, whose value may have
+/// several words.
 int capwapItemCommand(int argc, char** argv)
 {
     const CwItem* item = argc < 4 ? nullptr : cwConfItem(argv[3]);

@@ -11,8 +11,8 @@ extern cli_node configTable[2];
 /// Sets the CAPWAP record to its defaults, and then reads both configuration files. Always returns 0.
 int configPrepare(cli_node* node, cli_node* siblings);
 
-/// These four handlers ignore their words. Both displays first read the file if it has changed. `show cw_conf` prints a
-/// message if the record has unsaved changes. Always returns 0.
+/// `show cw_conf` and `show sys_conf`. Both first read their file if it has changed. `show cw_conf` prints a message if
+/// the record has unsaved changes. Always returns 0. The four handlers of `show`, `save` and `drop` ignore their words.
 int showCwConfCommand(int argc, char** argv);
 int showSysConfCommand(int argc, char** argv);
 

@@ -153,7 +153,7 @@ inline constexpr std::uint8_t kShellInstance = 2;
 
 /// The process's record and two copies of it. The snapshot is the record as it was last read from the file; saving
 /// compares the record with it. The base is the record as it was last read or written, or the defaults before that; an
-/// item that differs from the base has been changed by this session. All bytes are zero until `config` is prepared.
+/// item that differs from the base has been changed by this session. All bytes are zero until configPrepare() runs.
 extern CwConfig cwConfig;
 extern CwConfig cwConfigSnapshot;
 extern CwConfig cwConfigBase;

@@ -88,8 +88,8 @@ bool mergeFile(CwConfig& config)
     return true;
 }
 
-/// Merges the file into `config`, a copy of the process's record, if the file has changed, and writes `config` to the
-/// file. Messages are printed after the lock is released, because a terminal may be slow.
+/// `config` is a copy of the process's record. If the file has changed, merges it into `config`. Then writes `config`
+/// to the file. Prints messages after the lock is released, because a terminal may be slow.
 bool saveFile(CwConfig& config)
 {
     ConfText text;
@@ -173,7 +173,8 @@ int cwConfWrite()
     return 0;
 }
 
-// The record differs from the snapshot by this time if there is no file to read, so the next save writes one.
+// Sets the file time of the record to zero. If the file does not exist, the record then differs from the snapshot in
+// this field, so the next save creates the file.
 void cwConfDrop()
 {
     cwConfig.fileTime = 0;

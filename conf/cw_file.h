@@ -7,9 +7,10 @@
 
 inline constexpr char kCwConfFile[] = "/cfg/cw.conf";
 
-/// Reads the file over the record. Empties both AC lists first; every other item without a line keeps its value. Marks
-/// the record as saved, copies an address of the access point to the system record and returns 0. If the file cannot be
-/// opened or read to its end, prints a message and returns -1; both records are then unchanged.
+/// Reads the file into the record. First empties both AC lists. Any other item that is not in the file keeps its value.
+/// Marks the record as saved. If the file sets the address of the access point, copies it to the system record.
+/// Returns 0. If the file cannot be opened or read to its end, prints a message and returns -1; both records are then
+/// unchanged.
 int cwConfRead(CwConfig& config);
 
 /// Reads the file if it has changed since the session read or wrote it, or if the last attempt to read it failed. The
@@ -21,8 +22,8 @@ void cwConfRefresh(CwConfig& config);
 /// is no error.
 void cwConfLoad(CwConfig& config);
 
-/// Applies an item to the process's record, as cwConfSetItem() does. Copies an address of the access point to the
-/// system record.
+/// Applies an item to the process's record, as cwConfSetItem() does. If the item is the address of the access point,
+/// also copies the address to the system record. Returns like cwConfSetItem().
 int cwConfChange(const char* key, const char* value);
 
 /// Saves the process's record and restarts the daemon, unless the record is unchanged. If the file has changed since it

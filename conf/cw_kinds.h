@@ -11,7 +11,7 @@
 
 struct CwList;
 
-/// A number of the record.
+/// Refers to a field of the record that holds a number.
 struct CwNumber {
     enum class Type : std::uint8_t { kByte = 1, kWord = 2, kDoubleWord = 4 }; ///< size in bytes
 
@@ -61,7 +61,7 @@ struct CwKind {
     /// Applies a value. If the value is refused, returns false and leaves the record unchanged. Null if no value can be
     /// set.
     bool (*set)(const CwItem& item, const char* value, CwConfig& config);
-    /// Formats a value; of a list, the entry `index`. Null if the item is never shown.
+    /// Formats the value of the item or, if the item is a list, the entry `index`. Null if the item is never shown.
     void (*format)(const CwItem& item, const CwConfig& config, int index, std::span<char> text);
     const CwList* list; ///< null if the item has one value
 };

@@ -19,7 +19,7 @@ struct CwList {
     /// Replaces an entry. If the list is too short, appends the value until the list has the entry. If the value is
     /// refused, prints a message and returns false.
     bool (*put)(int entry, const char* value, CwConfig& config);
-    /// Formats the address or the name of an entry, without its state.
+    /// Formats the address or the name of an entry. Does not append `inUse`.
     void (*format)(const CwConfig& config, int entry, std::span<char> text);
 };
 

@@ -22,7 +22,7 @@ enum class ConfFileStatus : std::uint8_t {
     kUnknown, ///< stat() failed; the file may still be readable
 };
 
-/// Stores the modification time of a device file in `time`; stores zeros if it is not known.
+/// Stores the modification time and the inode number of a file in `time`, or zeros if they are not known.
 ConfFileStatus confFileTime(const char* devicePath, ConfFileTime* time);
 
 /// The state of a configuration file when the session last read or wrote it.
@@ -52,13 +52,13 @@ public:
     template <typename Take>
     bool read(Take take);
 
-    /// To be called before the file is replaced. Calls `take` to read the file if it has changed. Prints a message each
-    /// time and returns false if it has changed and cannot be read.
+    /// To be called before the file is replaced. If the file has changed, calls `take` to read it. If that fails,
+    /// prints a message and returns false; unlike read(), prints the message at every call.
     template <typename Take>
     bool catchUp(Take take);
 
     /// To be called when the session has written the file. isNewerThanSnapshot() is true until the file is read again.
-    /// The next refresh reads the file if the old and the new one were not written in the same second.
+    /// The next refresh reads the file, unless the old file was written in the same second as the new one.
     void noteWritten();
 
 private:

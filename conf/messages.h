@@ -1,4 +1,4 @@
-// Formats of messages that several commands print. The argument is the value.
+// Formats of messages that several commands print. The argument is the refused value, or the path of the file.
 
 #ifndef CONF_MESSAGES_H
 #define CONF_MESSAGES_H

@@ -11,7 +11,8 @@
 namespace
 {
 
-/// The handlers get three words: the node's name, the key and the value. To set an item they would need four.
+/// Calls the handler with three words: the node's name, the key and the value. A handler sets an item only if it gets
+/// four words, so the replay changes no setting.
 void replayItem(cli_node& node, char* key, char* value)
 {
     cli_node* child = findChild(node, key);

@@ -7,8 +7,9 @@
 /// a message and returns -1 for any other line, including an empty one.
 int _sysConfRead(char* line, char** key, char** value);
 
-/// Calls the `config system` handler of each line of "/cfg/sys.conf", in the form that displays an item. Prints a
-/// message for a bad line. Always returns 0.
+/// For each line of "/cfg/sys.conf", calls the handler of the `config system` command that its key names. The handler
+/// gets too few words to set the item, so the replay changes no setting. Prints a message for a bad line. Always
+/// returns 0.
 int confReplay();
 
 #endif
