@@ -31,9 +31,9 @@ inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B
 inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string).";
 inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
 
-/// The command `add`. Refuses an address if it is in the list already or if the list is full. If the list of names is
-/// full, ignores the name without a message. If the item is no list, no value is changed. Marks the record as changed
-/// and returns 0, or prints a message and returns -1.
+/// The command `add`. If an address is not valid, is in the list already, or the list is full, prints a message and
+/// returns -1. Otherwise marks the record as changed and returns 0, also in two cases in which no value changes: the
+/// list of names is full, or the item is no list.
 int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config);
 
 /// The command `del`. Marks the record as changed and returns 0. Prints a message and returns -1 if the value is not in

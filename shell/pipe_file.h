@@ -29,7 +29,7 @@ bool flushPipe();
 /// false if there is no room, or if flushPipe() fails.
 bool testPipeRoom();
 
-/// Device path of the file, for command texts and messages.
+/// The path of the file on the device (see DeviceFile), for command texts and messages.
 const char* pipeFilePath();
 
 /// Prints that the file could not be created or is incomplete.

@@ -25,8 +25,8 @@ using Texts = std::vector<std::string>;
 
 /// The recorded calls of the platform's libraries, and their answers.
 struct FakePlatform {
-    /// The messages to the daemon: destination, flags, type and bytes. The text of a query begins with the capacity of
-    /// its reply buffer and its time-out.
+    /// One text for each message to the daemon: destination, flags, type and bytes. If the message is a query, the
+    /// capacity of the reply buffer and the time-out come first.
     Texts sent{};
     int channelResult = 0;
     Bytes answer{};

@@ -178,7 +178,8 @@ extern "C" {
 
 int __real_ppoll(pollfd* files, nfds_t count, const timespec* limit, const sigset_t* signals);
 
-/// Replaces the function with which the shell waits for a key. The end of a paste that is dropped is not waited for.
+/// Replaces the function with which the shell waits for a key. A call with a time limit, with which the shell waits for
+/// the rest of a dropped paste, returns at once.
 int __wrap_ppoll(pollfd* files, nfds_t count, const timespec* limit, const sigset_t* signals)
 {
     const bool isKeyboard = count == 1 && files->fd == STDIN_FILENO;
