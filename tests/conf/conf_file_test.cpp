@@ -182,11 +182,9 @@ TEST_F(ConfFileTest, AReplacementIsNewer)
     ConfFileTime before, now;
     writeAt(999'999'000, kFile, "old", time(nullptr));
     confFileTime(kFile, &before);
-    for (int i = 0; i < 20; ++i, before = now) {
-        ASSERT_EQ(replace("new"), "ok");
-        EXPECT_EQ(confFileTime(kFile, &now), ConfFileStatus::kKnown);
-        EXPECT_LT(std::pair(before.seconds, before.nanoseconds), std::pair(now.seconds, now.nanoseconds));
-    }
+    ASSERT_EQ(replace("new"), "ok");
+    EXPECT_EQ(confFileTime(kFile, &now), ConfFileStatus::kKnown);
+    EXPECT_LT(std::pair(before.seconds, before.nanoseconds), std::pair(now.seconds, now.nanoseconds));
     EXPECT_EQ(confFileTime("/cfg/x.conf/none", &now), ConfFileStatus::kMissing);
 }
 
@@ -226,6 +224,8 @@ TEST_F(ConfFileTest, ASystemFileThatCannotBeReadCountsForNothing)
         EXPECT_EQ(result_, -1);
     }
     EXPECT_TRUE(type("cfg -c").starts_with(refused));
+    writeAt(2, "/cfg/sys.conf", text);
+    EXPECT_EQ(outputOf([] { sysConfRefresh(sysConfig); }), said);
     EXPECT_STREQ(sysConfig.hostname, "a");
     EXPECT_EQ(readFile("/cfg/sys.conf"), text);
     readableBytes = -1;
