@@ -22,7 +22,7 @@ struct CwSection {
     std::span<const CwItem* const> items;
 };
 
-/// Every item, in the order of the single-item display.
+/// Every item, in the order in which cwConfShowItem() prints them.
 extern const std::span<const CwItem> cwItems;
 
 /// The sections of the file in their order.

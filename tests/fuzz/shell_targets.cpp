@@ -93,7 +93,7 @@ void completeLine(std::string_view input)
 struct Keyboard {
     std::string_view keys;
     int terminal = -1;
-    bool hasEnded = false; ///< the interrupt after the last key was raised
+    bool hasEnded = false; ///< the interrupt that follows the last key has been raised
 };
 
 Keyboard keyboard;
