@@ -38,7 +38,7 @@ struct Facility {
     void (*printNames)();
     int (*submoduleIdOf)(int id, const char* name); ///< negative: unknown
     void (*printSubmoduleNames)(int id);
-    std::uint64_t** masks; ///< null until the library is attached
+    std::uint64_t** masks; ///< the masks of the library; `*masks` is null until the library is attached
     std::size_t maskCount;
     CliHandler handler;
     std::span<const cli_node> verbs;       ///< the table's rows after those of the modules

@@ -4,6 +4,7 @@
 // FAULT is "KIND/N/MODE". With the mode "transient", the Nth call of the kind fails. With "persistent", the Nth and
 // all later calls of the kind fail.
 // For each failed call, a line with the kind and the path of the file is appended to the file that FAULT_LOG names.
+// Without FAULT, a record `Place` is appended to the file that FAULT_PLACES names, for each counted call.
 // Programs other than "cli" are not changed.
 
 #include <atomic>
@@ -14,6 +15,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <execinfo.h>
 #include <fcntl.h>
 #include <iterator>
 #include <string_view>
@@ -45,9 +47,17 @@ struct Fault {
     int kind;                           ///< -1: no call fails
     std::uint32_t number;
     bool isPersistent;
+    bool isRecording; ///< backtrace() runs; it may allocate memory, which does not count
 };
 
 constinit Fault fault{};
+
+/// A counted call. The integers have the byte order of the machine.
+struct Place {
+    std::uint32_t kind;
+    std::uint32_t number;
+    std::uint64_t stack; ///< a hash of the call stack, the same in each process
+};
 
 bool isShell()
 {
@@ -78,25 +88,51 @@ bool isShell()
         fault.counts = static_cast<std::atomic<std::uint32_t>*>(mapped);
 }
 
-/// Appends a line to the log. Calls the kernel directly, because the functions of the library count calls.
+/// Appends bytes to a file. Calls the kernel directly, because the functions of the library count calls.
+void append(const char* file, const void* bytes, std::size_t size)
+{
+    const auto fd = syscall(SYS_openat, AT_FDCWD, file, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    syscall(SYS_write, fd, bytes, size);
+    syscall(SYS_close, fd);
+}
+
 void logFailure(KindIndex kind, const char* path)
 {
     const char* log = std::getenv("FAULT_LOG");
-    if (log == nullptr)
-        return;
     char line[4200];
     const int length = std::snprintf(line, sizeof line, "%s %s\n", kKinds[kind].name.data(), path);
-    const auto fd = syscall(SYS_openat, AT_FDCWD, log, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
-    syscall(SYS_write, fd, line, length);
-    syscall(SYS_close, fd);
+    if (log != nullptr)
+        append(log, line, static_cast<std::size_t>(length));
+}
+
+/// Records a counted call.
+void recordPlace(KindIndex kind, std::uint32_t number)
+{
+    const char* places = std::getenv("FAULT_PLACES");
+    if (fault.kind >= 0 || places == nullptr)
+        return;
+    void* frames[64];
+    fault.isRecording = true;
+    const int count = backtrace(frames, std::size(frames));
+    fault.isRecording = false;
+    Place place{static_cast<std::uint32_t>(kind), number, 0xcbf29ce484222325};
+    for (int i = 0; i < count; ++i) {
+        // Addresses in a library differ from process to process, offsets do not.
+        dl_find_object object{};
+        _dl_find_object(frames[i], &object);
+        const auto offset = static_cast<char*>(frames[i]) - static_cast<char*>(object.dlfo_map_start);
+        place.stack = (place.stack ^ static_cast<std::uint64_t>(offset)) * 0x100000001b3;
+    }
+    append(places, &place, sizeof place);
 }
 
 /// Counts a call for the file `path`. If the call has to fail, sets errno and returns true.
 bool fails(KindIndex kind, const char* path = "")
 {
-    if (fault.counts == nullptr || getpid() != fault.process)
+    if (fault.counts == nullptr || fault.isRecording || getpid() != fault.process)
         return false;
     const std::uint32_t number = ++fault.counts[kind];
+    recordPlace(kind, number);
     if (fault.kind != kind || number < fault.number || (number > fault.number && !fault.isPersistent))
         return false;
     if (kind != kMalloc)

@@ -145,7 +145,8 @@ TEST_F(Ending, IdleTimeRunsAtThePromptOnly)
     plantTool("ping", "sleep 2.2; echo done");
     Session session(shellBelow("telnetd"));
     EXPECT_EQ(session.ask("ping"), "done\n");
-    session.resize(30, 100); // sends SIGWINCH; the session would end now if the idle time had run during the tool
+    // SIGWINCH wakes the session at its prompt. If the idle time had run during the tool, the session would end here.
+    session.resize(30, 100);
     EXPECT_EQ(session.ask("nosuch"), "Command \"nosuch\" is not supported.\n");
     session.send("\022p");
     session.waitForScreen("Timeout\nexit\nback 0");
