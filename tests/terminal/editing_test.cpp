@@ -238,6 +238,11 @@ TEST_F(Editing, StartsInAnyEnvironment)
     ASSERT_EQ(mkfifo(path("/tmp/fifo").c_str(), S_IRUSR | S_IWUSR), 0);
     Session session(shell({"COLUMNS=2147483647", "INPUTRC=" + path("/tmp/fifo"), "BASH_ENV=x"}));
     EXPECT_EQ(session.ask("ping"), "[ /dev/null  1]\n");
+
+    writeFile("/etc/inputrc", "set enable-bracketed-paste off\n");
+    Session unmarked(shell({"INPUTRC=" + path("/etc/inputrc")}));
+    unmarked.send("ping\rnosuch\r");
+    EXPECT_EQ(unmarked.waitFor("nosuch").find("\x1b[?2004"), std::string::npos);
 }
 
 TEST_F(Editing, ComesBackToTheForeground)
@@ -287,8 +292,9 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
         const char* shown; ///< the text before the interrupt is sent
         const char* after; ///< the keys that are sent after Ctrl-C
         const char* before = "";
+        const char* shownAfter = "^C";
     } cases[] = {
-        {"ping\rbrctl\r\x1b[201~", "started", ""},
+        {"ping\rbrctl\r\x1b[201~", "started", "kept\r", "", "\"kept\" is not"},
         {"nosuch\rbrctl half\x1b[201~", "half", ""},
         {"brctl\rbrctl", "ap", "brctl\rbrctl\r\x1b[201~"},
         {"brctl\rbrctl", "ap", "brctl\rbrctl\r\x1b[201~", "\022"},
@@ -304,9 +310,11 @@ TEST_F(Editing, AnInterruptDropsTheRestOfAPaste)
             ASSERT_EQ(ioctl(input, FIONREAD, &unread), 0);
         close(input);
         session.send(kControlC + std::string(example.after));
-        session.waitForScreen("^C");
+        session.waitForScreen(example.shownAfter);
         session.waitForRow(kPrompt);
         EXPECT_EQ(session.ask("nosuch"), kUnknown);
+        session.send("\r");
+        session.waitFor("\x1b[?2004h"); // the terminal is still asked to mark pasted text
     }
     // Imitates a tool that handles SIGINT itself and exits normally, so that no wait status shows the interrupt. Only
     // the child process of InterruptWatch receives the signal.
