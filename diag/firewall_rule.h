@@ -73,9 +73,9 @@ inline constexpr int kRuleSingleLine = 2;
 inline constexpr int kRuleHeading4 = 4;
 inline constexpr int kRuleHeading6 = 6;
 
-/// Writes the line of `rule`, or the line of `kind` if `rule` is null, truncated to `size` - 1 characters. Writes
-/// nothing for an unknown kind. The last of the `size` bytes is always set to zero. Returns `buffer`, which may be
-/// null.
+/// Writes the line of `rule`, truncated to `size` - 1 characters. If `rule` is null, writes the line of the table that
+/// `kind` names, one of the kRule... constants above. Writes nothing for an unknown kind. The last of the `size` bytes
+/// is always set to zero. Returns `buffer`, which may be null.
 char* firewallFormatRule4(const FirewallRule4* rule, int kind, char* buffer, std::size_t size);
 char* firewallFormatRule6(const FirewallRule6* rule, int kind, char* buffer, std::size_t size);
 
