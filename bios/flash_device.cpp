@@ -137,13 +137,14 @@ void FlashDevice::write(std::size_t offset, const void* bytes, std::size_t size)
 {
     const char* piece = static_cast<const char*>(bytes);
     const std::size_t end = offset + size;
-    for (std::size_t length = 0; offset < end; offset += length, piece += length) {
-        length = std::min(end - offset, kEraseBlockSize - offset % kEraseBlockSize);
-        if (holds(offset, piece, length))
-            continue;
-        transferAll(length, [&](std::size_t done) {
-            return pwrite(fd_, piece + done, length - done, static_cast<off_t>(offset + done));
-        });
+    while (offset < end) {
+        const std::size_t length = std::min(end - offset, kEraseBlockSize - offset % kEraseBlockSize);
+        if (!holds(offset, piece, length))
+            transferAll(length, [&](std::size_t done) {
+                return pwrite(fd_, piece + done, length - done, static_cast<off_t>(offset + done));
+            });
+        offset += length;
+        piece += length;
     }
 }
 

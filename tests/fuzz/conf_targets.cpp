@@ -17,7 +17,7 @@ namespace
 {
 
 /// A device without configuration files, and records of defaults.
-void beginConfiguration()
+void setDefaults()
 {
     static const CwConfig defaults = [] {
         CwConfig config;
@@ -25,12 +25,17 @@ void beginConfiguration()
         cwConfDefault(config, kShellInstance);
         return config;
     }();
-    writeFile(kCwConfFile, "");
-    writeFile(kSysConfFile, "");
     cwConfCopy(cwConfig, defaults);
     cwConfCopy(cwConfigBase, defaults);
     cwConfCopy(cwConfigSnapshot, defaults);
     sysConfig = {};
+}
+
+void beginConfiguration()
+{
+    writeFile(kCwConfFile, "");
+    writeFile(kSysConfFile, "");
+    setDefaults();
 }
 
 /// The values of all items that the files hold.
@@ -50,6 +55,7 @@ void writeAndReadAgain()
     const std::string values = valuesOf(cwConfig);
     cwConfigSnapshot.fileTime = cwConfigBase.fileTime = 1; // an unchanged record is not written
     require(cwConfWrite() == 0 && sysConfCommit() == 0, "the files can be written");
+    setDefaults();
     const std::string messages =
         outputOf([] { require(cwConfRead(cwConfig) == 0 && sysConfRead(sysConfig) == 0, "the files can be read"); });
     require(messages.empty(), "the shell reads its own files without a message", messages);
