@@ -9,9 +9,7 @@
 unsigned readIdleTimeout()
 {
     constexpr unsigned kDefault = 300;
-    const int file = openPlainFile(kIdleTimeoutFile);
-    if (file < 0)
-        return kDefault;
+    const int file = openPlainFile(kIdleTimeoutFile); // if there is none, nothing can be read
     char line[64]{};
     const bool found = readAll(file, line, sizeof line - 1) > 0;
     close(file);
