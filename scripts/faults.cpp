@@ -105,7 +105,7 @@ void logFailure(KindIndex kind, const char* path)
         append(log, line, static_cast<std::size_t>(length));
 }
 
-/// Records a counted call.
+/// Records a counted call. The hash of the call stack is FNV-1a, with an offset in place of each byte.
 void recordPlace(KindIndex kind, std::uint32_t number)
 {
     const char* places = std::getenv("FAULT_PLACES");

@@ -16,7 +16,6 @@
 namespace
 {
 
-/// A device without configuration files, and records of defaults.
 void setDefaults()
 {
     static const CwConfig defaults = [] {
@@ -31,6 +30,7 @@ void setDefaults()
     sysConfig = {};
 }
 
+/// A device with empty configuration files, and records of defaults.
 void beginConfiguration()
 {
     writeFile(kCwConfFile, "");
