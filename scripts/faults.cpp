@@ -3,8 +3,10 @@
 // FAULT_COUNTS names a file with one 32-bit counter for each kind of call. All shells of a session use the same file.
 // FAULT is "KIND/N/MODE". With the mode "transient", the Nth call of the kind fails. With "persistent", the Nth and
 // all later calls of the kind fail.
-// For each failed call, a line with the kind and the path of the file is appended to the file that FAULT_LOG names.
+// For each failed call, a line with the kind and the path of the file is appended to the file that FAULT_LOG names. For a
+// file that is opened for writing only, it is "open for writing PATH".
 // Without FAULT, a record `Place` is appended to the file that FAULT_PLACES names, for each counted call.
+// Calls that the C library makes by itself, such as the read() of fgets(), are not counted.
 // Programs other than "cli" are not changed.
 
 #include <atomic>
@@ -96,11 +98,12 @@ void append(const char* file, const void* bytes, std::size_t size)
     syscall(SYS_close, fd);
 }
 
-void logFailure(KindIndex kind, const char* path)
+void logFailure(KindIndex kind, const char* path, bool isWriteOnly)
 {
     const char* log = std::getenv("FAULT_LOG");
     char line[4200];
-    const int length = std::snprintf(line, sizeof line, "%s %s\n", kKinds[kind].name.data(), path);
+    const int length = std::snprintf(line, sizeof line, "%s %s%s\n", kKinds[kind].name.data(),
+                                     isWriteOnly ? "for writing " : "", path);
     if (log != nullptr)
         append(log, line, static_cast<std::size_t>(length));
 }
@@ -127,7 +130,7 @@ void recordPlace(KindIndex kind, std::uint32_t number)
 }
 
 /// Counts a call for the file `path`. If the call has to fail, sets errno and returns true.
-bool fails(KindIndex kind, const char* path = "")
+bool fails(KindIndex kind, const char* path = "", bool isWriteOnly = false)
 {
     if (fault.counts == nullptr || fault.isRecording || getpid() != fault.process)
         return false;
@@ -136,7 +139,7 @@ bool fails(KindIndex kind, const char* path = "")
     if (fault.kind != kind || number < fault.number || (number > fault.number && !fault.isPersistent))
         return false;
     if (kind != kMalloc)
-        logFailure(kind, path);
+        logFailure(kind, path, isWriteOnly);
     errno = kKinds[kind].error;
     return true;
 }
@@ -198,7 +201,20 @@ int open64(const char* path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return fails(kOpen, path) ? -1 : real(path, flags, mode);
+    return fails(kOpen, path, (flags & O_WRONLY) != 0) ? -1 : real(path, flags, mode);
+}
+
+// This replaces open(), which libraries call. It has another name in C++, because <fcntl.h> renames open() to open64().
+[[gnu::alias("open64"), gnu::nonnull(1)]] int openForLibraries(const char* path, int flags, ...) asm("open");
+
+int openat64(int folder, const char* path, int flags, ...)
+{
+    static constinit Next<int, int, const char*, int, mode_t> real{"openat64"};
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    return fails(kOpen, path, (flags & O_WRONLY) != 0) ? -1 : real(folder, path, flags, mode);
 }
 
 FILE* fopen64(const char* path, const char* mode)
@@ -211,6 +227,12 @@ ssize_t write(int fd, const void* bytes, std::size_t size)
 {
     static constinit Next<ssize_t, int, const void*, std::size_t> real{"write"};
     return fails(kWrite, fd) ? -1 : real(fd, bytes, size);
+}
+
+ssize_t pwrite64(int fd, const void* bytes, std::size_t size, off64_t offset)
+{
+    static constinit Next<ssize_t, int, const void*, std::size_t, off64_t> real{"pwrite64"};
+    return fails(kWrite, fd) ? -1 : real(fd, bytes, size, offset);
 }
 
 int fsync(int fd)
@@ -229,6 +251,12 @@ ssize_t read(int fd, void* bytes, std::size_t size)
 {
     static constinit Next<ssize_t, int, void*, std::size_t> real{"read"};
     return fails(kRead, fd) ? -1 : real(fd, bytes, size);
+}
+
+ssize_t pread64(int fd, void* bytes, std::size_t size, off64_t offset)
+{
+    static constinit Next<ssize_t, int, void*, std::size_t, off64_t> real{"pread64"};
+    return fails(kRead, fd) ? -1 : real(fd, bytes, size, offset);
 }
 
 // This replaces flock(). It has another name in C++, because <fcntl.h> also defines a structure `flock`.
@@ -267,6 +295,12 @@ pid_t fork()
 {
     static constinit Next<pid_t> real{"fork"};
     return fails(kFork) ? -1 : real();
+}
+
+int system(const char* command)
+{
+    static constinit Next<int, const char*> real{"system"};
+    return fails(kFork) ? -1 : real(command);
 }
 
 ssize_t sendmsg(int fd, const msghdr* message, int flags)

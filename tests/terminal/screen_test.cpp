@@ -1,8 +1,11 @@
 // Resized windows: the screen shows the earlier output, the prompt and the line, and nothing else.
 
+#include <cctype>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
 #include <random>
-#include <utility>
 
 #include "tests/terminal/shell.h"
 
@@ -33,6 +36,67 @@ void waitForLine(Terminal& terminal, Size window, const std::vector<std::string>
     const std::size_t row = above.size() + cursor / window.columns - hidden;
     terminal.waitForExactly(text, {static_cast<int>(row), static_cast<int>(cursor % window.columns)});
 }
+
+/// The number in a variable of the environment, or `standard`.
+unsigned numberIn(const char* variable, unsigned standard)
+{
+    const char* text = std::getenv(variable);
+    return text == nullptr ? standard : static_cast<unsigned>(std::atoi(text));
+}
+
+/// A typed line. A word is letters and digits.
+struct Line {
+    std::string text;
+    std::size_t cursor = 0;
+
+    [[nodiscard]] std::size_t wordBegin() const
+    {
+        std::size_t at = cursor;
+        while (at > 0 && std::isalnum(text[at - 1]) == 0)
+            --at;
+        while (at > 0 && std::isalnum(text[at - 1]) != 0)
+            --at;
+        return at;
+    }
+    [[nodiscard]] std::size_t wordEnd() const
+    {
+        std::size_t at = cursor;
+        while (at < text.size() && std::isalnum(text[at]) == 0)
+            ++at;
+        while (at < text.size() && std::isalnum(text[at]) != 0)
+            ++at;
+        return at;
+    }
+    void erase(std::size_t begin, std::size_t end)
+    {
+        text.erase(begin, end - begin);
+        cursor = begin;
+    }
+};
+
+constexpr struct {
+    const char* keys;
+    void (*change)(Line& line);
+} kEditingKeys[] = {
+    {"\x1b[D", [](Line& line) { line.cursor -= line.cursor > 0 ? 1 : 0; }},
+    {"\x1b[C", [](Line& line) { line.cursor += line.cursor < line.text.size() ? 1 : 0; }},
+    {"\x1b[H", [](Line& line) { line.cursor = 0; }},
+    {"\x1b[F", [](Line& line) { line.cursor = line.text.size(); }},
+    {"\x1b"
+     "b",
+     [](Line& line) { line.cursor = line.wordBegin(); }},
+    {"\x1b"
+     "f",
+     [](Line& line) { line.cursor = line.wordEnd(); }},
+    {"\x1b"
+     "d",
+     [](Line& line) { line.erase(line.cursor, line.wordEnd()); }},
+    {"\x1b\x7f", [](Line& line) { line.erase(line.wordBegin(), line.cursor); }},
+    {"\x7f", [](Line& line) { line.erase(line.cursor - (line.cursor > 0 ? 1 : 0), line.cursor); }},
+    {"\x1b[3~", [](Line& line) { line.text.erase(line.cursor, 1); }},
+    {"\013", [](Line& line) { line.text.erase(line.cursor); }},
+    {"\025", [](Line& line) { line.erase(0, line.cursor); }},
+};
 
 } // namespace
 
@@ -70,45 +134,40 @@ TEST_F(Screen, ShowsTheLineInAWindowOfAnySize)
     }
 }
 
-/// Random keys and sizes. The expected line follows from the keys. Some resizes come inside an escape sequence.
+/// Random keys and sizes. The expected line follows from the keys. Each resize comes before the keys or inside an escape sequence.
+/// SCREEN_STEPS is the number of steps, and SCREEN_SEED the seed; without it, the month is the seed.
 TEST_F(Screen, ShowsTheLineAfterAnyKeysInAnySize)
 {
     plantTool("ping", "printf '\\033[H\\033[2J'");
-    struct Line {
-        std::string text;
-        std::size_t cursor;
-    };
-    constexpr std::pair<const char*, void (*)(Line&)> kKeys[] = {
-        {"\x1b[D", [](Line& line) { line.cursor -= line.cursor > 0 ? 1 : 0; }},
-        {"\001", [](Line& line) { line.cursor = 0; }},
-        {"\005", [](Line& line) { line.cursor = line.text.size(); }},
-        {"\013", [](Line& line) { line.text.erase(line.cursor); }},
-        {"\025",
-         [](Line& line) {
-             line = {line.text.substr(line.cursor), 0};
-         }},
-        {"abcdefghijklmnopqrst",
-         [](Line& line) {
-             line = {line.text.insert(line.cursor, "abcdefghijklmnopqrst"), line.cursor + 20};
-         }},
-    };
     constexpr std::size_t kLongest = 60; // a window of 24 rows and 4 columns holds the prompt and 90 characters
-    std::mt19937 random(20240301);       // NOLINT(cert-msc32-c,cert-msc51-cpp): the same steps in every run
+    const unsigned seed = numberIn("SCREEN_SEED", static_cast<unsigned>(std::time(nullptr) / (30 * 24 * 3600)));
+    const int steps = static_cast<int>(numberIn("SCREEN_STEPS", 150 / RANDOM_DIVISOR));
+    std::mt19937 random(seed);
     Session session;
     session.ask("ping");
-    Line line{};
-    for (int step = 0; step < 120 / RANDOM_DIVISOR && !HasFailure(); ++step) {
-        const auto& [keys, change] = kKeys[random() % (line.text.size() > kLongest ? 5 : 6)];
+    Line line;
+    int step = 0;
+    for (; step < steps && !HasFailure(); ++step) {
+        std::string typed;
+        if (line.text.size() < kLongest && random() % 2 == 0) {
+            for (auto length = 1 + random() % 20; length > 0; --length)
+                typed += "abcdefghijklmnopqrstuvwxyz  -"[random() % 29];
+            line.text.insert(line.cursor, typed);
+            line.cursor += typed.size();
+        } else {
+            const auto& [keys, change] = kEditingKeys[random() % std::size(kEditingKeys)];
+            typed = keys;
+            change(line);
+        }
         const Size window{24, static_cast<unsigned short>(4 + random() % 197)};
-        const std::string typed = keys;
-        const std::size_t half = typed[0] == '\x1b' ? random() % 3 : 0;
-        session.send(typed.substr(0, half));
+        const std::size_t sent = typed[0] == '\x1b' ? random() % typed.size() : 0; // no output comes before the resize
+        session.send(typed.substr(0, sent));
         session.resize(window.rows, window.columns);
-        session.send(typed.substr(half));
-        change(line);
-        SCOPED_TRACE("step " + std::to_string(step));
+        session.send(typed.substr(sent));
+        SCOPED_TRACE("SCREEN_SEED=" + std::to_string(seed) + ", step " + std::to_string(step));
         waitForLine(session, window, {}, kPrompt + line.text, std::string(kPrompt).size() + line.cursor);
     }
+    std::printf("%d screens show the line\n", step);
 }
 
 TEST_F(Screen, ShowsTheLineInAWindowThatIsTooSmallForIt)
