@@ -1,5 +1,6 @@
 #include "cli/guard.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -75,9 +76,8 @@ private:
             const int fd = open(path, O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
             if (fd < 0)
                 return;
-            const ssize_t length = readAll(fd, bytes_, sizeof bytes_ - 1);
+            length_ = static_cast<std::size_t>(std::max<ssize_t>(0, readAll(fd, bytes_, sizeof bytes_ - 1)));
             close(fd);
-            length_ = length > 0 ? static_cast<std::size_t>(length) : 0;
         }
         [[nodiscard]] bool contains(const char* text) const
         {

@@ -215,24 +215,18 @@ constexpr CwList kHostnameList = {
 const CwKind kAcAddresses = {setAddressEntry, formatAddressEntry, &kAddressList};
 const CwKind kAcHostnames = {setHostnameEntry, formatHostnameEntry, &kHostnameList};
 
-int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config)
+void cwConfListAdd(const CwItem& item, const char* value, CwConfig& config)
 {
-    if (item.kind->list != nullptr && !item.kind->list->add(value, config))
-        return -1;
-    config.saved = 0;
-    return 0;
+    if (item.kind->list == nullptr || item.kind->list->add(value, config))
+        config.saved = 0;
 }
 
-int cwConfListDelete(const CwItem& item, const char* value, CwConfig& config)
+void cwConfListDelete(const CwItem& item, const char* value, CwConfig& config)
 {
-    if (item.kind->list == nullptr) {
+    if (item.kind->list == nullptr)
         printNotInList(value);
-        return -1;
-    }
-    if (!item.kind->list->remove(value, config))
-        return -1;
-    config.saved = 0;
-    return 0;
+    else if (item.kind->list->remove(value, config))
+        config.saved = 0;
 }
 
 void cwConfListPut(const CwItem& item, int entry, const char* value, CwConfig& config)

@@ -31,14 +31,14 @@ inline constexpr char kDeleteAcAddressHelp[] = "Delete AC static IP address (A.B
 inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string).";
 inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
 
-/// The command `add`. If an address is not valid, is in the list already, or the list is full, prints a message and
-/// returns -1. Otherwise marks the record as changed and returns 0, also in two cases in which no value changes: the
-/// list of names is full, or the item is no list.
-int cwConfListAdd(const CwItem& item, const char* value, CwConfig& config);
+/// The command `add`. If an address is not valid, is in the list already, or the list is full, prints a message.
+/// Otherwise marks the record as changed, also in two cases in which no value changes: the list of names is full, or the
+/// item is no list.
+void cwConfListAdd(const CwItem& item, const char* value, CwConfig& config);
 
-/// The command `del`. Marks the record as changed and returns 0. Prints a message and returns -1 if the value is not in
-/// the list, or if the item is no list.
-int cwConfListDelete(const CwItem& item, const char* value, CwConfig& config);
+/// The command `del`. If the value is not in the list, or the item is no list, prints a message. Otherwise marks the
+/// record as changed.
+void cwConfListDelete(const CwItem& item, const char* value, CwConfig& config);
 
 /// Puts a value in an entry of a list, as CwList::put() does, and marks the record as changed. Prints a message if the
 /// value is refused.

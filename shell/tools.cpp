@@ -16,7 +16,7 @@ namespace
 bool compose(std::span<char> buffer, const char* format, va_list arguments)
 {
     const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
-    if (length >= 0 && static_cast<std::size_t>(length) < buffer.size())
+    if (static_cast<std::size_t>(length) < buffer.size()) // a negative length becomes a large number
         return true;
     buffer[0] = '\0';
     cli_print("    Error: Command line too long.\n");

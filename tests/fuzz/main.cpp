@@ -102,11 +102,13 @@ void enterDevice()
     setenv("INPUTRC", "/dev/null", 1);
 }
 
-/// The standard output goes to a file in memory, and the standard input is empty.
+/// The standard output and what the shell prints to the stream `stderr` go to a file in memory. The standard input is
+/// empty.
 void takeStandardOutput()
 {
     dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
     dup2(memfd_create("output", MFD_CLOEXEC), STDOUT_FILENO);
+    stderr = stdout;
 }
 
 } // namespace
@@ -115,7 +117,7 @@ void require(bool holds, const char* property, std::string_view found)
 {
     if (holds)
         return;
-    std::fprintf(stderr, "Not true: %s.\n%.*s\n", property, static_cast<int>(found.size()), found.data());
+    dprintf(STDERR_FILENO, "Not true: %s.\n%.*s\n", property, static_cast<int>(found.size()), found.data());
     removeRoot();
     std::abort();
 }

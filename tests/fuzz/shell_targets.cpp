@@ -40,7 +40,7 @@ void runLine(const std::string& line)
         executeLine(line.c_str());
 }
 
-/// After any lines, `help` prints the same as before.
+/// After any lines, `help` prints the same as before, and the history can be printed.
 void runLines(std::string_view input)
 {
     const auto help = [] {
@@ -52,8 +52,12 @@ void runLines(std::string_view input)
         loadAliases();
         return outputOf(help);
     }();
-    for (const std::string& line : linesOf(input, 8))
+    for (const std::string& line : linesOf(input, 8)) {
+        keepLine(line.c_str());
         runLine(line);
+    }
+    listHistory();
+    clear_history();
     require(outputOf(help) == atStart, "`help` prints what it prints at the start");
 }
 
