@@ -40,7 +40,7 @@ void printKey(const VapRecord& vap)
     char* out = digits;
     const std::size_t length = std::min<std::size_t>(vap.keyLength, sizeof vap.key);
     for (std::size_t i = 0; i < length; ++i) {
-        if (i > 0 && i % 4 == 0)
+        if (i != 0 && i % 4 == 0)
             *out++ = ' ';
         out = putHex(out, vap.key[i]);
     }

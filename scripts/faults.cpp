@@ -3,8 +3,8 @@
 // FAULT_COUNTS names a file with one 32-bit counter for each kind of call. All shells of a session use the same file.
 // FAULT is "KIND/N/MODE". With the mode "transient", the Nth call of the kind fails. With "persistent", the Nth and
 // all later calls of the kind fail.
-// For each failed call, a line with the kind and the path of the file is appended to the file that FAULT_LOG names. For a
-// file that is opened for writing only, it is "open for writing PATH".
+// For each failed call, a line with the kind and the path of the file is appended to the file that FAULT_LOG names. If
+// the file is opened for writing only, the line is "open for writing PATH".
 // Without FAULT, a record `Place` is appended to the file that FAULT_PLACES names, for each counted call.
 // Calls that the C library makes by itself, such as the read() of fgets(), are not counted.
 // Programs other than "cli" are not changed.

@@ -1,9 +1,13 @@
 #include "conf/cw_items.h"
 
+#include <bit>
+#include <cstddef>
+#include <span>
 #include <sstream>
 #include <utility>
 #include <vector>
 
+#include "base/text.h"
 #include "conf/cw_show.h"
 #include "tests/conf/conf.h"
 
@@ -20,6 +24,23 @@ std::string valueOf(const char* key)
         text += isCwList(item) ? " " : "";
     });
     return text;
+}
+
+TEST_F(ConfTest, RadioSettingsHaveTheLayoutOfTheDaemonsRecord)
+{
+    if constexpr (std::endian::native == std::endian::little) {
+        CwConfig config;
+        cwConfDefault(config, kShellInstance);
+        char digits[2 * sizeof config.radio + 1] = "";
+        char* end = digits;
+        for (const std::byte byte : std::as_bytes(std::span(&config.radio, 1)))
+            end = putHex(end, static_cast<std::uint8_t>(byte));
+        EXPECT_STREQ(digits, "0400000005000000110000000101010104000000000000016400"
+                             "4e41ff004e41ff004e41ff000000"
+                             "2a0900002a09000007000000040000000002000000020000"
+                             "0400000007000000000000000000000078000000fa0000003c0000000f000000"
+                             "0103020202020202020202000000000000000000");
+    }
 }
 
 TEST_F(ConfTest, LongAndEmptyValues)
