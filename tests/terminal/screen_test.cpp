@@ -134,8 +134,8 @@ TEST_F(Screen, ShowsTheLineInAWindowOfAnySize)
     }
 }
 
-/// Random keys and sizes. The expected line follows from the keys. Each resize comes before the keys or inside an escape
-/// sequence. SCREEN_STEPS is the number of steps, and SCREEN_SEED the seed; without it, the month is the seed.
+/// Random keys and sizes. The expected line follows from the keys. Each resize comes before the keys or inside an
+/// escape sequence. SCREEN_STEPS is the number of steps, and SCREEN_SEED the seed; without it, the month is the seed.
 TEST_F(Screen, ShowsTheLineAfterAnyKeysInAnySize)
 {
     plantTool("ping", "printf '\\033[H\\033[2J'");
