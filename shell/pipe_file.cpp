@@ -180,7 +180,7 @@ PipedOutput::PipedOutput() : terminal_(-1)
     if (!linePipe.isActive)
         return;
     const int file = flushPipe() ? fcntl(linePipe.fd, F_DUPFD_CLOEXEC, 0) : open("/dev/null", O_WRONLY | O_CLOEXEC);
-    terminal_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    terminal_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
     if (terminal_ >= 0)
         dup2(file, STDOUT_FILENO);
     close(file);

@@ -73,6 +73,7 @@ TEST_F(Editing, AConfigurationFileBindsTheSameCommands)
         const char* shown;
     } cases[] = {
         {"complete", "show s  \x14", "show sys_conf"},
+        {"complete", "x\026\nshow s\x14", "show sys_conf"}, // a line of two lines
         {"insert-completions", "show s  \x14", "show sys_conf"},
         {"menu-complete", "show s  \x14", "show sys_conf"},
         {"menu-complete-backward", "show s  \x14", "show sys_conf"},
