@@ -10,13 +10,15 @@
 
 ssize_t readAll(int fd, void* bytes, std::size_t size)
 {
-    return transferAll(size, [&](std::size_t done) { return read(fd, static_cast<char*>(bytes) + done, size - done); });
+    return transferAll(
+        size, [&](std::size_t done, std::size_t rest) { return read(fd, static_cast<char*>(bytes) + done, rest); });
 }
 
 bool writeAll(int fd, const void* bytes, std::size_t size)
 {
-    const ssize_t written = transferAll(
-        size, [&](std::size_t done) { return write(fd, static_cast<const char*>(bytes) + done, size - done); });
+    const ssize_t written = transferAll(size, [&](std::size_t done, std::size_t rest) {
+        return write(fd, static_cast<const char*>(bytes) + done, rest);
+    });
     return written == static_cast<ssize_t>(size);
 }
 

@@ -7,14 +7,15 @@
 #include <cstddef>
 #include <sys/types.h>
 
-/// Calls `transfer(done)`, which returns what read() or write() returns, until `size` bytes are transferred or a call
-/// transfers none. Repeats a call that a signal interrupted. Returns the number of bytes, or -1 if a call failed.
+/// Calls `transfer(done, rest)`, which returns what read() or write() of the `rest` bytes returns, until `size` bytes
+/// are transferred or a call transfers none. `done` is the number of bytes that are transferred already. Repeats a call
+/// that a signal interrupted. Returns the number of bytes, or -1 if a call failed.
 template <typename Transfer>
 ssize_t transferAll(std::size_t size, Transfer transfer)
 {
     std::size_t done = 0;
     while (done < size) {
-        const ssize_t count = transfer(done);
+        const ssize_t count = transfer(done, size - done);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)

@@ -127,8 +127,8 @@ void FlashDevice::unlock() const
 
 ssize_t FlashDevice::read(std::size_t offset, void* bytes, std::size_t size) const
 {
-    return transferAll(size, [&](std::size_t done) {
-        return pread(fd_, static_cast<char*>(bytes) + done, size - done, static_cast<off_t>(offset + done));
+    return transferAll(size, [&](std::size_t done, std::size_t rest) {
+        return pread(fd_, static_cast<char*>(bytes) + done, rest, static_cast<off_t>(offset + done));
     });
 }
 
@@ -140,8 +140,8 @@ void FlashDevice::write(std::size_t offset, const void* bytes, std::size_t size)
     while (offset < end) {
         const std::size_t length = std::min(end - offset, kEraseBlockSize - offset % kEraseBlockSize);
         if (!holds(offset, piece, length))
-            transferAll(length, [&](std::size_t done) {
-                return pwrite(fd_, piece + done, length - done, static_cast<off_t>(offset + done));
+            transferAll(length, [&](std::size_t done, std::size_t rest) {
+                return pwrite(fd_, piece + done, rest, static_cast<off_t>(offset + done));
             });
         offset += length;
         piece += length;

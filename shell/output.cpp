@@ -24,8 +24,8 @@ constinit Pieces pieces;
 void show(const char* bytes, std::size_t length)
 {
     std::fflush(stdout);
-    transferAll(length, [=](std::size_t done) {
-        return isInterrupted() ? 0 : write(STDOUT_FILENO, bytes + done, length - done);
+    transferAll(length, [=](std::size_t done, std::size_t rest) {
+        return isInterrupted() ? 0 : write(STDOUT_FILENO, bytes + done, rest);
     });
 }
 
