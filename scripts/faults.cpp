@@ -6,7 +6,7 @@
 // For each failed call, a line with the kind and the path of the file is appended to the file that FAULT_LOG names. If
 // the file is opened for writing only, the line is "open for writing PATH".
 // Without FAULT, a record `Place` is appended to the file that FAULT_PLACES names, for each counted call.
-// Calls that the C library makes by itself, such as the read() of fgets(), are not counted.
+// Calls that the C library makes by itself, such as the read() of fgets(), are not counted, apart from malloc().
 // Programs other than "cli" are not changed.
 
 #include <atomic>
@@ -192,6 +192,12 @@ void* calloc(std::size_t count, std::size_t size)
 {
     static constinit Next<void*, std::size_t, std::size_t> real{"calloc"};
     return fails(kMalloc) ? nullptr : real(count, size);
+}
+
+char* strdup(const char* text)
+{
+    static constinit Next<char*, const char*> real{"strdup"};
+    return fails(kMalloc) ? nullptr : real(text);
 }
 
 int open64(const char* path, int flags, ...)

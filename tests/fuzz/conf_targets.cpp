@@ -4,6 +4,7 @@
 #include "tests/fuzz/fuzz.h"
 
 #include <cstring>
+#include <utility>
 
 #include "conf/cfg.h"
 #include "conf/cw_file.h"
@@ -55,10 +56,12 @@ void writeAndReadAgain()
     const std::string values = valuesOf(cwConfig);
     cwConfigSnapshot.fileTime = cwConfigBase.fileTime = 1; // an unchanged record is not written
     require(cwConfWrite() == 0 && sysConfCommit() == 0, "the files can be written");
+    const std::pair counts(cwConfig.acAddressCount, cwConfig.acHostnameCount);
     setDefaults();
     const std::string messages =
         outputOf([] { require(cwConfRead(cwConfig) == 0 && sysConfRead(sysConfig) == 0, "the files can be read"); });
     require(messages.empty(), "the shell reads its own files without a message", messages);
+    require(counts == std::pair(cwConfig.acAddressCount, cwConfig.acHostnameCount), "a list is read as it was written");
     const std::string again = valuesOf(cwConfig);
     require(again == values, "a record is read as it was written", values + "\n--- read:\n" + again);
 }

@@ -51,6 +51,13 @@ bool isOwnTool(std::string_view word)
     return std::ranges::find(kOwnTools, word) != std::end(kOwnTools);
 }
 
+/// Whether the word is the whole name of a root command or an alias.
+bool isTypable(std::string_view word)
+{
+    const std::span<const cli_node> roots(cliRoot.children, static_cast<std::size_t>(cliRoot.childCount));
+    return std::ranges::any_of(roots, [&](const cli_node& node) { return word == node.name; });
+}
+
 /// Checks the text of a command without the shell's own redirections: it has no invalid character, and each segment
 /// begins with a root command. The first segment may be the shell's own; it has no blank before it.
 void checkCommand(const std::string& command)
@@ -67,8 +74,7 @@ void checkCommand(const std::string& command)
         const std::size_t end = std::min(text.find_first_of("|&;", begin), text.size());
         const std::size_t first = std::min(text.find_first_not_of(' ', begin), end);
         const std::string word = text.substr(first, std::min(text.find(' ', first), end) - first);
-        require(isRootCommand(word.c_str()) || (first == 0 && isOwnTool(word)), "a segment begins with a root command",
-                command);
+        require(isTypable(word) || (first == 0 && isOwnTool(word)), "a segment begins with a root command", command);
         begin = end + 1;
     }
 }
@@ -77,7 +83,7 @@ void checkCommand(const std::string& command)
 void checkOutput(std::string output)
 {
     removeAll(output, "\r\n");
-    const auto isForbidden = [](char c) { return isControlByte(c) && c != '\n' && c != '\t'; };
+    const auto isForbidden = [](unsigned char c) { return (c < 0x20 || c == 0x7f) && c != '\n' && c != '\t'; };
     require(target.printsControlBytes || std::ranges::none_of(output, isForbidden), "no control byte is printed",
             output);
 }

@@ -38,6 +38,7 @@ void formatRule(char* (*format)(const Rule*, int, char*, std::size_t), std::stri
     Rule rule{};
     std::memcpy(&rule, input.data(), std::min(sizeof rule, input.size()));
     const auto line = std::make_unique<char[]>(size);
+    std::memset(line.get(), 'x', size);
     format(kind >= 8 ? &rule : nullptr, static_cast<int>(kind), line.get(), size);
     require(line[size - 1] == '\0', "the line of a rule is terminated");
 }
