@@ -88,6 +88,9 @@ void completeLine(std::string_view input)
     while (char* candidate = completionGenerator("", 0)) {
         const cli_node* node = findNode(tokenStore.argc, tokenStore.tokens);
         require(node != nullptr && findChild(*node, candidate) != nullptr, "a candidate is a command word", candidate);
+        const char* typed = partialWord();
+        require(std::string_view(candidate).starts_with(typed == nullptr ? "" : typed),
+                "a candidate begins with the typed word", candidate);
         std::free(candidate);
     }
     rl_line_buffer = nullptr;
