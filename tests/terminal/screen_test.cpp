@@ -135,8 +135,8 @@ TEST_F(Screen, ShowsTheLineInAWindowOfAnySize)
 }
 
 /// Random keys and sizes. The expected line follows from the keys. Each resize comes before the keys or inside an
-/// escape sequence. SCREEN_STEPS is the number of steps, and SCREEN_SEED the seed. Without SCREEN_SEED, the seed changes
-/// every 30 days.
+/// escape sequence. SCREEN_STEPS is the number of steps, and SCREEN_SEED the seed. Without SCREEN_SEED, the seed
+/// changes every 30 days.
 TEST_F(Screen, ShowsTheLineAfterAnyKeysInAnySize)
 {
     plantTool("ping", "printf '\\033[H\\033[2J'");
