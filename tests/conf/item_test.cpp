@@ -143,6 +143,7 @@ TEST_F(ConfTest, OtherValues)
         {"sniff_pkt_ctl security radio_mac dtlsPolicy", "", {{"260", "4"}, {"99999999999", "255"}, {"1", "1"}}},
         {"vendorId_hw", "", {{"", "0"}, {"x", "0"}, {" \t12x", "12"}, {"+5", "5"}, {"- 5", "0"}, {"-5", "-5"}}},
         {"vendorId_hw", "", {{"-2147483648", "-2147483648"}, {"-2147483649", "-2147483648"}, {ones, "2147483647"}}},
+        {"discovery-type", "", {{"static", "1"}, {"dhcp", "2"}, {"broadcast", "5"}, {"multicast", "6"}, {"3", "3"}}},
         {"discovery-type", "", {{"1", "1"}, {"auto", "0"}, {"dns", "3"}, {"6", "6"}, {"quillsky", "7"}}},
         {"discovery-type", refused, {{"4", "7"}, {"Static", "7"}, {"07", "7"}}},
         {"data-channel-sec", "", {{" ", ""}, {"  dtlsipsec, ,clear,", "clear,dtls,ipsec"}, {"ipsec", "ipsec"}}},
