@@ -38,7 +38,7 @@ std::string nameOf(int fd)
 
 extern "C" ssize_t __real_read(int fd, void* bytes, size_t size);
 
-// The linker replaces every read(), fsync() and rename() of the shell by these.
+// The linker replaces every read(), write(), fsync() and rename() of the shell by these.
 extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
 {
     static bool isInterrupted = false;
@@ -48,6 +48,14 @@ extern "C" ssize_t __wrap_read(int fd, void* bytes, size_t size)
     const off_t left = readableBytes - lseek(fd, 0, SEEK_CUR);
     errno = isInterrupted ? EINTR : EIO;
     return isInterrupted || left <= 0 ? -1 : __real_read(fd, bytes, std::min(size, static_cast<size_t>(left)));
+}
+
+extern "C" ssize_t __real_write(int fd, const void* bytes, size_t size);
+
+/// Writes a few bytes only, as write() may do.
+extern "C" ssize_t __wrap_write(int fd, const void* bytes, size_t size)
+{
+    return __real_write(fd, bytes, std::min<size_t>(size, 7));
 }
 
 extern "C" int __real_rename(const char* from, const char* to);
