@@ -23,11 +23,11 @@ struct Pipe {
     bool isActive;
     bool isIncomplete;                ///< the file could not be created, or a write failed
     bool isOwn;                       ///< the name of the file ends with the number of this process
-    int fd;                           ///< holds the lock; -1: there is no file yet
+    int fd = -1;                      ///< holds the lock; -1: there is no file yet
     char path[sizeof kPipeFile + 12]; ///< device path of the file
 };
 
-constinit Pipe linePipe{.isActive = false, .isIncomplete = false, .isOwn = false, .fd = -1, .path = {}};
+constinit Pipe linePipe{};
 constinit Pieces pipePieces;
 
 /// The path of the session's own file. This is not a device path, so that the handler of a signal that ends the process
