@@ -32,8 +32,8 @@ inline constexpr char kAddAcHostnameHelp[] = "Add AC hostname (1 - 255 string)."
 inline constexpr char kDeleteAcHostnameHelp[] = "Delete AC hostname (1 - 255 string).";
 
 /// The command `add`. If an address is not valid, is in the list already, or the list is full, prints a message.
-/// Otherwise marks the record as changed, also in two cases in which no value changes: the list of names is full, or the
-/// item is no list.
+/// Otherwise marks the record as changed, also in two cases in which no value changes: the list of names is full, or
+/// the item is no list.
 void cwConfListAdd(const CwItem& item, const char* value, CwConfig& config);
 
 /// The command `del`. If the value is not in the list, or the item is no list, prints a message. Otherwise marks the
