@@ -140,7 +140,8 @@ TEST_F(Screen, ShowsTheLineInAWindowOfAnySize)
 TEST_F(Screen, ShowsTheLineAfterAnyKeysInAnySize)
 {
     plantTool("ping", "printf '\\033[H\\033[2J'");
-    writeFile("/etc/admin-timeout.tmp", "0\n"); // the line is never entered, so the idle time would end the session
+    // The line is never entered, so the idle time would end the session.
+    writeFile("/etc/admin-timeout.tmp", "0\n");
     constexpr std::size_t kLongest = 60; // a window of 24 rows and 4 columns holds the prompt and 90 characters
     const unsigned seed = numberIn("SCREEN_SEED", static_cast<unsigned>(std::time(nullptr) / (30L * 24 * 3600)));
     const int steps = static_cast<int>(numberIn("SCREEN_STEPS", 150 / RANDOM_DIVISOR));
