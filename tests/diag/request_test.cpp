@@ -204,6 +204,7 @@ TEST_F(RequestTest, PowerIsSentAsTyped)
 
     fakePlatform = {.channelResult = 1};
     EXPECT_EQ(run("txpower 0 10"), kBusy);
+    EXPECT_EQ(fakePlatform.allocated, std::vector{4}) << "no buffer for a reply";
     fakePlatform.buffersLeft = 0;
     EXPECT_EQ(run("txpower 0 10", -1), "");
 }
