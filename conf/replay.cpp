@@ -34,7 +34,7 @@ void replayLine(cli_node& node, char* line)
     const int result = _sysConfRead(line, &key, &value);
     if (result == 0)
         replayItem(node, key, value);
-    else if (result < 0)
+    else if (result == -1)
         cli_printf("    Error: Failed to parse conf line %s\n", line);
 }
 
