@@ -82,15 +82,9 @@ constexpr struct {
     {"\x1b[C", [](Line& line) { line.cursor += line.cursor < line.text.size() ? 1 : 0; }},
     {"\x1b[H", [](Line& line) { line.cursor = 0; }},
     {"\x1b[F", [](Line& line) { line.cursor = line.text.size(); }},
-    {"\x1b"
-     "b",
-     [](Line& line) { line.cursor = line.wordBegin(); }},
-    {"\x1b"
-     "f",
-     [](Line& line) { line.cursor = line.wordEnd(); }},
-    {"\x1b"
-     "d",
-     [](Line& line) { line.erase(line.cursor, line.wordEnd()); }},
+    {"\033b", [](Line& line) { line.cursor = line.wordBegin(); }},
+    {"\033f", [](Line& line) { line.cursor = line.wordEnd(); }},
+    {"\033d", [](Line& line) { line.erase(line.cursor, line.wordEnd()); }},
     {"\x1b\x7f", [](Line& line) { line.erase(line.wordBegin(), line.cursor); }},
     {"\x7f", [](Line& line) { line.erase(line.cursor - (line.cursor > 0 ? 1 : 0), line.cursor); }},
     {"\x1b[3~", [](Line& line) { line.text.erase(line.cursor, 1); }},
